@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+//
+// The rows of one report. A table travels by value: copies and the destructor free nothing. Whoever
+// holds the last copy frees the rows with deleteRows(); until then every copy shows the same rows
+// in the same array.
+#pragma once
+
+class ZEMView;
+
+class ZEMRptTable
+{
+public:
+    // An empty table.
+    ZEMRptTable();
+    ZEMRptTable(const ZEMRptTable&) = default;
+    ZEMRptTable& operator=(const ZEMRptTable&) = default;
+    // Frees nothing.
+    virtual ~ZEMRptTable();
+
+    // Frees the rows and their array and leaves this table empty. Other copies of the table point
+    // at freed rows afterwards.
+    void deleteRows();
+
+    // Orders the rows by `keys` (see compareViews). Rows that are equal on every key come in no
+    // particular order.
+    void sort(const char* keys);
+
+    // Compares two rows by `keys`, one character each, the first being the primary key; all
+    // ascending:
+    //
+    //   d  directory     F  file name      f, n  function name      (strcmp)
+    //   %  coverage      #  hits           b     blocks             (difference)
+    //
+    // Null and "" make all rows equal. Any other character ends the comparison: the keys behind it
+    // do not count. Pinned by ZEMRptTableTest.UnknownKeyEndsTheComparison.
+    // Returns less than, equal to or greater than 0.
+    static int compareViews(const ZEMView* a, const ZEMView* b, const char* keys);
+
+    // The length of the longest label, in characters, and the largest number of blocks. 0 for an
+    // empty table.
+    int longestLabel() const;
+    int maxBlocks() const;
+
+    ZEMView** _view; // made with new[], or null; may be longer than _nItems
+    int _nItems;
+
+    // The keys of the sort in progress, borrowed from its caller: qsort hands its comparison
+    // nothing but the elements. Of no use outside sort().
+    static const char* sortKeyList;
+
+private:
+    static int qsort_cbk(const ZEMView** a, const ZEMView** b);
+    static int qsortElements(const void* a, const void* b);
+};
