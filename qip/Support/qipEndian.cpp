@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "qip/Support/qipEndian.h"
+
+#include <cstring>
+
+void qipBigToHost32(uint32_t* words, size_t count)
+{
+    // Compilers turn the body into one byte swap (nothing on a big-endian host) and vectorise it.
+    for (size_t i = 0; i < count; ++i) {
+        unsigned char bytes[sizeof(uint32_t)];
+        std::memcpy(bytes, &words[i], sizeof bytes);
+        words[i] = qipGetBig32(bytes);
+    }
+}

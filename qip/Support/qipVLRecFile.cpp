@@ -1,0 +1,335 @@
+// SPDX-License-Identifier: MIT
+#include "qip/Support/qipVLRecFile.h"
+
+#include "qip/Support/qipEndian.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <new>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// One system call for this many bytes of records; larger arrays bypass the buffer.
+constexpr size_t StreamBufferSize = 256 * 1024;
+
+// A file whose records do not overlap is read at most once. Past this factor and slack its records
+// lie about their place.
+constexpr int64_t ReadFactor = 4;
+constexpr int64_t ReadSlack = 64 * 1024;
+
+// Sees a chain of offsets come back to one that it has been at, in constant memory: every offset is
+// compared with one remembered offset, which moves up at each power of two.
+class CycleFinder
+{
+public:
+    bool comesBack(uint32_t offset)
+    {
+        if (offset == _remembered) {
+            return true;
+        }
+        if (_steps == _limit) {
+            _remembered = offset;
+            _limit *= 2;
+            _steps = 0;
+        }
+        ++_steps;
+        return false;
+    }
+
+private:
+    uint32_t _remembered = 0; // no record has offset 0
+    uint64_t _steps = 1;      // since the remembered offset was taken
+    uint64_t _limit = 1;
+};
+
+FILE* openRegularFile(const char* filename, int64_t& size)
+{
+    // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
+    const int fd = ::open(filename, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) {
+        return nullptr;
+    }
+    struct stat status = {};
+    const bool readable =
+        fstat(fd, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
+    FILE* stream = readable ? fdopen(fd, "rb") : nullptr;
+    if (stream == nullptr) {
+        ::close(fd);
+        return nullptr;
+    }
+    size = status.st_size;
+    return stream;
+}
+
+} // namespace
+
+qipVLRecFile::qipVLRecFile()
+    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0), _currentRecord(nullptr),
+      _fileSize(0)
+{}
+
+qipVLRecFile::~qipVLRecFile()
+{
+    closeStream();
+    delete[] _filename;
+    delete _currentRecord;
+}
+
+int qipVLRecFile::readHeader()
+{
+    return NoError;
+}
+
+int qipVLRecFile::writeHeader()
+{
+    return NoError;
+}
+
+void qipVLRecFile::closeStream()
+{
+    if (_fp != nullptr) {
+        std::fclose(_fp);
+        _fp = nullptr;
+    }
+    _streamBuffer.reset();
+}
+
+int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
+{
+    if (filename == nullptr) {
+        return BadParameter;
+    }
+    char* copy = new (std::nothrow) char[std::strlen(filename) + 1];
+    if (copy == nullptr) {
+        return OutOfMemory;
+    }
+    std::strcpy(copy, filename);
+    delete[] _filename;
+    _filename = copy;
+
+    if (_fp != nullptr) {
+        close();
+        // What close() leaves open is a stream for reading.
+        closeStream();
+    }
+
+    int result;
+    switch (mode) {
+    case READ:
+        result = openForReading();
+        break;
+    case WRITE:
+        result = openForWriting(userHeaderSz);
+        break;
+    default:
+        std::cerr << " Unknown mode in qipVLRecFile::open " << std::endl;
+        return BadParameter;
+    }
+    if (result != NoError) {
+        closeStream();
+        return result;
+    }
+    _mode = mode;
+    return NoError;
+}
+
+int qipVLRecFile::openForReading()
+{
+    _fp = openRegularFile(_filename, _fileSize);
+    if (_fp == nullptr) {
+        return OpenFailed;
+    }
+    // Without memory for it the stream's own small buffer serves.
+    _streamBuffer.reset(new (std::nothrow) char[StreamBufferSize]);
+    if (_streamBuffer) {
+        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, StreamBufferSize);
+    }
+    if (_header.read(_fp) < 0) {
+        return FileCorrupt;
+    }
+    return readHeader();
+}
+
+int qipVLRecFile::openForWriting(int userHeaderSz)
+{
+    _fp = std::fopen(_filename, "wb");
+    if (_fp == nullptr) {
+        return OpenFailed;
+    }
+    _header._userHeaderSz = static_cast<uint32_t>(userHeaderSz);
+    _header._firstOffset = static_cast<uint32_t>(userHeaderSz) + qipVLHeader::Size;
+    _header._lastOffset = 0;
+    _header.write(_fp); // a full disk shows at the first record, and at close()
+    const int result = writeHeader();
+    if (result != NoError) {
+        return result;
+    }
+    std::fflush(_fp);
+    return NoError;
+}
+
+int qipVLRecFile::close()
+{
+    if (_fp == nullptr || _mode == READ) {
+        return NoError;
+    }
+    if (_currentRecord != nullptr) {
+        const int result = update();
+        if (result != NoError) {
+            return result;
+        }
+    }
+    std::fflush(_fp);
+    std::rewind(_fp);
+    int result = _header.write(_fp);
+    if (result == NoError) {
+        result = writeHeader();
+    }
+    if (result != NoError) {
+        return result;
+    }
+    std::fflush(_fp);
+    closeStream();
+    return NoError;
+}
+
+// A seek gives up the stream's buffer and costs a system call, so none is made where the stream
+// already stands: writers put each record right behind the last.
+int qipVLRecFile::seekTo(uint32_t offset)
+{
+    const off_t target = static_cast<off_t>(offset);
+    if (ftello(_fp) == target) {
+        return NoError;
+    }
+    return fseeko(_fp, target, SEEK_SET) == 0 ? NoError : FileCorrupt;
+}
+
+int qipVLRecFile::load()
+{
+    if (_fp == nullptr) {
+        return ShutDown;
+    }
+    CycleFinder walk;
+    int64_t bytesRead = 0;
+    const int64_t readLimit = ReadFactor * _fileSize + ReadSlack;
+    int count = 0;
+    uint32_t offset = _header._firstOffset;
+    while (offset != 0) {
+        if (walk.comesBack(offset) || bytesRead > readLimit) {
+            return FileCorrupt;
+        }
+        if (seekTo(offset) != NoError) {
+            return FileCorrupt;
+        }
+        qipVLRecord record;
+        int result = record.read(_fp);
+        if (result < 0) {
+            return result;
+        }
+        const int64_t start = ftello(_fp);
+        result = processRecord(record._tag, record._size, record._realSize);
+        if (result < 0) {
+            return result;
+        }
+        bytesRead += ftello(_fp) - start;
+        ++count;
+        offset = record._nextRec;
+    }
+    return count;
+}
+
+int qipVLRecFile::newRecord(unsigned int tag, const char* data, unsigned int size)
+{
+    if (data == nullptr || size == 0) {
+        return NoError;
+    }
+    delete _currentRecord;
+    _currentRecord = new (std::nothrow) qipVLRecord;
+    if (_currentRecord == nullptr) {
+        return OutOfMemory;
+    }
+    _currentRecord->_size = size;
+    _currentRecord->_realSize = size;
+    _currentRecord->_tag = tag;
+    _currentRecord->_data = data;
+    const int result = update();
+    if (result == NoError) {
+        _header._nRecords += 1;
+        _header._nTotal += size + qipVLRecord::HeaderSize;
+    }
+    delete _currentRecord;
+    _currentRecord = nullptr;
+    return result;
+}
+
+int qipVLRecFile::update()
+{
+    if (_fp == nullptr || _currentRecord == nullptr) {
+        return NoError;
+    }
+    const uint32_t previous = _header._lastOffset;
+    if (std::fflush(_fp) != 0 || fseeko(_fp, 0, SEEK_END) != 0) {
+        return ShutDown;
+    }
+    const off_t end = ftello(_fp);
+    if (end < 0) {
+        return ShutDown;
+    }
+    if (end > static_cast<off_t>(UINT32_MAX)) {
+        return WriteFailed;
+    }
+    _header._lastOffset = static_cast<uint32_t>(end);
+    if (_currentRecord->write(_fp) != NoError ||
+        std::fwrite(_currentRecord->_data, _currentRecord->_size, 1, _fp) != 1) {
+        return WriteFailed;
+    }
+    std::fflush(_fp);
+    return previous == 0 ? NoError : link(previous);
+}
+
+// Makes the record at `previousRecord` point to the one just written.
+int qipVLRecFile::link(uint32_t previousRecord)
+{
+    if (fseeko(_fp, static_cast<off_t>(previousRecord), SEEK_SET) != 0) {
+        return ShutDown;
+    }
+    unsigned char bytes[4];
+    qipPutBig32(bytes, _header._lastOffset);
+    return std::fwrite(bytes, sizeof bytes, 1, _fp) == 1 ? NoError : WriteFailed;
+}
+
+const char* qipVLRecFile::error(int code)
+{
+    switch (code) {
+    case NoError:
+        return "No error";
+    case OpenFailed:
+        return "fopen failed";
+    case ReadFailed:
+        return "fread failed";
+    case WriteFailed:
+        return "fwrite failed";
+    case CreateFailed:
+        return "create failed";
+    case BadMagic:
+        return "bad magic number";
+    case BadVersion:
+        return "bad version number";
+    case OutOfMemory:
+        return "out of memory";
+    case DoubleFree:
+        return "double-freing entry";
+    case FileCorrupt:
+        return "file corrupt";
+    case ShutDown:
+        return "file shut down";
+    case BadParameter:
+        return "bad parameter";
+    default:
+        return "Unknown error";
+    }
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+//
+// A log file: how often each block ran in one run. A record file (qipVLRecFile.h) with a 64-byte
+// user header (ZEMLogHeader.h); each record has the counts of one source file
+// (ZEMLogFileRecord.h).
+//
+//   tag 101, and 0    counts of a source file
+//   any other         reported on the standard error stream and skipped
+//
+// docs/formats/log.md explains the format and dissects a sample.
+#pragma once
+
+#include "qip/Support/List.h"
+#include "qip/Support/qipVLRecFile.h"
+#include "zem/Data/ZEMLogFileRecord.h"
+#include "zem/Data/ZEMLogHeader.h"
+
+class ZEMLogFile : public qipVLRecFile
+{
+public:
+    static constexpr unsigned int ResultsTag = 101; // on disk
+
+    ZEMLogFile();
+    // Deletes its records.
+    ~ZEMLogFile() override;
+
+    // The number of records; see qipVLRecFile::load(). A payload that cannot be parsed is -9; the
+    // records before it are in toc().
+    [[nodiscard]] int load() override;
+
+    // Opens with a user header of 64 bytes whatever the third argument says. On top of the codes of
+    // qipVLRecFile::open(): -5 and -6 from the log header.
+    [[nodiscard]] int open(const char* filename, Mode mode, int userHeaderSz = 0) override;
+
+    void dump(std::ostream& out) override;
+
+    // The records in file order, owned by the file.
+    List<ZEMLogFileRecord*>& toc() { return _toc; }
+
+protected:
+    int readHeader() override;
+    int writeHeader() override;
+    int processRecord(unsigned int tag, unsigned int size, unsigned int realSize) override;
+
+private:
+    ZEMLogHeader _logHeader;
+    List<ZEMLogFileRecord*> _toc;
+};
+
+// Writes what dump() writes.
+std::ostream& operator<<(std::ostream& out, ZEMLogFile& file);

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "zem/Data/ZEMMapFile.h"
+
+#include "qip/Support/ListIterator.h"
+
+#include <iostream>
+#include <memory>
+#include <new>
+
+ZEMMapFile::ZEMMapFile() = default;
+
+ZEMMapFile::~ZEMMapFile() = default;
+
+int ZEMMapFile::load()
+{
+    return qipVLRecFile::load();
+}
+
+int ZEMMapFile::open(const char* filename, Mode mode, int)
+{
+    return qipVLRecFile::open(filename, mode, ZEMMapHeader::Size);
+}
+
+int ZEMMapFile::readHeader()
+{
+    return _mapHeader.read(_fp);
+}
+
+int ZEMMapFile::writeHeader()
+{
+    return _mapHeader.write(_fp);
+}
+
+int ZEMMapFile::processRecord(unsigned int tag, unsigned int size, unsigned int realSize)
+{
+    if (tag != FileTag && tag != 0) {
+        std::cerr << " *** ZEMMapFile::processRecord: unknown tag " << tag << std::endl;
+        return NoError;
+    }
+    std::unique_ptr<ZEMFileRecord> file(new (std::nothrow) ZEMFileRecord);
+    if (!file) {
+        return OutOfMemory;
+    }
+    if (file->read(_fp) != NoError) {
+        return FileCorrupt;
+    }
+    if (size < realSize) {
+        std::cerr << " *** ZEMMapFile::processRecord: size mismatch(" << size << "<" << realSize
+                  << ")" << std::endl
+                  << "     while processing: " << _filename << ":" << file->_filename << std::endl;
+    }
+    const int before = _toc.length();
+    if (_toc.append(file.get()) == before) {
+        return OutOfMemory;
+    }
+    (void)file.release(); // the list has it
+    return NoError;
+}
+
+void ZEMMapFile::dump(std::ostream& out)
+{
+    out << "\n" << _mapHeader << " Number of records : " << _header._nRecords << "\n";
+    int number = 0;
+    ListIterator<ZEMFileRecord*> files(_toc);
+    while (ZEMFileRecord* file = files.next()) {
+        out << "     Record " << ++number << "/" << _header._nRecords << "\n"
+            << *file << "\n"
+            << "     --------------------------\n";
+    }
+}
+
+std::ostream& operator<<(std::ostream& out, ZEMMapFile& file)
+{
+    file.dump(out);
+    return out;
+}
