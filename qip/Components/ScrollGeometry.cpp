@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "qip/Components/ScrollGeometry.h"
+
+#include <algorithm>
+
+ScrollGeometry::Axis ScrollGeometry::clamp(int origin, int extent, int canvas,
+                                           bool centerWhenOversize)
+{
+    Axis axis = {origin, 0, extent};
+    if (extent > canvas) {
+        axis.origin = centerWhenOversize ? (canvas - extent) / 2 : 0;
+        axis.page = canvas;
+    } else if (origin >= 0) {
+        // Written without a sum, which could overflow.
+        axis.origin = std::min(origin, canvas - extent);
+        axis.value = axis.origin;
+    } else {
+        axis.origin = 0;
+    }
+    axis.page = std::max(axis.page, 1);
+    return axis;
+}

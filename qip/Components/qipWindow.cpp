@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "qip/Components/qipWindow.h"
+
+#include "qip/Components/qipApplication.h"
+#include "qip/Support/qipAssert.h"
+
+#include <X11/Shell.h>
+#include <Xm/MainW.h>
+#include <Xm/Protocols.h>
+#include <Xm/Xm.h>
+
+qipWindow::qipWindow(const char* name) : qipVCell(name), _main(nullptr), _workArea(nullptr)
+{
+    qipAssert(theApplication != 0);
+    theApplication->registerWindow(this);
+}
+
+qipWindow::~qipWindow()
+{
+    theApplication->unregisterWindow(this);
+}
+
+void qipWindow::initialize()
+{
+    _base = XtCreatePopupShell(_name, topLevelShellWidgetClass, theApplication->baseWidget(),
+                               nullptr, 0);
+    installDestroyHandler();
+    // The delete response would be to destroy the widgets under an object that still holds them.
+    XtVaSetValues(_base, XmNallowShellResize, True, XmNdeleteResponse, XmDO_NOTHING, nullptr);
+    const Atom deleteWindow = XInternAtom(XtDisplay(_base), "WM_DELETE_WINDOW", False);
+    XmAddWMProtocolCallback(_base, deleteWindow, closeRequested_cbk, this);
+
+    _main = XtCreateManagedWidget("aWindow", xmMainWindowWidgetClass, _base, nullptr, 0);
+    _workArea = createWorkArea(_main);
+    qipAssert(_workArea != 0);
+    XtVaSetValues(_main, XmNworkWindow, _workArea, nullptr);
+    if (!XtIsManaged(_workArea)) {
+        XtManageChild(_workArea);
+    }
+}
+
+void qipWindow::manage()
+{
+    qipAssert(_base != 0);
+    XtPopup(_base, XtGrabNone);
+    if (XtIsRealized(_base)) {
+        XMapRaised(XtDisplay(_base), XtWindow(_base));
+    }
+}
+
+void qipWindow::unmanage()
+{
+    qipAssert(_base != 0);
+    XtPopdown(_base);
+}
+
+void qipWindow::close()
+{
+    unmanage();
+}
+
+void qipWindow::iconify()
+{
+    qipAssert(_base != 0);
+    XtVaSetValues(_base, XmNiconic, True, nullptr);
+    if (XtIsRealized(_base)) {
+        XIconifyWindow(XtDisplay(_base), XtWindow(_base), 0);
+    }
+}
+
+void qipWindow::closeRequested()
+{
+    close();
+}
+
+const char* qipWindow::className() const
+{
+    return "qipWindow";
+}
+
+void qipWindow::destroyed()
+{
+    _main = nullptr;
+    _workArea = nullptr;
+    qipVCell::destroyed();
+}
+
+void qipWindow::closeRequested_cbk(Widget, XtPointer window, XtPointer)
+{
+    static_cast<qipWindow*>(window)->closeRequested();
+}
