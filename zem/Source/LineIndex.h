@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+//
+// A text file that is shown line by line: one scan notes where each line starts, and a line's text
+// is read when it is first asked for and kept. Base of SrcBrowser and FileBrowser, which own the
+// array of entries and add to each entry what they need.
+//
+// Life cycle: closed > open() > getLine(), any number of times > close() or open() of another file.
+//
+// The file may change, shrink or vanish while it is shown: a line is then what is found at its old
+// place, cut to the room that the index foresaw.
+#pragma once
+
+#include <cstdio>
+
+class TextLine;
+
+class LineIndex
+{
+public:
+    // Longest file, in bytes, and most lines that are indexed. A larger file is not opened.
+    static constexpr long LargestFile = 0x7fffffff;
+    static constexpr long MostLines = 8000000;
+    // Characters of one line that are kept; the rest of a longer line is not shown.
+    static constexpr int LongestText = 64 * 1024 * 1024;
+
+    LineIndex();
+    // Closes the file. A subclass has freed its entries.
+    virtual ~LineIndex();
+    LineIndex(const LineIndex&) = delete;
+    LineIndex& operator=(const LineIndex&) = delete;
+
+    // Closes the file that is open, forgets its lines, and opens and scans `path`, of which it
+    // keeps a copy. Returns 0, or -1 for a null or empty path, a file that cannot be opened, is no
+    // regular file (a device or a pipe could hang the reader) or is too large, and whenever scan()
+    // fails.
+    [[nodiscard]] virtual int open(const char* path);
+
+    // Closes the stream if one is open. The lines that have been read stay.
+    void close();
+
+    // Builds the index from the stream's position on. Returns 0, or -1 without an open file,
+    // without memory, or with more than MostLines lines; there are no lines then.
+    [[nodiscard]] int scan();
+
+    // The text of line `line`, from 0, with tabs expanded to columns of 8 and without its newline;
+    // every other byte as it is, zeros too. `len` becomes its length. Owned by the index, valid
+    // until another file is opened. Null and 0 when there is no such line, or it cannot be read.
+    const char* getLine(long line, int& len);
+
+    const char* filename() const { return _filename; } // null before open()
+    long nLines() const { return _nLines; }
+    // The longest line in bytes as stored, its newline included, tabs not expanded. A last line
+    // without a newline does not count.
+    long maxLineSz() const { return _maxLineSz; }
+
+protected:
+    // Makes `n` empty entries in place of those that are there. Returns 0, or -1 without memory.
+    virtual int makeEntries(long n) = 0;
+    // Frees the entries.
+    virtual void dropEntries() = 0;
+    // Entry `line` of those that makeEntries() made.
+    virtual TextLine& entry(long line) = 0;
+    // Keeps `text`, from malloc(), in entry `line`.
+    virtual void saveText(long line, char* text, int len) = 0;
+
+    // Exchanges files and numbers of lines, not the entries.
+    void exchange(LineIndex& other);
+
+    FILE* _fp;       // null when closed
+    char* _filename; // owned
+    long _nLines;
+    long _maxLineSz;
+
+private:
+    void forget();
+    long rawSize(long line);
+    int readText(long line, char* text, int room);
+};
