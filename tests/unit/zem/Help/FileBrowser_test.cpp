@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Help/FileBrowser.h"
 
-#include "tests/unit/zem/Source/SrcTestFiles.h"
+#include "tests/support/TempDir.h"
 #include "zem/Help/FileLine.h"
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <sstream>
 
-class FileBrowserTest : public SrcTestFiles
+class FileBrowserTest : public testing::Test
 {
 protected:
+    TempDir _files;
+
     FileBrowser _browser;
 };
 
 TEST_F(FileBrowserTest, ReadsLinesWithTabsExpanded)
 {
-    ASSERT_EQ(_browser.open(write("t.hlp", "a\tb\n12345678\tx\nlast").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("t.hlp", "a\tb\n12345678\tx\nlast").c_str()), 0);
     EXPECT_EQ(_browser.nLines(), 3);
     int len = 0;
     EXPECT_STREQ(_browser.getLine(0, len), "a       b");
@@ -28,7 +32,7 @@ TEST_F(FileBrowserTest, ReadsLinesWithTabsExpanded)
 
 TEST_F(FileBrowserTest, TextIsReadOnFirstUse)
 {
-    ASSERT_EQ(_browser.open(write("t.hlp", "one\ntwo\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("t.hlp", "one\ntwo\n").c_str()), 0);
     EXPECT_EQ(_browser.line(1)->_src, nullptr);
     int len = 0;
     (void)_browser.getLine(1, len);
@@ -40,7 +44,7 @@ TEST_F(FileBrowserTest, TextIsReadOnFirstUse)
 
 TEST_F(FileBrowserTest, SearchFindsTheFirstLineThatContainsTheText)
 {
-    ASSERT_EQ(_browser.open(write("t.hlp", "alpha\nbeta gamma\ngamma\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("t.hlp", "alpha\nbeta gamma\ngamma\n").c_str()), 0);
     EXPECT_EQ(_browser.search("gamma"), 1);
     EXPECT_EQ(_browser.search("alpha"), 0);
     EXPECT_EQ(_browser.search("Gamma"), -1);
@@ -55,7 +59,7 @@ TEST_F(FileBrowserTest, SearchInAnUnopenedBrowserFindsNothing)
 
 TEST_F(FileBrowserTest, ClearForgetsFileLinesAndName)
 {
-    ASSERT_EQ(_browser.open(write("t.hlp", "one\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("t.hlp", "one\n").c_str()), 0);
     _browser.clear();
     EXPECT_EQ(_browser.filename(), nullptr);
     EXPECT_EQ(_browser.nLines(), 0);
@@ -67,7 +71,7 @@ TEST_F(FileBrowserTest, ClearForgetsFileLinesAndName)
 
 TEST_F(FileBrowserTest, DumpNamesTheFileAndTheOffsets)
 {
-    const std::string file = write("t.hlp", "one\ntwo");
+    const std::string file = _files.write("t.hlp", "one\ntwo");
     ASSERT_EQ(_browser.open(file.c_str()), 0);
     std::ostringstream out;
     out << _browser;

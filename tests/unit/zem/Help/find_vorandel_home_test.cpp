@@ -1,22 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Help/find_vorandel_home.h"
 
-#include "tests/unit/zem/Source/SrcTestFiles.h"
+#include "tests/support/TempDir.h"
 #include "zem/Help/programShare.h"
 
-#include <cstdlib>
+#include <gtest/gtest.h>
 
-class FindVorandelHomeTest : public SrcTestFiles
+#include <cstdlib>
+#include <filesystem>
+
+class FindVorandelHomeTest : public testing::Test
 {
 protected:
-    void TearDown() override
-    {
-        unsetenv("VORANDEL");
-        SrcTestFiles::TearDown();
-    }
+    TempDir _files;
+
+    void TearDown() override { unsetenv("VORANDEL"); }
     void makeDirectory(const char* name) const
     {
-        ASSERT_TRUE(std::filesystem::create_directories(path(name)));
+        ASSERT_TRUE(std::filesystem::create_directories(_files.path(name)));
     }
 
     std::string _home = "untouched";
@@ -58,16 +59,17 @@ TEST_F(FindVorandelHomeTest, ShareBesideTheProgramsDirectoryIsTakenFirst)
     makeDirectory("share/zem/help");
     makeDirectory("usr/share/zem/help");
     makeDirectory("usr/bin");
-    EXPECT_EQ(programShare(path("usr/bin/zem").c_str(), "zem/help"), path("usr/share"));
-    EXPECT_EQ(programShare(path("opt/bin/zem").c_str(), "zem/help"), path("share"));
+    EXPECT_EQ(programShare(_files.path("usr/bin/zem").c_str(), "zem/help"),
+              _files.path("usr/share"));
+    EXPECT_EQ(programShare(_files.path("opt/bin/zem").c_str(), "zem/help"), _files.path("share"));
 }
 
 TEST_F(FindVorandelHomeTest, ShareWithoutTheEntryIsPassedBy)
 {
     makeDirectory("share/zem/help");
     makeDirectory("build/share/zem");
-    EXPECT_EQ(programShare(path("build/bin/zem").c_str(), "zem/help"), path("share"));
-    EXPECT_EQ(programShare(path("build/bin/zem").c_str(), "zem/no such entry"), "");
+    EXPECT_EQ(programShare(_files.path("build/bin/zem").c_str(), "zem/help"), _files.path("share"));
+    EXPECT_EQ(programShare(_files.path("build/bin/zem").c_str(), "zem/no such entry"), "");
 }
 
 TEST_F(FindVorandelHomeTest, NullAndRelativeProgramsHaveNoShare)

@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Source/LineIndex.h"
 
-#include "tests/unit/zem/Source/SrcTestFiles.h"
+#include "tests/support/TempDir.h"
 #include "zem/Source/SrcBrowser.h"
 #include "zem/Source/SrcLine.h"
+
+#include <gtest/gtest.h>
 
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
 // The index as SrcBrowser has it.
-class LineIndexTest : public SrcTestFiles
+class LineIndexTest : public testing::Test
 {
 protected:
-    int open(const std::string& text) { return _index.open(write("file", text).c_str()); }
+    TempDir _files;
+
+    int open(const std::string& text) { return _index.open(_files.write("file", text).c_str()); }
 
     std::string line(long n)
     {
@@ -35,7 +39,7 @@ TEST_F(LineIndexTest, OpenRefusesNullAndEmptyPaths)
 
 TEST_F(LineIndexTest, OpenRefusesAMissingFileAndKeepsItsName)
 {
-    const std::string missing = path("missing");
+    const std::string missing = _files.path("missing");
     EXPECT_EQ(_index.open(missing.c_str()), -1);
     EXPECT_EQ(_index.filename(), missing);
     EXPECT_EQ(_index.nLines(), 0);
@@ -44,20 +48,20 @@ TEST_F(LineIndexTest, OpenRefusesAMissingFileAndKeepsItsName)
 TEST_F(LineIndexTest, FailedOpenForgetsTheLinesOfTheFileBefore)
 {
     ASSERT_EQ(open("old\n"), 0);
-    EXPECT_EQ(_index.open(path("missing").c_str()), -1);
+    EXPECT_EQ(_index.open(_files.path("missing").c_str()), -1);
     EXPECT_EQ(_index.nLines(), 0);
     EXPECT_EQ(line(0), "(null)0");
 }
 
 TEST_F(LineIndexTest, OpenRefusesADirectory)
 {
-    EXPECT_EQ(_index.open(_dir.c_str()), -1);
+    EXPECT_EQ(_index.open(_files.path().c_str()), -1);
 }
 
 TEST_F(LineIndexTest, OpenRefusesAPipeWithoutWaitingForItsWriter)
 {
-    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(_index.open(path("pipe").c_str()), -1);
+    ASSERT_EQ(mkfifo(_files.path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(_index.open(_files.path("pipe").c_str()), -1);
 }
 
 TEST_F(LineIndexTest, OpenRefusesADevice)
@@ -67,7 +71,7 @@ TEST_F(LineIndexTest, OpenRefusesADevice)
 
 TEST_F(LineIndexTest, OpenRefusesAFileOfTwoGibibytes)
 {
-    const std::string large = write("large", "");
+    const std::string large = _files.write("large", "");
     ASSERT_EQ(truncate(large.c_str(), LineIndex::LargestFile + 1), 0);
     EXPECT_EQ(_index.open(large.c_str()), -1);
 }
@@ -148,7 +152,7 @@ TEST_F(LineIndexTest, LineThatWasReadStaysTheSameText)
     ASSERT_EQ(open("before\nx\n"), 0);
     int len = 0;
     const char* first = _index.getLine(0, len);
-    write("file", "afters\nx\n");
+    _files.write("file", "afters\nx\n");
     EXPECT_EQ(_index.getLine(0, len), first);
     EXPECT_EQ(line(0), "before");
 }
@@ -173,7 +177,7 @@ TEST_F(LineIndexTest, LineIsCutAtTheLongestTextThatIsKept)
 TEST_F(LineIndexTest, ShrunkFileGivesEmptyAndShortLines)
 {
     ASSERT_EQ(open("first\nsecond\nthird"), 0);
-    ASSERT_EQ(truncate(path("file").c_str(), 9), 0);
+    ASSERT_EQ(truncate(_files.path("file").c_str(), 9), 0);
     EXPECT_EQ(line(1), "sec");
     EXPECT_EQ(line(2), "");
 }
@@ -181,14 +185,14 @@ TEST_F(LineIndexTest, ShrunkFileGivesEmptyAndShortLines)
 TEST_F(LineIndexTest, LineThatGrewIsCutToTheRoomOfItsIndex)
 {
     ASSERT_EQ(open("ab\ncd\n"), 0);
-    write("file", "\t\t\tmuch longer than before");
+    _files.write("file", "\t\t\tmuch longer than before");
     EXPECT_EQ(line(0), "   ");
 }
 
 TEST_F(LineIndexTest, FileThatVanishesIsReadThroughItsOpenStream)
 {
     ASSERT_EQ(open("first\nlast"), 0);
-    ASSERT_EQ(unlink(path("file").c_str()), 0);
+    ASSERT_EQ(unlink(_files.path("file").c_str()), 0);
     EXPECT_EQ(line(0), "first");
     EXPECT_EQ(line(1), "last");
 }
@@ -207,7 +211,7 @@ TEST_F(LineIndexTest, ReopeningTheNameThatItHoldsReadsTheFileAgain)
 {
     ASSERT_EQ(open("old\n"), 0);
     EXPECT_EQ(line(0), "old");
-    write("file", "new text\n");
+    _files.write("file", "new text\n");
     ASSERT_EQ(_index.open(_index.filename()), 0);
     EXPECT_EQ(line(0), "new text");
     EXPECT_EQ(_index.maxLineSz(), 9);

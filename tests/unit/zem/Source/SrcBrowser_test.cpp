@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Source/SrcBrowser.h"
 
-#include "tests/unit/zem/Source/SrcTestFiles.h"
+#include "tests/support/TempDir.h"
 #include "zem/Source/SrcLine.h"
+
+#include <gtest/gtest.h>
 
 #include <cstring>
 #include <sstream>
 
-class SrcBrowserTest : public SrcTestFiles
+class SrcBrowserTest : public testing::Test
 {
 protected:
+    TempDir _files;
+
     SrcBrowser _browser;
 };
 
 TEST_F(SrcBrowserTest, LinesWithoutCoverageHaveNoBlocks)
 {
-    ASSERT_EQ(_browser.open(write("a.c", "x\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("a.c", "x\n").c_str()), 0);
     EXPECT_EQ(_browser.getHits(0), -1);
     EXPECT_EQ(_browser.getHitMap(0), nullptr);
     EXPECT_EQ(_browser.getHitMapSize(0), 0);
@@ -24,7 +28,7 @@ TEST_F(SrcBrowserTest, LinesWithoutCoverageHaveNoBlocks)
 TEST_F(SrcBrowserTest, RequestsOutOfRangeAnswerNothing)
 {
     EXPECT_EQ(_browser.getHits(0), -1);
-    ASSERT_EQ(_browser.open(write("a.c", "x\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("a.c", "x\n").c_str()), 0);
     _browser.line(1)->showBlock(3);
     for (const long n : {-1L, 2L, 65535L}) {
         EXPECT_EQ(_browser.getHits(n), -1) << n;
@@ -37,21 +41,21 @@ TEST_F(SrcBrowserTest, RequestsOutOfRangeAnswerNothing)
 
 TEST_F(SrcBrowserTest, OpeningAnotherFileReplacesLinesAndCoverage)
 {
-    ASSERT_EQ(_browser.open(write("a.c", "x\ny\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("a.c", "x\ny\n").c_str()), 0);
     _browser.line(0)->showBlock(0);
-    ASSERT_EQ(_browser.open(write("b.c", "z").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("b.c", "z").c_str()), 0);
     EXPECT_EQ(_browser.nLines(), 1);
     EXPECT_EQ(_browser.getHits(0), -1);
 }
 
 TEST_F(SrcBrowserTest, ExchangeTakesFileLinesAndCoverageAlong)
 {
-    ASSERT_EQ(_browser.open(write("a.c", "x\n").c_str()), 0);
+    ASSERT_EQ(_browser.open(_files.write("a.c", "x\n").c_str()), 0);
     SrcBrowser other;
-    ASSERT_EQ(other.open(write("b.c", "one\ntwo\nthree").c_str()), 0);
+    ASSERT_EQ(other.open(_files.write("b.c", "one\ntwo\nthree").c_str()), 0);
     other.line(2)->showBlock(7);
     _browser.exchange(other);
-    EXPECT_EQ(_browser.filename(), path("b.c"));
+    EXPECT_EQ(_browser.filename(), _files.path("b.c"));
     EXPECT_EQ(_browser.nLines(), 3);
     EXPECT_EQ(_browser.maxLineSz(), 4);
     EXPECT_EQ(_browser.getHits(2), 7);
@@ -63,7 +67,7 @@ TEST_F(SrcBrowserTest, ExchangeTakesFileLinesAndCoverageAlong)
 
 TEST_F(SrcBrowserTest, DumpNamesTheFileAndEveryLine)
 {
-    const std::string file = write("a.c", "x\n\ty\n");
+    const std::string file = _files.write("a.c", "x\n\ty\n");
     ASSERT_EQ(_browser.open(file.c_str()), 0);
     _browser.line(1)->showBlock(5);
     std::ostringstream out;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Source/SrcCoverage.h"
 
-#include "tests/unit/zem/Source/SrcTestFiles.h"
+#include "tests/support/TempDir.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Source/SrcBrowser.h"
 #include "zem/Source/SrcLine.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <deque>
@@ -22,19 +24,17 @@ struct Block
 
 } // namespace
 
-class SrcCoverageTest : public SrcTestFiles
+class SrcCoverageTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        SrcTestFiles::SetUp();
-        openLines(20);
-    }
+    TempDir _files;
+
+    void SetUp() override { openLines(20); }
 
     // A source file of `n` lines and the empty one behind its last newline.
     void openLines(size_t n)
     {
-        ASSERT_EQ(_browser.open(write("a.c", std::string(n, '\n')).c_str()), 0);
+        ASSERT_EQ(_browser.open(_files.write("a.c", std::string(n, '\n')).c_str()), 0);
     }
 
     void addFunction(const std::vector<Block>& blocks)
