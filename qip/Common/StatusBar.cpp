@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "qip/Common/StatusBar.h"
+
+#include <Xm/Form.h>
+#include <Xm/Label.h>
+#include <Xm/Xm.h>
+
+#include <cstring>
+#include <new>
+
+namespace {
+
+constexpr char MessageTag[] = "FNT_STATUSBAR_MSG";
+
+} // namespace
+
+StatusBar::StatusBar(const char* name)
+    : qipVCell(name), _permMsg(nullptr), _msgArea(nullptr), _timer(this)
+{}
+
+StatusBar::~StatusBar()
+{
+    delete[] _permMsg;
+}
+
+void StatusBar::install(qipVCell* parent)
+{
+    _base = XtVaCreateManagedWidget("statusbar_work", xmFormWidgetClass, parent->clientArea(),
+                                    XmNfractionBase, 20, XmNresizePolicy, XmRESIZE_NONE, nullptr);
+    _msgArea =
+        XtVaCreateManagedWidget("messageArea", xmLabelWidgetClass, _base, XmNalignment,
+                                XmALIGNMENT_BEGINNING, XmNleftAttachment, XmATTACH_FORM, nullptr);
+    refresh();
+    _clientArea = _base;
+    installHelpHandler();
+    installDestroyHandler();
+}
+
+const char* StatusBar::className() const
+{
+    return "StatusBar";
+}
+
+void StatusBar::destroyed()
+{
+    // The timer must not fire into a label that is gone.
+    _timer.deactivate();
+    _msgArea = nullptr;
+    qipVCell::destroyed();
+}
+
+void StatusBar::setPermanent(const char* text)
+{
+    if (text == nullptr) {
+        return;
+    }
+    char* copy = new (std::nothrow) char[std::strlen(text) + 1];
+    if (copy != nullptr) {
+        std::strcpy(copy, text);
+    }
+    delete[] _permMsg;
+    _permMsg = copy;
+}
+
+void StatusBar::refresh()
+{
+    if (_msgArea != nullptr) {
+        showMessage(_permMsg == nullptr ? "" : _permMsg);
+    }
+}
+
+void StatusBar::displayMessage(const char* text)
+{
+    if (text == nullptr || _msgArea == nullptr) {
+        return;
+    }
+    _timer.deactivate();
+    showMessage(text);
+    _timer.activate();
+}
+
+void StatusBar::showMessage(const char* text)
+{
+    setLabelText(_msgArea, text, MessageTag);
+}
+
+void StatusBar::setLabelText(Widget label, const char* text, const char* tag)
+{
+    XmString string = XmStringCreate(const_cast<char*>(text), const_cast<char*>(tag));
+    if (string != nullptr) {
+        XtVaSetValues(label, XmNlabelString, string, nullptr);
+        XmStringFree(string);
+    }
+}
+
+StatusBar::MsgTimeout::MsgTimeout(StatusBar* client) : _client(client)
+{
+    setTimer(MessageTime);
+}
+
+StatusBar::MsgTimeout::~MsgTimeout() = default;
+
+void StatusBar::MsgTimeout::triggered()
+{
+    _client->refresh();
+}
