@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "zem/App/ZEMApp.h"
+
+#include "qip/Components/qipWindow.h"
+#include "qip/Support/ListIterator.h"
+#include "zem/Reports/RptArea.h"
+#include "zem/Reports/RptCommandLine.h"
+#include "zem/Reports/RptOptions.h"
+#include "zem/Window/ZEMWindow.h"
+
+#include <cstdio>
+#include <iostream>
+
+const char* const compilation_date = "10/24/96";
+
+namespace {
+
+constexpr int MajorVersion = 3;
+constexpr int MinorVersion = 1;
+
+// The options, carried out on the report area.
+class Options : public RptOptions
+{
+public:
+    void reportType(RptType type) override { theReportContainer->reportType(type); }
+    void manglingLevel(int level) override { theReportContainer->manglingLevel(level); }
+    void addFilter(int kind, const char* name) override
+    {
+        theReportContainer->addFilter(kind, name);
+    }
+    void sortBy(const char* keys) override { theReportContainer->sortBy(keys); }
+    void showHitCounts() override { theReportContainer->showHitCounts(1); }
+    void usageHelp() override { theApplication->usageHelp(); }
+};
+
+} // namespace
+
+const char* version_string()
+{
+    static char text[16];
+    std::snprintf(text, sizeof text, "%d.%d", MajorVersion, MinorVersion);
+    return text;
+}
+
+ZEMApp::ZEMApp(const char* name) : qipApplication(name) {}
+
+ZEMApp::~ZEMApp() = default;
+
+const char* ZEMApp::className() const
+{
+    return "ZEMApp";
+}
+
+void ZEMApp::usageHelp()
+{
+    std::cerr << "ZEM Version " << version_string() << " (" << compilation_date << ")\n";
+    RptOptions::writeOptionLines(std::cerr);
+    std::cerr << std::flush;
+}
+
+int ZEMApp::appMain(int& argc, char** argv)
+{
+    ZEMWindow window("zem");
+    ListIterator<qipWindow*> windows(_windows);
+    while (qipWindow* each = windows.next()) {
+        each->initialize();
+        each->manage();
+    }
+    XtRealizeWidget(_base);
+
+    Options options;
+    RptCommandLine::parse(options, &argc, argv);
+    int nFiles = 0;
+    for (int i = 1; i < argc; ++i) {
+        if (argv[i][0] != '-') {
+            theReportContainer->processFile(argv[i]);
+            ++nFiles;
+        }
+    }
+    if (nFiles > 0) {
+        theReportContainer->report();
+    }
+    handleEvents();
+    return 0;
+}

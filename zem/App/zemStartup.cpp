@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+//
+// The program-wide objects, made before main() and in this order. They are never deleted: exit()
+// runs destructors while the display may be gone already, and widgets and drawing contexts must not
+// be given back to it then.
+#include "zem/App/ZEMApp.h"
+#include "zem/Reports/RptArea.h"
+#include "zem/Window/ZEMStsBar.h"
+
+namespace {
+
+ZEMApp* const zemApp = new ZEMApp("zem");
+
+[[maybe_unused]] const bool made = [] {
+    theReportContainer = new RptArea("rptArea");
+    theStatusBar = new ZEMStsBar("statusBar");
+    return zemApp != nullptr;
+}();
+
+} // namespace

@@ -1,0 +1,518 @@
+// SPDX-License-Identifier: MIT
+#include "zem/Repository/ZEMRepository.h"
+
+#include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVLRecFile.h"
+#include "zem/Data/ZEMLogFile.h"
+#include "zem/Data/ZEMMapFile.h"
+#include "zem/Demangle/demangle.h"
+#include "zem/Reports/ZEMClassView.h"
+#include "zem/Reports/ZEMDirectoryView.h"
+#include "zem/Reports/ZEMFileView.h"
+#include "zem/Reports/ZEMFuncView.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <iostream>
+#include <new>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+// Hash indexes beside the lists, with the strings of the listed objects as keys: each look-up would
+// else walk a list, once for every record or row.
+struct ZEMRepository::Index
+{
+    std::unordered_map<std::string_view, ZEMFileRecord*> srcfiles;
+    std::unordered_set<std::string_view> mapfiles;
+    std::unordered_set<std::string_view> filters[UCHAR_MAX + 1]; // by kind
+};
+
+// What a file row shows of its functions.
+struct ZEMRepository::Counts
+{
+    int64_t hits = 0;
+    int64_t untested = 0;
+};
+
+namespace {
+
+int clampToInt(int64_t n)
+{
+    return static_cast<int>(std::max<int64_t>(std::min<int64_t>(n, INT_MAX), INT_MIN));
+}
+
+uint32_t saturatingSum(uint32_t a, uint32_t b)
+{
+    const uint32_t sum = a + b;
+    return sum < a ? UINT32_MAX : sum;
+}
+
+const char* nameOf(const char* name)
+{
+    return name == nullptr ? "" : name;
+}
+
+// Counts one function's blocks into `hits` and `untested`.
+void addBlocks(const ZEMFuncRecord& func, int64_t& hits, int64_t& untested)
+{
+    for (uint32_t i = 0; i < func._nBlocks; ++i) {
+        hits += func._blockMap[i]._nHits;
+        untested += func._blockMap[i]._nHits == 0;
+    }
+}
+
+// An array for `count` rows, or null.
+ZEMView** newRows(size_t count)
+{
+    return count == 0 ? nullptr : new (std::nothrow) ZEMView*[count];
+}
+
+void setCounts(ZEMView& row, ZEMRecord* owner, int64_t total, int64_t covered, int64_t hits)
+{
+    row._owner = owner;
+    row._totBlk = clampToInt(total);
+    row._covBlk = clampToInt(covered);
+    row._hits = clampToInt(hits);
+}
+
+// The length of the directory in a file row's label, or -1 when the file's path names none: the
+// label of a file without directory begins with a '/' too.
+long directoryLength(const ZEMFileRecord& file, const char* label)
+{
+    if (std::strchr(nameOf(file._filename), '/') == nullptr) {
+        return -1;
+    }
+    return static_cast<long>(std::strrchr(label, '/') - label);
+}
+
+// The length of the class name in a function's stored name, or -1 when it is no member: what stands
+// before the last ':' and the character in front of it, or one character that stands alone.
+long classLength(const char* label)
+{
+    const char* colon = std::strrchr(label, ':');
+    if (colon == nullptr || colon == label) {
+        return -1;
+    }
+    const long position = static_cast<long>(colon - label);
+    if (position == 1) {
+        return label[0] == ':' ? -1 : 1;
+    }
+    return position - 1;
+}
+
+// Sums rows up by a part of their labels. The groups come with the one met last first.
+class Grouping
+{
+public:
+    struct Group
+    {
+        std::string_view name;
+        int64_t total = 0;
+        int64_t covered = 0;
+        int64_t hits = 0;
+    };
+
+    void add(std::string_view name, const ZEMView& row)
+    {
+        const auto found = _index.emplace(name, _groups.size());
+        if (found.second) {
+            _groups.emplace_back();
+            _groups.back().name = name;
+        }
+        Group& group = _groups[found.first->second];
+        group.total += row._totBlk;
+        group.covered += row._covBlk;
+        group.hits += row._hits;
+    }
+
+    // `makeRow` makes a row with its name set.
+    ZEMRptTable table(const std::function<ZEMView*(const std::string&)>& makeRow) const
+    {
+        ZEMRptTable table;
+        table._view = newRows(_groups.size());
+        if (table._view == nullptr) {
+            return table;
+        }
+        for (auto group = _groups.rbegin(); group != _groups.rend(); ++group) {
+            ZEMView* row = makeRow(std::string(group->name));
+            if (row != nullptr) {
+                setCounts(*row, nullptr, group->total, group->covered, group->hits);
+                row->setLabel();
+                table._view[table._nItems++] = row;
+            }
+        }
+        return table;
+    }
+
+private:
+    std::unordered_map<std::string_view, size_t> _index;
+    std::vector<Group> _groups; // in the order met
+};
+
+} // namespace
+
+ZEMRepository::ZEMRepository() : _totUncov(0), _totBlocks(0), _index(new Index) {}
+
+ZEMRepository::~ZEMRepository()
+{
+    ListIterator<ZEMFileRecord*> files(_srcfiles);
+    while (const ZEMFileRecord* file = files.next()) {
+        delete file;
+    }
+    ListIterator<char*> paths(_mapfiles);
+    while (const char* path = paths.next()) {
+        delete[] path;
+    }
+}
+
+int ZEMRepository::processFile(const char* path)
+{
+    return processLogFile(path);
+}
+
+int ZEMRepository::processLogFile(const char* path)
+{
+    ZEMLogFile log;
+    int result = log.open(path, qipVLRecFile::READ);
+    if (result < 0) {
+        return result;
+    }
+    result = log.load();
+    if (result < 0) {
+        return result;
+    }
+    ListIterator<ZEMLogFileRecord*> records(log.toc());
+    while (const ZEMLogFileRecord* record = records.next()) {
+        if (_index->mapfiles.count(record->_mapfile) == 0) {
+            result = processMapFile(record->_mapfile);
+            if (result < 0) {
+                return result;
+            }
+        }
+        const auto found = _index->srcfiles.find(record->_filename);
+        if (found != _index->srcfiles.end()) {
+            merge(*found->second, *record);
+        }
+    }
+    return qipVLRecFile::NoError;
+}
+
+int ZEMRepository::processMapFile(const char* path)
+{
+    if (path == nullptr || path[0] == '\0') {
+        return qipVLRecFile::BadParameter;
+    }
+    ZEMMapFile map;
+    int result = map.open(path, qipVLRecFile::READ);
+    if (result == qipVLRecFile::NoError) {
+        result = map.load();
+    }
+    if (result < 0) {
+        ListIterator<ZEMFileRecord*> files(map.toc());
+        while (const ZEMFileRecord* file = files.next()) {
+            delete file;
+        }
+        return result;
+    }
+    result = take(map.toc());
+    if (result != qipVLRecFile::NoError) {
+        return result;
+    }
+    char* copy = new (std::nothrow) char[std::strlen(path) + 1];
+    if (copy == nullptr) {
+        return qipVLRecFile::OutOfMemory;
+    }
+    std::strcpy(copy, path);
+    try {
+        _index->mapfiles.insert(copy);
+    } catch (const std::bad_alloc&) {
+        delete[] copy;
+        return qipVLRecFile::OutOfMemory;
+    }
+    _mapfiles.append(copy);
+    return qipVLRecFile::NoError;
+}
+
+// Takes over the records of a map file; those of source files that are known already are deleted.
+int ZEMRepository::take(List<ZEMFileRecord*>& files)
+{
+    int result = qipVLRecFile::NoError;
+    ListIterator<ZEMFileRecord*> it(files);
+    while (ZEMFileRecord* file = it.next()) {
+        bool isNew = false;
+        try {
+            isNew = _index->srcfiles.emplace(nameOf(file->_filename), file).second;
+        } catch (const std::bad_alloc&) {
+            result = qipVLRecFile::OutOfMemory;
+        }
+        if (isNew) {
+            _srcfiles.append(file);
+        } else {
+            delete file;
+        }
+    }
+    return result;
+}
+
+void ZEMRepository::merge(ZEMFileRecord& file, const ZEMLogFileRecord& record)
+{
+    if (file._nBlocks != record._nBlocks) {
+        // One piece after the other, without closing brackets: scripts look for it.
+        std::cerr << " *** ZEMRepository::processLogFile() : block count mismatch!" << std::endl
+                  << "     Mapfile(" << nameOf(file._filename) << file._nBlocks << ", Logfile("
+                  << record._filename << record._nBlocks << std::endl;
+    }
+    size_t k = 0;
+    ListIterator<ZEMFuncRecord*> funcs(file._funcList);
+    while (ZEMFuncRecord* func = funcs.next()) {
+        _totBlocks += func->_nBlocks;
+        // Counts that the log does not have are 0.
+        const size_t left = record._nBlocks - std::min<size_t>(k, record._nBlocks);
+        const size_t counted = std::min<size_t>(func->_nBlocks, left);
+        const uint32_t* hits = record._hits + (counted > 0 ? k : 0);
+        long untested = static_cast<long>(func->_nBlocks - counted);
+        for (size_t i = 0; i < counted; ++i) {
+            ZEMBlkRecord& block = func->_blockMap[i];
+            block._nHits = saturatingSum(block._nHits, hits[i]);
+            untested += hits[i] == 0;
+        }
+        _totUncov += untested;
+        k += func->_nBlocks;
+    }
+}
+
+void ZEMRepository::coverageSummary(int& uncovered, int& total) const
+{
+    uncovered = clampToInt(_totUncov);
+    total = clampToInt(_totBlocks);
+}
+
+void ZEMRepository::coverageSummary(long& uncovered, long& total) const
+{
+    uncovered = _totUncov;
+    total = _totBlocks;
+}
+
+void ZEMRepository::addFilter(int kind, const char* name)
+{
+    if (name == nullptr) {
+        return;
+    }
+    List<char*>* filter = nullptr;
+    switch (kind) {
+    case 'F':
+        filter = &_fileNames;
+        break;
+    case 'f':
+        filter = &_functionNames;
+        break;
+    case 'o':
+        filter = &_classNames;
+        break;
+    case 'd':
+        filter = &_directoryNames;
+        break;
+    default:
+        return;
+    }
+    filter->append(const_cast<char*>(name));
+    _index->filters[kind].insert(name);
+}
+
+int ZEMRepository::isSuppressed(List<char*>& filter, const char* name) const
+{
+    if (filter.length() == 0) {
+        return 0;
+    }
+    ListIterator<char*> names(filter);
+    while (const char* shown = names.next()) {
+        if (std::strcmp(shown, name) == 0) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+// As isSuppressed(), through the index.
+int ZEMRepository::suppressed(char kind, const char* name) const
+{
+    const auto& filter = _index->filters[static_cast<unsigned char>(kind)];
+    return !filter.empty() && filter.count(nameOf(name)) == 0 ? 1 : 0;
+}
+
+ZEMRptTable ZEMRepository::viewByFunction(int manglingLevel) const
+{
+    size_t count = 0;
+    ListIterator<ZEMFileRecord*> counted(_srcfiles);
+    while (const ZEMFileRecord* file = counted.next()) {
+        count += static_cast<size_t>(file->_funcList.length());
+    }
+    ZEMRptTable table;
+    table._view = newRows(count);
+    if (table._view == nullptr) {
+        return table;
+    }
+    ListIterator<ZEMFileRecord*> files(_srcfiles);
+    while (ZEMFileRecord* file = files.next()) {
+        if (suppressed('F', file->_filename)) {
+            continue;
+        }
+        ListIterator<ZEMFuncRecord*> funcs(file->_funcList);
+        while (ZEMFuncRecord* func = funcs.next()) {
+            if (suppressed('f', func->_funcname)) {
+                continue;
+            }
+            auto* row = new (std::nothrow) ZEMFuncView;
+            if (row == nullptr) {
+                return table;
+            }
+            int64_t hits = 0;
+            int64_t untested = 0;
+            addBlocks(*func, hits, untested);
+            setCounts(*row, func, func->_nBlocks, func->_nBlocks - untested, hits);
+            const char* stored = nameOf(func->_funcname);
+            char* readable =
+                manglingLevel == 0 ? nullptr : demangle_name(stored, manglingLevel - 2);
+            row->funcname(readable == nullptr ? stored : readable);
+            std::free(readable);
+            row->filename(nameOf(file->_filename));
+            row->setLabel();
+            table._view[table._nItems++] = row;
+        }
+    }
+    return table;
+}
+
+ZEMRepository::Counts ZEMRepository::countFunctions(ZEMFileRecord& file) const
+{
+    Counts counts;
+    ListIterator<ZEMFuncRecord*> funcs(file._funcList);
+    while (const ZEMFuncRecord* func = funcs.next()) {
+        if (!suppressed('f', func->_funcname)) {
+            addBlocks(*func, counts.hits, counts.untested);
+        }
+    }
+    return counts;
+}
+
+ZEMRptTable ZEMRepository::viewByFile() const
+{
+    ZEMRptTable table;
+    table._view = newRows(static_cast<size_t>(_srcfiles.length()));
+    if (table._view == nullptr) {
+        return table;
+    }
+    ListIterator<ZEMFileRecord*> files(_srcfiles);
+    while (ZEMFileRecord* file = files.next()) {
+        if (suppressed('F', file->_filename)) {
+            continue;
+        }
+        auto* row = new (std::nothrow) ZEMFileView;
+        if (row == nullptr) {
+            return table;
+        }
+        const Counts counts = countFunctions(*file);
+        setCounts(*row, file, file->_nBlocks, file->_nBlocks - counts.untested, counts.hits);
+        row->filename(nameOf(file->_filename));
+        row->setLabel();
+        table._view[table._nItems++] = row;
+    }
+    return table;
+}
+
+ZEMRptTable ZEMRepository::viewByDirectory() const
+{
+    ZEMRptTable files = viewByFile();
+    Grouping directories;
+    for (int i = 0; i < files._nItems; ++i) {
+        ZEMView& row = *files._view[i];
+        const long length =
+            directoryLength(static_cast<const ZEMFileRecord&>(*row._owner), row._label);
+        if (length < 0) {
+            continue;
+        }
+        row._label[length] = '\0';
+        if (!suppressed('d', row._label)) {
+            directories.add(row._label, row);
+        }
+    }
+    ZEMRptTable table = directories.table([](const std::string& name) -> ZEMView* {
+        auto* row = new (std::nothrow) ZEMDirectoryView;
+        if (row != nullptr) {
+            row->directory(name.c_str());
+        }
+        return row;
+    });
+    files.deleteRows();
+    return table;
+}
+
+ZEMRptTable ZEMRepository::viewByClass() const
+{
+    ZEMRptTable functions = viewByFunction(0);
+    Grouping classes;
+    for (int i = 0; i < functions._nItems; ++i) {
+        ZEMView& row = *functions._view[i];
+        const long length = classLength(row._label);
+        if (length < 0) {
+            continue;
+        }
+        row._label[length] = '\0';
+        if (!suppressed('o', row._label)) {
+            classes.add(row._label, row);
+        }
+    }
+    ZEMRptTable table = classes.table([](const std::string& name) -> ZEMView* {
+        auto* row = new (std::nothrow) ZEMClassView;
+        if (row != nullptr) {
+            row->classname(name.c_str());
+        }
+        return row;
+    });
+    functions.deleteRows();
+    return table;
+}
+
+void ZEMRepository::showView(ZEMRptTable table)
+{
+    for (int i = 0; i < table._nItems; ++i) {
+        const ZEMView& row = *table._view[i];
+        std::cout << nameOf(row._label) << " " << row._covBlk << "/" << row._totBlk << "\n";
+    }
+    std::cout << std::flush;
+}
+
+std::ostream& operator<<(std::ostream& out, ZEMRepository& repository)
+{
+    out << " **** Repository info:\n"
+        << "            map files: " << repository._mapfiles.length() << "\n";
+    ListIterator<char*> paths(repository._mapfiles);
+    while (const char* path = paths.next()) {
+        out << "                       " << path << "\n";
+    }
+    out << "\n         source files: " << repository._srcfiles.length() << "\n";
+    ListIterator<ZEMFileRecord*> files(repository._srcfiles);
+    while (ZEMFileRecord* file = files.next()) {
+        out << "            " << nameOf(file->_filename) << "\n"
+            << "            --- " << file->_nFuncs << " funcs, " << file->_nBlocks << " blocks\n";
+        ListIterator<ZEMFuncRecord*> funcs(file->_funcList);
+        while (const ZEMFuncRecord* func = funcs.next()) {
+            out << "                 +++ " << nameOf(func->_funcname)
+                << ", lines: " << func->_startLine << "-" << func->_endLine
+                << ", blocks: " << func->_nBlocks << "\n"
+                << "                     ";
+            for (uint32_t i = 0; i < func->_nBlocks; ++i) {
+                out << "[" << func->_blockMap[i]._startLine << "-" << func->_blockMap[i]._stopLine
+                    << "]";
+            }
+            out << "\n";
+        }
+    }
+    return out;
+}

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+//
+// All that is known about coverage: the source files of every map file that a log named, with the
+// counts of every log merged into their blocks, the running totals, and the four name filters. It
+// answers with tables of rows. One lives for the whole run; loading adds and never takes away.
+//
+// The totals are added up for each merged log record: two logs of one file count its blocks twice,
+// and a block that ran in only one of them counts once as untested. Rows come from the merged
+// counts. Pinned by ZEMRepositoryTest.TotalsAddUpForEachRecord.
+#pragma once
+
+#include "qip/Support/List.h"
+#include "zem/Data/ZEMFileRecord.h"
+#include "zem/Reports/ZEMRptTable.h"
+
+#include <iosfwd>
+#include <memory>
+
+class ZEMLogFileRecord;
+
+class ZEMRepository
+{
+public:
+    ZEMRepository();
+    ZEMRepository(const ZEMRepository&) = delete;
+    ZEMRepository& operator=(const ZEMRepository&) = delete;
+    // Deletes the source files; no row of a table may be asked for its record afterwards.
+    virtual ~ZEMRepository();
+
+    // Load one log file, and each map file that it names and that is not loaded yet. Return 0, or
+    // the code of qipVLRecFile for the log or for a map; what was merged before that stays. A log
+    // that failed half-way and is loaded again is merged again from its start.
+    int processFile(const char* path);
+    int processLogFile(const char* path);
+
+    // Loads one map file. A source file that is known already is not taken from it. Returns 0, or a
+    // code of qipVLRecFile; -11 for a null or empty path.
+    int processMapFile(const char* path);
+
+    // The untested and all blocks, as added up; the int form is clamped to what it holds.
+    void coverageSummary(int& uncovered, int& total) const;
+    void coverageSummary(long& uncovered, long& total) const;
+
+    // Adds `name`, borrowed for the life of the repository, to what is shown: 'F' files (by their
+    // whole path), 'f' functions (by their stored name), 'o' classes, 'd' directories. Any other
+    // kind, and a null name, is ignored.
+    void addFilter(int kind, const char* name);
+
+    // 1 when the filter has names and `name` is none of them, else 0.
+    int isSuppressed(List<char*>& filter, const char* name) const;
+
+    // Tables of rows; the caller frees them with ZEMRptTable::deleteRows(). Empty without memory.
+    //
+    // One row for each function, in the order loaded. `manglingLevel` 0 shows the stored names, 1
+    // readable names, 2 and 3 more and more of the parameters (demangle_name's mode + 2); a name
+    // that is no encoded one is shown as stored.
+    ZEMRptTable viewByFunction(int manglingLevel) const;
+    // One row for each file. A function filter hides functions from the counts of hits and of
+    // untested blocks, not from the number of blocks: what it hides counts as covered. Pinned by
+    // ZEMRepositoryTest.FilteredFunctionsCountAsCoveredInAFileRow.
+    ZEMRptTable viewByFile() const;
+    // One row for each directory or class, the one met last coming first.
+    ZEMRptTable viewByDirectory() const;
+    ZEMRptTable viewByClass() const;
+
+    // Lists label, covered and all blocks of each row on the standard output.
+    static void showView(ZEMRptTable table);
+
+    const List<char*>& mapfiles() const { return _mapfiles; }
+    const List<ZEMFileRecord*>& srcfiles() const { return _srcfiles; }
+
+private:
+    friend std::ostream& operator<<(std::ostream& out, ZEMRepository& repository);
+
+    struct Index;
+    struct Counts;
+
+    int take(List<ZEMFileRecord*>& files);
+    void merge(ZEMFileRecord& file, const ZEMLogFileRecord& record);
+    int suppressed(char kind, const char* name) const;
+    Counts countFunctions(ZEMFileRecord& file) const;
+
+    long _totUncov;
+    long _totBlocks;
+    List<char*> _fileNames;         // the names are the caller's
+    List<char*> _classNames;        //
+    List<char*> _functionNames;     //
+    List<char*> _directoryNames;    //
+    List<char*> _mapfiles;          // owned, in the order loaded
+    List<ZEMFileRecord*> _srcfiles; // owned, in the order first seen
+    std::unique_ptr<Index> _index;  // finds in the lists
+};
+
+// Writes map files, source files, functions and blocks as text.
+std::ostream& operator<<(std::ostream& out, ZEMRepository& repository);
