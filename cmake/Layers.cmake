@@ -10,6 +10,7 @@ set(ZEM_LAYER_qipCommon     qipMonitors qipBase qipSupport zemX11)
 set(ZEM_LAYER_zemCore       qipSupport)
 set(ZEM_LAYER_zemUI         zemCore qipComponents qipCommon qipMonitors qipDrawing qipBase qipSupport zemX11)
 set(ZEM_LAYER_zemTools      zemCore qipSupport)
+set(ZEM_LAYER_zemImport     zemTools zemCore qipSupport)
 
 if(ZEM_WITH_X)
     find_package(X11 REQUIRED COMPONENTS Xt Xext Xpm)

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+//
+// What an import left out or changed, counted by kind. Each worker fills its own; they are added
+// up, shown in the summary line and kept beside the data files as NAME.losses.
+#pragma once
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+struct ImportLosses
+{
+    uint64_t _systemFunctions = 0;     // in files under /usr
+    uint64_t _excludedFunctions = 0;   // by --exclude and --only
+    uint64_t _artificialFunctions = 0; // made by the compiler, without text in the source
+    uint64_t _blocksWithoutLine = 0;
+    uint64_t _blocksOfOtherFiles = 0; // all their lines are in another file than the function
+    uint64_t _linesOfOtherFiles = 0;
+    uint64_t _blocksPastLastLine = 0; // lines above 65535
+    uint64_t _adjustedBlocks = 0;     // start one or more lines later than the compiler says
+    uint64_t _clampedCounts = 0;
+    uint64_t _negativeCounts = 0;
+    uint64_t _unsolvedFunctions = 0; // counters that do not determine every block
+    uint64_t _renamedFunctions = 0;  // the stored name differs from the compiler's
+    uint64_t _namesWithoutTypes = 0; // parameter types that have no code
+    uint64_t _sourcesNotFound = 0;
+    uint64_t _refusedFiles = 0; // path longer than a record can hold
+    uint64_t _unitsNotRun = 0;  // no counters
+    uint64_t _unitsAsLines = 0; // taken as lines from gcov
+    uint64_t _countersWithoutUnit = 0;
+    uint64_t _failedUnits = 0;
+    uint64_t _mostRuns = 0; // the greatest number of runs that one unit's counters add up
+
+    // Adds the counts of `other`; of `_mostRuns` the greater stays.
+    void add(const ImportLosses& other);
+
+    // One line for each kind that occurred.
+    void write(std::ostream& out) const;
+
+    // The same as "310 system functions, 2 negative counts"; empty when nothing occurred.
+    std::string text() const;
+};

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/LogWriter.h"
+
+#include "qip/Support/qipEndian.h"
+#include "tools/common/RecordPayload.h"
+#include "zem/Data/ZEMLogFile.h"
+
+#include <ostream>
+
+int LogWriter::create(const char* filename, uint32_t executionTime)
+{
+    _executionTime = executionTime;
+    return open(filename, WRITE, HeaderSize);
+}
+
+int LogWriter::add(const CovFile& file, const std::string& mapPath, bool isBoolean)
+{
+    RecordPayload payload;
+    payload.text(file._path);
+    payload.text(mapPath);
+    payload.word32(file._timeModified);
+    payload.word32(isBoolean ? 1 : 0);
+    size_t blocks = 0;
+    for (const CovFunction& function : file._functions) {
+        blocks += function._blocks.size();
+    }
+    payload.word32(static_cast<uint32_t>(blocks));
+    for (const CovFunction& function : file._functions) {
+        for (const CovBlock& block : function._blocks) {
+            payload.word32(static_cast<uint32_t>(block._hits));
+        }
+    }
+    if (payload.size() > UINT32_MAX) {
+        return WriteFailed;
+    }
+    return newRecord(ZEMLogFile::ResultsTag, payload.data(),
+                     static_cast<unsigned int>(payload.size()));
+}
+
+int LogWriter::writeHeader()
+{
+    unsigned char bytes[HeaderSize] = {};
+    qipPutBig32(bytes, ZEMLogHeader::Magic);
+    qipPutBig32(bytes + 12, ZEMLogHeader::FormatVersion);
+    qipPutBig32(bytes + 16, _executionTime);
+    return std::fwrite(bytes, sizeof(bytes), 1, _fp) == 1 ? NoError : WriteFailed;
+}
+
+// A writer meets no records.
+int LogWriter::processRecord(unsigned int, unsigned int, unsigned int)
+{
+    return BadParameter;
+}
+
+void LogWriter::dump(std::ostream& out)
+{
+    out << _header;
+}

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/gcc/GcdaFile.h"
+
+namespace {
+
+constexpr uint32_t SummaryTag = 0xa1000000;
+constexpr uint32_t FunctionTag = 0x01000000;
+constexpr uint32_t CountersTag = 0x01a10000;
+constexpr size_t CounterSize = 8; // bytes
+
+} // namespace
+
+GcdaFile::GcdaFile(const unsigned char* data, size_t size) : _words(data, size), _size(size) {}
+
+GcdaFile::Result GcdaFile::open(uint32_t stamp)
+{
+    if (!_words.readHead(GcovWords::CountersMagic)) {
+        return NotCounters;
+    }
+    if (!_words.isKnown()) {
+        return UnknownVersion;
+    }
+    if (_words.failed()) {
+        return Damaged;
+    }
+    if (_words.stamp() != stamp) {
+        return OtherBuild;
+    }
+    Entry* current = nullptr;
+    GcovWords::Record record;
+    while (_words.nextRecord(record)) {
+        const size_t end = _words.position();
+        _words.confine(record._start, record._start + record._size);
+        if (record._tag == SummaryTag) {
+            _runs = _words.word();
+        } else if (record._tag == FunctionTag && record._size != 0) {
+            current = &_functions[_words.word()];
+            *current = Entry();
+            current->_lineChecksum = _words.word();
+            current->_graphChecksum = _words.word();
+        } else if (record._tag == FunctionTag) {
+            current = nullptr;
+        } else if (record._tag == CountersTag && current != nullptr) {
+            current->_start = record._start;
+            current->_size = record._size;
+            current->_isZeroed = record._isZeroed;
+        }
+        if (_words.failed()) {
+            return Damaged;
+        }
+        _words.confine(end, _size);
+    }
+    return _words.failed() ? Damaged : Ok;
+}
+
+bool GcdaFile::fillCounters(GcnoFunction& function)
+{
+    const auto found = _functions.find(function._ident);
+    if (found == _functions.end()) {
+        return true;
+    }
+    const Entry& entry = found->second;
+    if (entry._lineChecksum != function._lineChecksum ||
+        entry._graphChecksum != function._graphChecksum) {
+        return false;
+    }
+    if (entry._isZeroed) {
+        return true;
+    }
+    size_t counters = 0;
+    for (const GcnoArc& arc : function._arcs) {
+        counters += (arc._flags & GcnoArc::OnTree) == 0 ? 1 : 0;
+    }
+    if (counters != entry._size / CounterSize) {
+        return false;
+    }
+    _words.confine(entry._start, entry._start + entry._size);
+    for (GcnoArc& arc : function._arcs) {
+        if ((arc._flags & GcnoArc::OnTree) == 0) {
+            arc._count = _words.count();
+        }
+    }
+    return true;
+}

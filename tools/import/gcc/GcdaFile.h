@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+//
+// The counters that a run of a g++ --coverage build leaves, or adds to those that are there.
+// Layout, in words of 4 bytes:
+//
+//   head       magic "gcda", version, stamp, [checksum since 12]
+//   0xa1000000 summary: number of runs, greatest count
+//   0x01000000 function: ident, line checksum, graph checksum; empty for a copy that was not linked
+//   0x01a10000 arc counters of the function before it: 64 bits each, lower word first. A negative
+//              length stands for that many zeros
+//
+// Records with other tags are passed by. GccImporter reads one file of each unit that ran.
+#pragma once
+
+#include "tools/import/gcc/GcnoFile.h"
+
+#include <unordered_map>
+
+class GcdaFile
+{
+public:
+    enum Result { Ok, NotCounters, UnknownVersion, OtherBuild, Damaged };
+
+    // Borrows `size` bytes at `data` for its life.
+    GcdaFile(const unsigned char* data, size_t size);
+
+    // Reads the head and finds the counters of each function. OtherBuild: the stamp is not `stamp`,
+    // so that these counters belong to another state of the source.
+    Result open(uint32_t stamp);
+
+    // The number of runs that the counters add up.
+    uint32_t runs() const { return _runs; }
+
+    // Gives the arcs of `function` that are off the tree their counts; all zero when the file does
+    // not know the function. Returns false when it knows another function by that ident, or
+    // has another number of counters for it; nothing changes then.
+    bool fillCounters(GcnoFunction& function);
+
+private:
+    struct Entry
+    {
+        uint32_t _lineChecksum = 0;
+        uint32_t _graphChecksum = 0;
+        size_t _start = 0; // of the counters
+        size_t _size = 0;  // in bytes
+        bool _isZeroed = true;
+    };
+
+    GcovWords _words;
+    const size_t _size;
+    uint32_t _runs = 0;
+    std::unordered_map<uint32_t, Entry> _functions; // by ident
+};

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/gcc/GcnoFile.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint32_t FunctionTag = 0x01000000;
+constexpr uint32_t BlocksTag = 0x01410000;
+constexpr uint32_t ArcsTag = 0x01430000;
+constexpr uint32_t LinesTag = 0x01450000;
+
+// The least that the notes spend on a block: each but the exit has a record of arcs with its
+// number. A count that asks for more blocks than the bytes can describe is damage.
+constexpr size_t LeastBytesOfBlock = 12;
+
+} // namespace
+
+GcnoFile::GcnoFile(const unsigned char* data, size_t size) : _words(data, size), _size(size) {}
+
+GcnoFile::Result GcnoFile::open()
+{
+    if (!_words.readHead(GcovWords::NotesMagic)) {
+        return NotNotes;
+    }
+    if (!_words.isKnown()) {
+        return UnknownVersion;
+    }
+    bool isNull = false;
+    _folder = _words.text(isNull);
+    _words.word(); // whether unexecuted blocks are supported
+    if (_words.failed()) {
+        _damaged = true;
+        return Damaged;
+    }
+    _next = _words.position();
+    return Ok;
+}
+
+bool GcnoFile::nextFunction(GcnoFunction& function)
+{
+    function = GcnoFunction();
+    if (_damaged) {
+        return false;
+    }
+    GcovWords::Record record;
+    _words.confine(_next, _size);
+    do {
+        if (!_words.nextRecord(record)) {
+            _damaged = _words.failed();
+            return false;
+        }
+    } while (record._tag != FunctionTag);
+    const GcovWords::Record head = record;
+
+    _graphStart = _graphEnd = _words.position();
+    while (_words.nextRecord(record) && record._tag != FunctionTag) {
+        _graphEnd = _words.position();
+    }
+    if (_words.failed()) {
+        _damaged = true;
+        return false;
+    }
+    _next = _graphEnd;
+
+    _words.confine(head._start, head._start + head._size);
+    bool isNull = false;
+    function._ident = _words.word();
+    function._lineChecksum = _words.word();
+    function._graphChecksum = _words.word();
+    function._symbol = _words.text(isNull);
+    function._isArtificial = _words.word() != 0;
+    function._files.push_back(_words.text(isNull));
+    function._startLine = _words.word();
+    function._startColumn = _words.word();
+    function._endLine = _words.word();
+    _words.word(); // end column
+    _damaged = _words.failed();
+    return !_damaged;
+}
+
+bool GcnoFile::readGraph(GcnoFunction& function)
+{
+    _words.confine(_graphStart, _graphEnd);
+    GcovWords::Record record;
+    while (!_damaged && _words.nextRecord(record)) {
+        if (record._tag == BlocksTag) {
+            _words.confine(record._start, _graphEnd);
+            function._nBlocks = _words.word();
+            _damaged = function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
+        } else if (record._tag == ArcsTag) {
+            _damaged = !readArcs(record, function);
+        } else if (record._tag == LinesTag) {
+            _damaged = !readLines(record, function);
+        }
+        _words.confine(record._start + record._size, _graphEnd);
+    }
+    _damaged = _damaged || _words.failed();
+    return !_damaged;
+}
+
+bool GcnoFile::readArcs(const GcovWords::Record& record, GcnoFunction& function)
+{
+    _words.confine(record._start, record._start + record._size);
+    GcnoArc arc;
+    arc._from = _words.word();
+    bool isGood = arc._from < function._nBlocks;
+    while (isGood && _words.left() >= 8) {
+        arc._to = _words.word();
+        arc._flags = _words.word();
+        isGood = arc._to < function._nBlocks;
+        if (isGood) {
+            function._arcs.push_back(arc);
+        }
+    }
+    return isGood && !_words.failed();
+}
+
+bool GcnoFile::readLines(const GcovWords::Record& record, GcnoFunction& function)
+{
+    _words.confine(record._start, record._start + record._size);
+    GcnoLine line;
+    line._block = _words.word();
+    if (line._block >= function._nBlocks) {
+        return false;
+    }
+    for (;;) {
+        line._line = _words.word();
+        if (_words.failed()) {
+            return false;
+        }
+        if (line._line != 0) {
+            function._lines.push_back(line);
+            continue;
+        }
+        bool isNull = false;
+        const std::string file = _words.text(isNull);
+        if (isNull) {
+            return !_words.failed();
+        }
+        // The own file is found at once; a function with text of many other files is rare.
+        const auto found = std::find(function._files.begin(), function._files.end(), file);
+        line._file = static_cast<uint32_t>(found - function._files.begin());
+        if (found == function._files.end()) {
+            function._files.push_back(file);
+        }
+    }
+}

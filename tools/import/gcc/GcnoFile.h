@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+//
+// The notes that g++ --coverage leaves beside each object file: for each function its place, its
+// flow graph and the source lines of each basic block. Layout, in words of 4 bytes, strings with
+// their length first:
+//
+//   head       magic "gcno", version, stamp, [checksum since 12], working folder,
+//              "unexecuted blocks" flag
+//   0x01000000 function: ident, line checksum, graph checksum, symbol, artificial flag, source
+//   file,
+//              start line, start column, end line, end column; what follows belongs to it:
+//   0x01410000 blocks: their number. Block 0 is the entry, 1 the exit
+//   0x01430000 arcs: from block, then pairs of to block and flags
+//   0x01450000 lines: block, then lines; a 0 is followed by the name of the file that the next
+//              lines are in, or by an empty string at the end
+//
+// Records with other tags are passed by. GccImporter reads one file of each unit.
+#pragma once
+
+#include "tools/import/gcc/GcovWords.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct GcnoArc
+{
+    static constexpr uint32_t OnTree = 1; // has no counter: the others determine it
+    static constexpr uint32_t Fake = 2;   // a call that does not return, or an exception
+    static constexpr uint32_t FallThrough = 4;
+
+    uint32_t _from = 0;
+    uint32_t _to = 0;
+    uint32_t _flags = 0;
+    int64_t _count = 0;
+};
+
+// One line of a block, in the order of the notes.
+struct GcnoLine
+{
+    uint32_t _block = 0;
+    uint32_t _file = 0; // index into GcnoFunction::_files
+    uint32_t _line = 0;
+};
+
+struct GcnoFunction
+{
+    static constexpr uint32_t EntryBlock = 0;
+    static constexpr uint32_t ExitBlock = 1;
+
+    uint32_t _ident = 0;
+    uint32_t _lineChecksum = 0;
+    uint32_t _graphChecksum = 0;
+    std::string _symbol;
+    bool _isArtificial = false;
+    uint32_t _startLine = 0;
+    uint32_t _startColumn = 0;
+    uint32_t _endLine = 0;
+    std::vector<std::string> _files; // as written; 0 is the function's own
+    uint32_t _nBlocks = 0;
+    std::vector<GcnoArc> _arcs; // counters belong to those off the tree, in this order
+    std::vector<GcnoLine> _lines;
+};
+
+class GcnoFile
+{
+public:
+    enum Result { Ok, NotNotes, UnknownVersion, Damaged };
+
+    // Borrows `size` bytes at `data` for its life.
+    GcnoFile(const unsigned char* data, size_t size);
+
+    // Reads the head. UnknownVersion leaves major() and stamp() set.
+    Result open();
+
+    int major() const { return _words.major(); }
+    uint32_t stamp() const { return _words.stamp(); }
+    // What relative source paths count from.
+    const std::string& folder() const { return _folder; }
+
+    // Reads the place of the next function; what it had before is gone. Returns false at the end
+    // and, with damaged() set, where the file is cut short.
+    // REQUIRES: open() returned Ok.
+    bool nextFunction(GcnoFunction& function);
+
+    // Reads blocks, arcs and lines of the function that nextFunction() gave last. A caller may
+    // leave this out. Returns false, with damaged() set, when they do not fit together.
+    bool readGraph(GcnoFunction& function);
+
+    bool damaged() const { return _damaged; }
+
+private:
+    bool readArcs(const GcovWords::Record& record, GcnoFunction& function);
+    bool readLines(const GcovWords::Record& record, GcnoFunction& function);
+
+    GcovWords _words;
+    const size_t _size;
+    std::string _folder;
+    size_t _next = 0;       // where the search for the next function starts
+    size_t _graphStart = 0; // extent of the current function's records, in bytes
+    size_t _graphEnd = 0;
+    bool _damaged = false;
+};

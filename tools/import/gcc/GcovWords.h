@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+//
+// Reads the words of a .gcno or .gcda file from memory. Both kinds open with a magic number and a
+// version stamp, in the byte order of the machine that wrote them, and go on with records:
+//
+//   tag, length, then `length` bytes (compilers before version 12 count words of 4 bytes)
+//
+// A read past the end gives 0 and sets failed(), so that a reader may check once at its end.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+class GcovWords
+{
+public:
+    static constexpr uint32_t NotesMagic = 0x67636e6f;    // "gcno"
+    static constexpr uint32_t CountersMagic = 0x67636461; // "gcda"
+
+    // The compiler versions whose layout is known.
+    static constexpr int FirstMajor = 9;
+    static constexpr int LastMajor = 14;
+
+    // One record's header; its content is the `_size` bytes at `_start`.
+    struct Record
+    {
+        uint32_t _tag = 0;
+        size_t _start = 0;
+        size_t _size = 0;
+        bool _isZeroed = false; // counters that are all zero and therefore left out
+    };
+
+    // Borrows `size` bytes at `data` for its life.
+    GcovWords(const unsigned char* data, size_t size);
+
+    // Reads magic number and stamp and sets byte order and units by them. Returns false when the
+    // magic number is not `magic`.
+    bool readHead(uint32_t magic);
+
+    // The compiler's major version by the stamp, 0 when it is not one; valid after readHead().
+    int major() const { return _major; }
+    bool isKnown() const { return _major >= FirstMajor && _major <= LastMajor; }
+    uint32_t stamp() const { return _stamp; }
+
+    uint32_t word();
+    // A count of 64 bits, lower word first.
+    int64_t count();
+    // A length and that much text; `isNull` tells a missing string from an empty one.
+    std::string text(bool& isNull);
+
+    // Reads the header of the next record and moves behind its content. Returns false at the end of
+    // the file, and with failed() set when the record is cut short.
+    bool nextRecord(Record& record);
+
+    size_t position() const { return _position; }
+    // Moves to `position` and lets reads go up to `end`, both in bytes from the file's start.
+    // REQUIRES: position <= end <= size of the file.
+    void confine(size_t position, size_t end);
+    size_t left() const { return _end - _position; }
+    bool failed() const { return _failed; }
+
+private:
+    const unsigned char* _data;
+    size_t _position = 0;
+    size_t _end;
+    bool _isBigEndian = false;
+    bool _failed = false;
+    int _major = 0;
+    uint32_t _stamp = 0;
+};
