@@ -33,7 +33,7 @@ Scan scanOptions(const char* word, match& found)
 {
     found = {0, nullptr};
     for (const option* row = optionList; row->name != nullptr; ++row) {
-        if (row->name[0] != word[0]) {
+        if (word[0] == '\0' || row->name[0] != word[0]) {
             continue;
         }
         const int k = matchedCharacters(row->name, word);

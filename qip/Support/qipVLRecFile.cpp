@@ -287,7 +287,10 @@ int qipVLRecFile::update()
         std::fwrite(_currentRecord->_data, _currentRecord->_size, 1, _fp) != 1) {
         return WriteFailed;
     }
-    std::fflush(_fp);
+    // A full disk shows only here.
+    if (std::fflush(_fp) != 0) {
+        return WriteFailed;
+    }
     return previous == 0 ? NoError : link(previous);
 }
 

@@ -60,6 +60,18 @@ TEST(ListTest, UntypedRemoveReturnsTheLengthAndFreesNothing)
     EXPECT_EQ(link._datum, &b);
 }
 
+TEST(ListTest, GoesWithoutItsObjects)
+{
+    auto* object = new int(7);
+    {
+        List<int*> list;
+        list.append(object);
+        list.prepend(object);
+    }
+    EXPECT_EQ(*object, 7);
+    delete object;
+}
+
 TEST(ListTest, CannotBeCopied)
 {
     EXPECT_FALSE(std::is_copy_constructible<List<int*>>::value);
@@ -91,6 +103,18 @@ TEST(ListIteratorTest, FindStaysOnTheLink)
     ListIterator<int*> it(list);
     EXPECT_EQ(it.find(&b), 1);
     EXPECT_EQ(it.current(), &b);
+}
+
+TEST(ListIteratorTest, FindMeetsTheFirstOfTwo)
+{
+    List<int*> list;
+    list.append(&a);
+    list.append(&b);
+    list.append(&b);
+    ListIterator<int*> it(list);
+    it.index(2);
+    EXPECT_EQ(it.find(&b), 1);
+    EXPECT_EQ(it.index(), 1);
 }
 
 TEST(ListIteratorTest, FindOfAStrangerGoesToTheFirst)
