@@ -1,0 +1,409 @@
+#include "zem/Repository/ZEMRepository.h"
+
+#include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVLRecFile.h"
+#include "tests/support/DataFiles.h"
+#include "tests/support/StdErr.h"
+#include "tests/support/TempDir.h"
+#include "zem/Reports/ZEMView.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+// One block for each line from 1 on.
+MapFunc func(const std::string& name, int nBlocks)
+{
+    MapFunc result;
+    result.name = name;
+    result.startLine = 1;
+    result.endLine = 90;
+    for (int i = 0; i < nBlocks; ++i) {
+        result.blocks.push_back({static_cast<uint32_t>(i + 1), static_cast<uint32_t>(i + 1)});
+    }
+    return result;
+}
+
+class ZEMRepositoryTest : public ::testing::Test
+{
+protected:
+    std::string map(const std::string& name, const std::vector<MapSource>& sources) const
+    {
+        return mapFile(sources).write(_dir.path(name));
+    }
+    int load(const std::vector<LogSource>& sources)
+    {
+        return _repository.processFile(logFile(sources).write(_dir.path("run.log")).c_str());
+    }
+
+    // Rows as "label covered/total hits", one a line.
+    static std::string rows(ZEMRptTable table)
+    {
+        std::ostringstream out;
+        for (int i = 0; i < table._nItems; ++i) {
+            const ZEMView& row = *table._view[i];
+            out << row._label << " " << row._covBlk << "/" << row._totBlk << " " << row._hits
+                << "\n";
+        }
+        table.deleteRows();
+        return out.str();
+    }
+
+    std::string totals() const
+    {
+        long untested = 0;
+        long total = 0;
+        _repository.coverageSummary(untested, total);
+        return std::to_string(untested) + " of " + std::to_string(total);
+    }
+
+    TempDir _dir;
+    ZEMRepository _repository;
+};
+
+TEST_F(ZEMRepositoryTest, EmptyRepositoryHasEmptyViews)
+{
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "");
+    EXPECT_EQ(rows(_repository.viewByFile()), "");
+    EXPECT_EQ(rows(_repository.viewByFunction(1)), "");
+    EXPECT_EQ(rows(_repository.viewByClass()), "");
+    EXPECT_EQ(_repository.viewByFile()._view, nullptr);
+    EXPECT_EQ(totals(), "0 of 0");
+}
+
+TEST_F(ZEMRepositoryTest, MergesCountsByPositionThroughTheFunctions)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 2), func("g", 3)}}});
+    EXPECT_EQ(load({{"src/a.c", path, {5, 0, 7, 0, 1}}}), 0);
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 1/2 5\ng 2/3 8\n");
+    EXPECT_EQ(totals(), "2 of 5");
+}
+
+TEST_F(ZEMRepositoryTest, TheSameLogTwiceDoublesEverything)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 3)}}});
+    load({{"src/a.c", path, {5, 0, 7}}});
+    load({{"src/a.c", path, {5, 0, 7}}});
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 2/3 24\n");
+    EXPECT_EQ(totals(), "2 of 6");
+}
+
+TEST_F(ZEMRepositoryTest, TotalsAddUpForEachRecord)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 2)}}});
+    load({{"src/a.c", path, {1, 0}}});
+    load({{"src/a.c", path, {0, 1}}});
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 2/2 2\n");
+    EXPECT_EQ(totals(), "2 of 4");
+}
+
+TEST_F(ZEMRepositoryTest, TheOrderOfLogsChangesNoCount)
+{
+    const std::string path = map("a.map", {{"a/a.c", {func("f", 3)}}, {"b/b.c", {func("g", 2)}}});
+    const std::vector<std::vector<LogSource>> logs = {
+        {{"a/a.c", path, {1, 0, 2}}}, {{"b/b.c", path, {0, 3}}}, {{"a/a.c", path, {0, 9, 0}}}};
+    ZEMRepository other;
+    for (size_t i = 0; i < logs.size(); ++i) {
+        load(logs[i]);
+        const std::string log = logFile(logs[logs.size() - 1 - i]).write(_dir.path("other.log"));
+        EXPECT_EQ(other.processFile(log.c_str()), 0);
+    }
+    EXPECT_EQ(rows(other.viewByFunction(0)), rows(_repository.viewByFunction(0)));
+    long untested = 0;
+    long total = 0;
+    other.coverageSummary(untested, total);
+    EXPECT_EQ(std::to_string(untested) + " of " + std::to_string(total), totals());
+}
+
+TEST_F(ZEMRepositoryTest, ALogWithoutRecordsIsCutShort)
+{
+    // The reader looks for a first record behind the headers.
+    EXPECT_EQ(load({}), qipVLRecFile::OpenFailed);
+}
+
+TEST_F(ZEMRepositoryTest, AnUnknownSourceChangesNothingSilently)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    StdErr err;
+    EXPECT_EQ(load({{"src/other.c", path, {3}}}), 0);
+    EXPECT_EQ(err.text(), "");
+    EXPECT_EQ(totals(), "0 of 0");
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 0/1 0\n");
+}
+
+TEST_F(ZEMRepositoryTest, TheFirstMapToDescribeASourceWins)
+{
+    const std::string first = map("1.map", {{"src/a.c", {func("first", 1)}}});
+    const std::string second =
+        map("2.map", {{"src/a.c", {func("second", 4)}}, {"src/b.c", {func("b", 1)}}});
+    load({{"src/a.c", first, {1}}});
+    StdErr err;
+    load({{"src/a.c", second, {1}}, {"src/b.c", second, {2}}});
+    EXPECT_EQ(err.text(), "");
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "first 1/1 2\nb 1/1 2\n");
+    EXPECT_EQ(_repository.mapfiles().length(), 2);
+}
+
+TEST_F(ZEMRepositoryTest, ASourceTwiceInOneMapCountsOnce)
+{
+    const std::string path =
+        map("a.map", {{"src/a.c", {func("f", 1)}}, {"src/a.c", {func("g", 1)}}});
+    load({{"src/a.c", path, {4}}});
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 1/1 4\n");
+}
+
+TEST_F(ZEMRepositoryTest, AMapIsLoadedOnce)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    load({{"src/a.c", path, {1}}});
+    map("a.map", {{"src/b.c", {func("g", 1)}}});
+    load({{"src/b.c", path, {1}}});
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, AMissingMapFailsAndIsTriedAgain)
+{
+    const std::string path = _dir.path("late.map");
+    EXPECT_EQ(load({{"src/a.c", path, {1}}}), qipVLRecFile::OpenFailed);
+    EXPECT_EQ(_repository.mapfiles().length(), 0);
+    map("late.map", {{"src/a.c", {func("f", 1)}}});
+    EXPECT_EQ(load({{"src/a.c", path, {1}}}), 0);
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, WhatWasMergedBeforeAFailureStays)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    EXPECT_EQ(load({{"src/a.c", path, {1}},
+                    {"src/b.c", _dir.path("none.map"), {1}},
+                    {"src/a.c", path, {1}}}),
+              qipVLRecFile::OpenFailed);
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, ADamagedMapAddsNothing)
+{
+    RecFileBuilder damaged = mapFile({{"src/a.c", {func("f", 1)}}, {"src/b.c", {func("g", 9)}}});
+    damaged.cutAt(damaged.size() - 4);
+    const std::string path = damaged.write(_dir.path("a.map"));
+    EXPECT_EQ(load({{"src/a.c", path, {1}}}), qipVLRecFile::FileCorrupt);
+    EXPECT_EQ(rows(_repository.viewByFile()), "");
+}
+
+TEST_F(ZEMRepositoryTest, NullAndEmptyMapPathsAreBadParameters)
+{
+    EXPECT_EQ(_repository.processMapFile(nullptr), qipVLRecFile::BadParameter);
+    EXPECT_EQ(_repository.processMapFile(""), qipVLRecFile::BadParameter);
+    EXPECT_EQ(load({{"src/a.c", "", {1}}}), qipVLRecFile::BadParameter);
+}
+
+TEST_F(ZEMRepositoryTest, ADifferentBlockCountIsReportedAndMerged)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 5)}}});
+    StdErr err;
+    EXPECT_EQ(load({{"src/a.c", path, {3, 0}}}), 0);
+    EXPECT_EQ(err.text(), " *** ZEMRepository::processLogFile() : block count mismatch!\n"
+                          "     Mapfile(src/a.c5, Logfile(src/a.c2\n");
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 1/5 3\n");
+    EXPECT_EQ(totals(), "4 of 5");
+}
+
+TEST_F(ZEMRepositoryTest, CountsPastTheMapsBlocksAreIgnored)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    StdErr err;
+    EXPECT_EQ(load({{"src/a.c", path, {3, 8, 0}}}), 0);
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 1/1 3\n");
+    EXPECT_EQ(totals(), "0 of 1");
+}
+
+TEST_F(ZEMRepositoryTest, HitsSaturate)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    load({{"src/a.c", path, {UINT32_MAX}}});
+    load({{"src/a.c", path, {1}}});
+    ListIterator<ZEMFileRecord*> files(_repository.srcfiles());
+    EXPECT_EQ(files.next()->_funcList.first()->_blockMap[0]._nHits, UINT32_MAX);
+}
+
+TEST_F(ZEMRepositoryTest, RowHitsAreClampedToTheField)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 2)}}});
+    load({{"src/a.c", path, {UINT32_MAX, UINT32_MAX}}});
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 2/2 " + std::to_string(INT_MAX) + "\n");
+}
+
+TEST_F(ZEMRepositoryTest, UnknownFilterKindAndNullNameChangeNothing)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    load({{"src/a.c", path, {1}}});
+    _repository.addFilter('x', "nothing");
+    _repository.addFilter('F', nullptr);
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, IsSuppressedOnlyByAListWithoutTheName)
+{
+    List<char*> filter;
+    EXPECT_EQ(_repository.isSuppressed(filter, "a"), 0);
+    char name[] = "a";
+    filter.append(name);
+    EXPECT_EQ(_repository.isSuppressed(filter, "a"), 0);
+    EXPECT_EQ(_repository.isSuppressed(filter, "A"), 1);
+    EXPECT_EQ(_repository.isSuppressed(filter, "ab"), 1);
+}
+
+TEST_F(ZEMRepositoryTest, AFileFilterOfAnUnknownPathHidesEveryRow)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("A::f", 1)}}});
+    load({{"src/a.c", path, {1}}});
+    _repository.addFilter('F', "a.c");
+    EXPECT_EQ(rows(_repository.viewByFile()), "");
+    EXPECT_EQ(rows(_repository.viewByFunction(1)), "");
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "");
+    EXPECT_EQ(rows(_repository.viewByClass()), "");
+    EXPECT_EQ(totals(), "0 of 1");
+}
+
+TEST_F(ZEMRepositoryTest, FilteredFunctionsCountAsCoveredInAFileRow)
+{
+    const std::string path =
+        map("a.map", {{"src/a.c", {func("f", 2), func("g", 3)}}, {"src/b.c", {func("h", 1)}}});
+    load({{"src/a.c", path, {1, 0, 0, 0, 0}}, {"src/b.c", path, {0}}});
+    _repository.addFilter('f', "f");
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 4/5 1\nsrc/b.c 1/1 0\n");
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 1/2 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, FunctionFilterComparesStoredNames)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f__3FooFv", 1)}}});
+    load({{"src/a.c", path, {1}}});
+    EXPECT_EQ(rows(_repository.viewByFunction(1)), "Foo::f 1/1 1\n");
+    _repository.addFilter('f', "Foo::f");
+    EXPECT_EQ(rows(_repository.viewByFunction(1)), "");
+    _repository.addFilter('f', "f__3FooFv");
+    EXPECT_EQ(rows(_repository.viewByFunction(1)), "Foo::f 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, LevelsShowMoreAndMoreOfAName)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f__3FooFPCc", 1), func("main", 1)}}});
+    load({{"src/a.c", path, {1, 1}}});
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f__3FooFPCc 1/1 1\nmain 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByFunction(1)), "Foo::f 1/1 1\nmain 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByFunction(2)), "Foo::f(char *) 1/1 1\nmain 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByFunction(3)), "Foo::f(const char *) 1/1 1\nmain 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, FunctionRowsLeadToTheirRecordAndFile)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
+    load({{"src/a.c", path, {1}}});
+    ZEMRptTable table = _repository.viewByFunction(1);
+    ASSERT_EQ(table._nItems, 1);
+    const auto* record = static_cast<ZEMFuncRecord*>(table._view[0]->_owner);
+    EXPECT_STREQ(record->_funcname, "f");
+    EXPECT_STREQ(static_cast<ZEMFileRecord*>(record->_owner)->_filename, "src/a.c");
+    EXPECT_STREQ(table._view[0]->filename(), "a.c");
+    EXPECT_STREQ(table._view[0]->directory(), "src");
+    table.deleteRows();
+}
+
+TEST_F(ZEMRepositoryTest, DirectoriesSumTheirFilesAndTheLastMetComesFirst)
+{
+    const std::string path =
+        map("a.map",
+            {{"x/a.c", {func("f", 2)}}, {"x/y/b.c", {func("g", 1)}}, {"x/c.c", {func("h", 3)}}});
+    load({{"x/a.c", path, {1, 0}}, {"x/y/b.c", path, {0}}, {"x/c.c", path, {2, 2, 0}}});
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "x/y 0/1 0\nx 3/5 5\n");
+}
+
+TEST_F(ZEMRepositoryTest, PathsWithoutASlashHaveNoDirectoryRow)
+{
+    const std::string path = map("a.map", {{"main.c", {func("f", 1)}}});
+    load({{"main.c", path, {1}}});
+    EXPECT_EQ(rows(_repository.viewByFile()), "/main.c 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "");
+}
+
+TEST_F(ZEMRepositoryTest, TheRootDirectoryHasAnEmptyLabel)
+{
+    const std::string path = map("a.map", {{"/main.c", {func("f", 1)}}});
+    load({{"/main.c", path, {1}}});
+    EXPECT_EQ(rows(_repository.viewByDirectory()), " 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, DirectoryFilterActsOnItsOwnReport)
+{
+    const std::string path = map("a.map", {{"x/a.c", {func("f", 1)}}, {"y/b.c", {func("g", 1)}}});
+    load({{"x/a.c", path, {1}}, {"y/b.c", path, {1}}});
+    _repository.addFilter('d', "y");
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "y 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByFile()), "x/a.c 1/1 1\ny/b.c 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, ClassesAreWhatStandsBeforeTheLastColons)
+{
+    const std::string path =
+        map("a.map", {{"a.c",
+                       {func("A::f", 1), func("N::B::g", 2), func("A::h", 1), func("plain", 1),
+                        func("x:f", 1), func(":f", 1), func("::f", 1), func("A::f__Fi", 1)}}});
+    load({{"a.c", path, {1, 0, 1, 1, 1, 1, 1, 1, 1}}});
+    EXPECT_EQ(rows(_repository.viewByClass()), "x 1/1 1\nN::B 1/2 1\nA 3/3 3\n");
+}
+
+TEST_F(ZEMRepositoryTest, ClassFilterActsOnItsOwnReport)
+{
+    const std::string path = map("a.map", {{"a.c", {func("A::f", 1), func("B::f", 1)}}});
+    load({{"a.c", path, {1, 1}}});
+    _repository.addFilter('o', "B");
+    EXPECT_EQ(rows(_repository.viewByClass()), "B 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "A::f 1/1 1\nB::f 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, SummaryAsIntIsClamped)
+{
+    int untested = -1;
+    int total = -1;
+    _repository.coverageSummary(untested, total);
+    EXPECT_EQ(untested, 0);
+    EXPECT_EQ(total, 0);
+}
+
+TEST_F(ZEMRepositoryTest, ShowViewListsTheRows)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 2)}}});
+    load({{"src/a.c", path, {1, 0}}});
+    ZEMRptTable table = _repository.viewByFile();
+    StdOut out;
+    ZEMRepository::showView(table);
+    EXPECT_EQ(out.text(), "src/a.c 1/2\n");
+    table.deleteRows();
+}
+
+TEST_F(ZEMRepositoryTest, DumpListsMapsSourcesFunctionsAndBlocks)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 2)}}});
+    load({{"src/a.c", path, {1, 0}}});
+    std::ostringstream out;
+    out << _repository;
+    EXPECT_EQ(out.str(), " **** Repository info:\n"
+                         "            map files: 1\n"
+                         "                       " +
+                             path +
+                             "\n"
+                             "\n"
+                             "         source files: 1\n"
+                             "            src/a.c\n"
+                             "            --- 1 funcs, 2 blocks\n"
+                             "                 +++ f, lines: 1-90, blocks: 2\n"
+                             "                     [1-1][2-2]\n");
+}
+
+} // namespace
