@@ -2,12 +2,15 @@
 #include "zem/Reports/RptArea.h"
 
 #include "qip/Support/qipVLRecFile.h"
+#include "zem/Data/ZEMFileRecord.h"
 #include "zem/Reports/RptText.h"
 #include "zem/Window/ZEMStsBar.h"
 
 #include <Xm/PanedW.h>
 #include <Xm/Xm.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <iostream>
 
@@ -15,12 +18,25 @@ RptArea* theReportContainer = nullptr;
 
 namespace {
 
-constexpr int TallestPane = 10000; // pixels; Motif's own 1000 leaves a gap on a tall screen
-constexpr int FewestRows = 2;      // that a sash leaves of the report
+constexpr int TallestPane = 10000;  // pixels; Motif's own 1000 leaves a gap on a tall screen
+constexpr int FewestRows = 2;       // that a sash leaves of the report
+constexpr int FewestSourceRows = 6; // of the source: its header, three lines and the scroll bar
+constexpr int FirstSourceRows = 14;
+
+// `rows` are those of the canvas.
+void setPaneMinimum(const qipCanvas& canvas, int rows)
+{
+    XtVaSetValues(canvas.baseWidget(), XmNpaneMinimum,
+                  static_cast<Dimension>(rows * canvas.rowPixels()), XmNpaneMaximum,
+                  static_cast<Dimension>(TallestPane), nullptr);
+}
 
 } // namespace
 
-RptArea::RptArea(const char* name) : qipVCell(name), _demangleLevel(1), _rptViewer("rptViewer") {}
+RptArea::RptArea(const char* name)
+    : qipVCell(name), _demangleLevel(1), _browsing(false), _srcViewerInstalled(false),
+      _srcViewer("srcViewer"), _rptViewer("rptViewer")
+{}
 
 RptArea::~RptArea()
 {
@@ -33,9 +49,7 @@ void RptArea::install(qipVCell* parent)
                                     XmNspacing, 10, XmNsashIndent, 0, nullptr);
     _clientArea = _base;
     _rptViewer.install(this);
-    XtVaSetValues(_rptViewer.baseWidget(), XmNpaneMinimum,
-                  static_cast<Dimension>(FewestRows * _rptViewer.rowPixels()), XmNpaneMaximum,
-                  static_cast<Dimension>(TallestPane), nullptr);
+    setPaneMinimum(_rptViewer, FewestRows);
     installDestroyHandler();
 }
 
@@ -85,6 +99,9 @@ void RptArea::report()
     }
     generateRpt();
     sortAndView();
+    if (_browsing) {
+        browse();
+    }
 }
 
 void RptArea::generateRpt()
@@ -131,4 +148,46 @@ void RptArea::sortAndView()
     }
 }
 
-void RptArea::browse() {}
+void RptArea::browse()
+{
+    ZEMRecord* record = _rptViewer.getSelection();
+    if (_rptInfo._type == RptByDirectory || _rptInfo._type == RptByClass || record == nullptr) {
+        return;
+    }
+    showSource();
+    if (_rptInfo._type == RptByFunction) {
+        const auto* func = static_cast<const ZEMFuncRecord*>(record);
+        const long long above = std::min<long long>(func->_startLine - 1LL, INT_MAX);
+        _srcViewer.display(static_cast<const ZEMFileRecord*>(func->_owner), _rptInfo,
+                           static_cast<int>(above));
+    } else {
+        _srcViewer.display(static_cast<const ZEMFileRecord*>(record), _rptInfo, 1);
+    }
+    _browsing = true;
+}
+
+void RptArea::showSource()
+{
+    if (_srcViewerInstalled) {
+        _srcViewer.manage();
+        return;
+    }
+    _srcViewer.install(this);
+    // A pane that comes to a window on the screen gets its least height, which must be known when
+    // it comes: without one it would be a single pixel high. The sash may make it smaller later.
+    _srcViewer.unmanage();
+    setPaneMinimum(_srcViewer, FirstSourceRows);
+    _srcViewer.manage();
+    setPaneMinimum(_srcViewer, FewestSourceRows);
+    _srcViewerInstalled = true;
+}
+
+void RptArea::browseToggle()
+{
+    if (_browsing) {
+        _browsing = false;
+        _srcViewer.unmanage();
+    } else {
+        browse();
+    }
+}

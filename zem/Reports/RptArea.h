@@ -12,6 +12,7 @@
 #include "zem/Reports/RptViewer.h"
 #include "zem/Reports/ZEMRptTable.h"
 #include "zem/Repository/ZEMRepository.h"
+#include "zem/Source/SrcViewer.h"
 
 class RptArea : public qipVCell
 {
@@ -59,13 +60,26 @@ public:
     void viewRpt();
 
     // Opens the source of the selected row: a file from its first line, a function from the line
-    // above it. Directories and classes have none.
+    // above it. Directories and classes have none, and without a selection nothing happens. A
+    // function on the first line opens the source view and leaves it as it is.
     void browse();
 
+    // Hides the source view when it is open, else browse().
+    void browseToggle();
+
+    bool browsing() const { return _browsing; }
+    const RptViewer& rptViewer() const { return _rptViewer; }
+    const SrcViewer& srcViewer() const { return _srcViewer; }
+
 private:
+    void showSource();
+
     int _demangleLevel;
+    bool _browsing;           // the source view is open
+    bool _srcViewerInstalled; // it has its widgets
     RptInfo _rptInfo;
     ZEMRptTable _report;
+    SrcViewer _srcViewer;
     RptViewer _rptViewer;
     ZEMRepository _theRepository;
 };

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "zem/Source/SrcViewer.h"
+
+#include "qip/Support/makeColorPixel.h"
+#include "zem/Data/ZEMFileRecord.h"
+#include "zem/Source/SrcCoverage.h"
+#include "zem/Source/SrcLine.h"
+#include "zem/Source/SrcPrefix.h"
+#include "zem/Source/drawTextRun.h"
+#include "zem/Window/ZEMStsBar.h"
+
+#include <Xm/Xm.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int FirstColumns = 100;
+constexpr int FirstRows = 4;
+constexpr int ColumnMargin = 8;
+// So far the origin and the extent of a view can be added without overflow.
+constexpr long long MostColumns = 1 << 30;
+constexpr int LargestCoordinate = 32767;
+// Where in its column the two lines of a separator stand, in pixels.
+constexpr int LightLineX = 2;
+constexpr int DarkLineX = 3;
+
+} // namespace
+
+SrcViewer::SrcViewer(const char* name)
+    : qipTCanvas(name), _uncovColor(0), _uncovBg(0), _darkShadowColor(0), _lightShadowColor(0),
+      _headerBg(0), _hitDetailWidth(SrcCoverage::LeastWidth),
+      _maxBlocksOnLine(SrcCoverage::LeastWidth), _maxLineLen(0)
+{}
+
+void SrcViewer::install(qipVCell* parent)
+{
+    requireFont("Fixed");
+    resizeCanvas(FirstColumns, FirstRows);
+    viewSize(FirstColumns, FirstRows);
+    qipCanvas::install(parent);
+    (void)setTextColor("Black"); // fails only without a client area, and there is one now
+    allocateViewerColors();
+}
+
+const char* SrcViewer::className() const
+{
+    return "SrcViewer";
+}
+
+void SrcViewer::allocateViewerColors()
+{
+    _uncovBg = makeColorPixel(_clientArea, "Gray80", 0);
+    _uncovColor = makeColorPixel(_clientArea, "Red3", 0);
+    _headerBg = _bg;
+    XtVaGetValues(_base, XmNbottomShadowColor, &_darkShadowColor, XmNtopShadowColor,
+                  &_lightShadowColor, nullptr);
+}
+
+void SrcViewer::display(const ZEMFileRecord* file, const RptInfo& info, int line)
+{
+    if (file == nullptr || file->_filename == nullptr || file->_filename[0] == '\0' || line <= 0) {
+        return;
+    }
+    // Opened aside, so that a failure leaves everything as it was.
+    SrcBrowser opened;
+    if (opened.open(file->_filename) != 0) {
+        const std::string message = std::string("Could not open ") + file->_filename + "!";
+        if (theStatusBar != nullptr) {
+            theStatusBar->displayMessage(message.c_str());
+        }
+        return;
+    }
+    _browser.exchange(opened);
+    _rptInfo = info;
+    viewPosition(0, 0);
+    _maxLineLen = static_cast<int>(_browser.maxLineSz());
+
+    SrcCoverage coverage(_browser);
+    coverage.load(*file);
+    _hitDetailWidth = coverage.hitDetailWidth();
+    _maxBlocksOnLine = coverage.maxBlocksOnLine();
+
+    const long long columns = 0LL + _maxBlocksOnLine + _maxLineLen + ColumnMargin;
+    resizeCanvas(static_cast<int>(std::min(columns, MostColumns)),
+                 static_cast<int>(_browser.nLines()));
+    viewPosition(0, line - 1);
+    render();
+}
+
+void SrcViewer::refresh(Drawable window, qipView view)
+{
+    if (_browser.filename() == nullptr) {
+        return;
+    }
+    const Picture picture = {window, view, (_vPixels - _Ypxls) / 2 + _baseline};
+    const SrcPrefix columns(_rptInfo, _hitDetailWidth, _maxBlocksOnLine);
+    XSetFont(XtDisplay(_clientArea), _gc, _font);
+    drawHeader(picture, columns);
+    for (int row = 0; row < view._dy; ++row) {
+        drawLine(picture, columns, row);
+    }
+    drawSeparator(picture, columns.numberSeparator());
+    drawSeparator(picture, columns.blockSeparator());
+}
+
+void SrcViewer::drawHeader(const Picture& picture, const SrcPrefix& columns)
+{
+    Display* display = XtDisplay(_clientArea);
+    const int width = picture.view._dx * _hPixels;
+    XSetForeground(display, _gc, _headerBg);
+    XFillRectangle(display, picture.window, _gc, 0, 0, static_cast<unsigned>(width),
+                   static_cast<unsigned>(_vPixels));
+
+    const int room = picture.view._dx + 1;
+    std::vector<char> text(static_cast<size_t>(room));
+    const int length = columns.header(_browser.filename(), text.data(), room);
+    XSetForeground(display, _gc, _textColor);
+    drawTextRun(display, picture.window, _gc, 0, picture.baseline, text.data(), length, 0, room);
+
+    XSetForeground(display, _gc, _darkShadowColor);
+    XDrawLine(display, picture.window, _gc, 0, _vPixels - 1, width - 1, _vPixels - 1);
+    XSetForeground(display, _gc, _lightShadowColor);
+    XDrawLine(display, picture.window, _gc, 0, _vPixels - 2, width - 1, _vPixels - 2);
+}
+
+// The separator behind `column`; none for -1.
+void SrcViewer::drawSeparator(const Picture& picture, int column)
+{
+    const long long x = 1LL * column * _hPixels;
+    if (column < 0 || x + DarkLineX > LargestCoordinate) {
+        return;
+    }
+    Display* display = XtDisplay(_clientArea);
+    const int bottom = picture.view._dy * _vPixels - 1;
+    const int left = static_cast<int>(x);
+    XSetForeground(display, _gc, _darkShadowColor);
+    XDrawLine(display, picture.window, _gc, left + DarkLineX, 0, left + DarkLineX, bottom);
+    XSetForeground(display, _gc, _lightShadowColor);
+    XDrawLine(display, picture.window, _gc, left + LightLineX, 0, left + LightLineX, bottom);
+}
+
+// Row 0 is the first below the header.
+void SrcViewer::drawLine(const Picture& picture, const SrcPrefix& columns, int row)
+{
+    const long n = 0L + picture.view._y + row;
+    const SrcLine* line = _browser.line(n);
+    if (line == nullptr) {
+        return;
+    }
+    Display* display = XtDisplay(_clientArea);
+    const int y = (row + 1) * _vPixels + picture.baseline;
+    const int room = picture.view._dx + 1;
+    XSetForeground(display, _gc, line->untested() ? _uncovColor : _textColor);
+
+    std::vector<char> prefix(static_cast<size_t>(room));
+    const int prefixLength = columns.prefix(n, line, prefix.data(), room);
+    drawTextRun(display, picture.window, _gc, 0, y, prefix.data(), prefixLength, 0, room);
+
+    int length = 0;
+    const char* text = _browser.getLine(n, length);
+    const long long x = 1LL * columns.textColumn() * _hPixels;
+    drawTextRun(display, picture.window, _gc,
+                static_cast<int>(std::min<long long>(x, LargestCoordinate + 1)), y, text, length,
+                picture.view._x, room);
+}
