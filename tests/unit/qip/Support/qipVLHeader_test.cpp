@@ -1,6 +1,7 @@
 #include "qip/Support/qipVLHeader.h"
 
 #include "qip/Support/qipVLRecord.h"
+#include "tests/support/MemoryStream.h"
 #include "tests/support/RecFileBuilder.h"
 #include "tests/support/TempDir.h"
 
@@ -9,25 +10,6 @@
 #include <sstream>
 
 namespace {
-
-// A stream over bytes in memory.
-class MemoryStream
-{
-public:
-    explicit MemoryStream(std::string bytes) : _bytes(std::move(bytes))
-    {
-        _stream = _bytes.empty() ? fopen("/dev/null", "rb")
-                                 : fmemopen(_bytes.data(), _bytes.size(), "rb");
-    }
-    ~MemoryStream() { fclose(_stream); }
-    MemoryStream(const MemoryStream&) = delete;
-    MemoryStream& operator=(const MemoryStream&) = delete;
-    FILE* get() const { return _stream; }
-
-private:
-    std::string _bytes;
-    FILE* _stream;
-};
 
 std::string headerBytes()
 {
