@@ -207,9 +207,9 @@ const Case cases[] = {
      [](RecFileBuilder b) {
          return b.startAt(0xfffffff0);
      }},
-    {"FirstRecordInTheHeader", -9, -9,
+    {"FirstRecordInTheHeader", -1, -1,
      [](RecFileBuilder b) {
-         return b.startAt(0).setWord(16, 64);
+         return b.startAt(64);
      }},
     {"NoRecords", 0, 0,
      [](RecFileBuilder b) {
