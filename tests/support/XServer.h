@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+//
+// A display in memory for one test: a private Xvfb, and a window manager on it when one is asked
+// for. Both end with the object, and with the test's process however that ends.
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+
+class XServer
+{
+public:
+    static constexpr int Width = 1280; // pixels
+    static constexpr int Height = 1024;
+
+    // Starts the server and sets DISPLAY. Check started().
+    XServer();
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    bool started() const { return !_display.empty(); }
+    // Why it did not start.
+    const std::string& problem() const { return _problem; }
+    const std::string& display() const { return _display; } // ":7"
+
+    // Starts the window manager and waits until it manages windows. False when it does not come up.
+    bool startWindowManager();
+
+    // Kills the server, as if the connection were lost.
+    void kill();
+
+private:
+    pid_t _server;
+    pid_t _windowManager;
+    std::string _display;
+    std::string _problem;
+};

@@ -1,0 +1,363 @@
+#include "tests/support/gtest_x.h"
+
+#include "tests/support/DataFiles.h"
+#include "tests/support/Golden.h"
+#include "tests/support/Pixels.h"
+#include "tests/support/StdErr.h"
+#include "tests/support/TempDir.h"
+#include "tests/support/WidgetTree.h"
+#include "tests/support/XtFixture.h"
+#include "zem/App/ZEMApp.h"
+#include "zem/Reports/RptArea.h"
+#include "zem/Reports/ZEMView.h"
+#include "zem/Window/ZEMStsBar.h"
+#include "zem/Window/ZEMWindow.h"
+
+#include <Xm/Label.h>
+#include <Xm/Xm.h>
+
+#include <string>
+
+namespace {
+
+struct Box
+{
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+class ZEMWindowTest : public XtFixture
+{
+protected:
+    std::unique_ptr<qipApplication> makeApplication() override
+    {
+        auto application = std::make_unique<ZEMApp>("zem");
+        theReportContainer = new RptArea("rptArea");
+        theStatusBar = new ZEMStsBar("statusBar");
+        return application;
+    }
+
+    void SetUp() override
+    {
+        XtFixture::SetUp();
+        if (HasFatalFailure()) {
+            return;
+        }
+        startWindowManager();
+        _window = std::make_unique<ZEMWindow>("zem");
+        _window->initialize();
+        _window->manage();
+        XtRealizeWidget(appShell());
+        ASSERT_TRUE(waitFor([this] { return mapped(_window->baseWidget()); }));
+        settle();
+    }
+
+    void TearDown() override
+    {
+        XtFixture::TearDown();
+        // As in the program, these stay: the display goes before they could.
+        theReportContainer = nullptr;
+        theStatusBar = nullptr;
+    }
+
+    bool mapped(Widget widget) const
+    {
+        XWindowAttributes attributes;
+        return XtIsRealized(widget) &&
+               XGetWindowAttributes(display(), XtWindow(widget), &attributes) != 0 &&
+               attributes.map_state == IsViewable;
+    }
+
+    Widget widget(const std::string& name) const { return findWidget(_window->baseWidget(), name); }
+
+    // Relative to the window.
+    Box box(const std::string& name) const
+    {
+        Widget it = widget(name);
+        Dimension width = 0;
+        Dimension height = 0;
+        XtVaGetValues(it, XmNwidth, &width, XmNheight, &height, nullptr);
+        int x = 0;
+        int y = 0;
+        Window child = 0;
+        XTranslateCoordinates(display(), XtWindow(it), XtWindow(_window->baseWidget()), 0, 0, &x,
+                              &y, &child);
+        return {x, y, width, height};
+    }
+
+    std::string labelText(const std::string& name) const
+    {
+        XmString string = nullptr;
+        XtVaGetValues(widget(name), XmNlabelString, &string, nullptr);
+        char* text = static_cast<char*>(XmStringUnparse(string, nullptr, XmCHARSET_TEXT,
+                                                        XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL));
+        const std::string result = text == nullptr ? "" : text;
+        XtFree(text);
+        XmStringFree(string);
+        return result;
+    }
+
+    void resize(int width, int height)
+    {
+        XtVaSetValues(_window->baseWidget(), XmNwidth, width, XmNheight, height, nullptr);
+        ASSERT_TRUE(waitFor([&] {
+            const Box workarea = box("aWindow");
+            return workarea.width == width && workarea.height == height;
+        }));
+        settle();
+    }
+
+    void expectStatusBarInOrder()
+    {
+        const Box bar = box("statusbar_work");
+        const Box message = box("statFrame");
+        const Box summary = box("covFrame");
+        EXPECT_LE(message.x + message.width, summary.x);
+        EXPECT_EQ(summary.x + summary.width, bar.x + bar.width);
+        EXPECT_EQ(message.x, bar.x);
+    }
+
+    void load()
+    {
+        const std::string map =
+            mapFile({{"src/list.cpp", {{"List::append__FP3Foo", 1, 20, {{2, 4}, {5, 5}, {6, 9}}}}},
+                     {"src/main.cpp", {{"main", 1, 9, {{2, 3}, {4, 8}}}}}})
+                .write(_dir.path("p.map"));
+        const std::string log =
+            logFile({{"src/list.cpp", map, {4, 0, 2}}, {"src/main.cpp", map, {1, 1}}})
+                .write(_dir.path("p.log"));
+        ASSERT_EQ(theReportContainer->processFile(log.c_str()), 0);
+    }
+
+    TempDir _dir;
+    std::unique_ptr<ZEMWindow> _window;
+};
+
+TEST_F(ZEMWindowTest, WidgetTree)
+{
+    EXPECT_TRUE(matchesGolden("window/tree.txt", widgetTree(_window->baseWidget())));
+}
+
+TEST_F(ZEMWindowTest, TitleAndIconAreCalledZem)
+{
+    char* title = nullptr;
+    ASSERT_NE(XFetchName(display(), XtWindow(_window->baseWidget()), &title), 0);
+    EXPECT_STREQ(title, "zem");
+    XFree(title);
+    ASSERT_NE(XGetIconName(display(), XtWindow(_window->baseWidget()), &title), 0);
+    EXPECT_STREQ(title, "zem");
+    XFree(title);
+}
+
+TEST_F(ZEMWindowTest, TheApplicationShellIsNeverSeen)
+{
+    EXPECT_FALSE(mapped(appShell()));
+    Dimension width = 0;
+    Position x = 0;
+    XtVaGetValues(appShell(), XmNwidth, &width, XmNx, &x, nullptr);
+    EXPECT_EQ(width, 1);
+    EXPECT_EQ(x, XServer::Width / 2);
+}
+
+TEST_F(ZEMWindowTest, FirstSizeShowsTheWholeCanvas)
+{
+    const Box canvas = box("rptViewer");
+    EXPECT_GE(canvas.width, 600);
+    EXPECT_GE(canvas.height, 7 * 26);
+    saveScreenshot(display(), XtWindow(_window->baseWidget()), "window-empty");
+}
+
+TEST_F(ZEMWindowTest, SummaryStartsAtNothing)
+{
+    EXPECT_EQ(labelText("coverageSummary"), " Blocks: 0 tested, 0 untested, 0% coverage");
+    EXPECT_EQ(labelText("msgLbl"), "");
+}
+
+TEST_F(ZEMWindowTest, ReportTellsTheStatusBar)
+{
+    load();
+    theReportContainer->sortBy("dF");
+    theReportContainer->report();
+    settle();
+    EXPECT_EQ(labelText("msgLbl"), "Report: by file, Sort keys: dF");
+    EXPECT_EQ(labelText("coverageSummary"), " Blocks: 4 tested, 1 untested, 80% coverage");
+    EXPECT_EQ(theReportContainer->table()._nItems, 2);
+    saveScreenshot(display(), XtWindow(_window->baseWidget()), "window-report");
+}
+
+TEST_F(ZEMWindowTest, TypesAreNamedInTheHeader)
+{
+    load();
+    const std::pair<RptType, const char*> types[] = {{RptByDirectory, "directory"},
+                                                     {RptByFunction, "function"},
+                                                     {RptByClass, "class"},
+                                                     {RptByFile, "file"},
+                                                     {7, "file"}};
+    for (const auto& type : types) {
+        theReportContainer->reportType(type.first);
+        theReportContainer->report();
+        EXPECT_EQ(labelText("msgLbl"), std::string("Report: by ") + type.second + ", Sort keys: ");
+    }
+}
+
+TEST_F(ZEMWindowTest, EmptyAndNullSortKeysKeepTheOld)
+{
+    load();
+    theReportContainer->sortBy("dF");
+    const char* kept = theReportContainer->info().sortKeys();
+    theReportContainer->sortBy("");
+    theReportContainer->sortBy(nullptr);
+    theReportContainer->sortBy("dF");
+    EXPECT_EQ(theReportContainer->info().sortKeys(), kept);
+    theReportContainer->sortBy("%");
+    EXPECT_STREQ(theReportContainer->info().sortKeys(), "%");
+}
+
+TEST_F(ZEMWindowTest, SortingBeforeAnyReportShowsTheEmptyTable)
+{
+    theReportContainer->sortBy("%");
+    theReportContainer->sortAndView();
+    EXPECT_EQ(labelText("msgLbl"), "Report: by file, Sort keys: %");
+}
+
+TEST_F(ZEMWindowTest, SortAndViewSortsWithoutLoading)
+{
+    load();
+    theReportContainer->report();
+    EXPECT_STREQ(theReportContainer->table()._view[0]->_label, "src/list.cpp");
+    theReportContainer->sortBy("b");
+    theReportContainer->sortAndView();
+    EXPECT_STREQ(theReportContainer->table()._view[0]->_label, "src/main.cpp");
+}
+
+TEST_F(ZEMWindowTest, AFailedLogIsOneLineAndKeepsTheReport)
+{
+    load();
+    theReportContainer->report();
+    StdErr err;
+    EXPECT_EQ(theReportContainer->processFile("/nonexistent/x.log"), -1);
+    EXPECT_EQ(err.text(),
+              " *** RptArea::report: Error processing /nonexistent/x.log: fopen failed\n");
+    theReportContainer->report();
+    EXPECT_EQ(theReportContainer->table()._nItems, 2);
+}
+
+TEST_F(ZEMWindowTest, BrowseWithoutRowsAndOfDirectoriesDoesNothing)
+{
+    theReportContainer->browse();
+    load();
+    theReportContainer->reportType(RptByDirectory);
+    theReportContainer->report();
+    theReportContainer->browse();
+    EXPECT_EQ(findWidget(_window->baseWidget(), "srcViewer"), nullptr);
+}
+
+TEST_F(ZEMWindowTest, MessagesGoBackToTheReportAfterTheirTime)
+{
+    load();
+    theReportContainer->report();
+    const auto start = std::chrono::steady_clock::now();
+    theStatusBar->displayMessage("Could not open x!");
+    EXPECT_EQ(labelText("msgLbl"), "Could not open x!");
+    ASSERT_TRUE(waitFor([this] { return labelText("msgLbl") != "Could not open x!"; }));
+    EXPECT_EQ(labelText("msgLbl"), "Report: by file, Sort keys: ");
+    // No sooner than it should; how much later is the machine's business.
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2990));
+}
+
+TEST_F(ZEMWindowTest, ASecondMessageHasItsOwnThreeSeconds)
+{
+    theStatusBar->displayMessage("first");
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(waitFor([&] {
+        return std::chrono::steady_clock::now() - start > std::chrono::milliseconds(2000);
+    }));
+    theStatusBar->displayMessage("second");
+    const auto second = std::chrono::steady_clock::now();
+    ASSERT_TRUE(waitFor([this] { return labelText("msgLbl") != "second"; }));
+    EXPECT_EQ(labelText("msgLbl"), "");
+    EXPECT_GE(std::chrono::steady_clock::now() - second, std::chrono::milliseconds(2990));
+}
+
+TEST_F(ZEMWindowTest, NullMessagesAreIgnored)
+{
+    theStatusBar->reportInfo("kept");
+    theStatusBar->displayMessage(nullptr);
+    theStatusBar->setPermanent(nullptr);
+    theStatusBar->refresh();
+    EXPECT_EQ(labelText("msgLbl"), "kept");
+}
+
+TEST_F(ZEMWindowTest, LongMessagesAreClippedBeforeTheSummary)
+{
+    const Box before = box("aWindow");
+    theStatusBar->displayMessage(std::string(400, 'm').c_str());
+    settle();
+    expectStatusBarInOrder();
+    saveScreenshot(display(), XtWindow(_window->baseWidget()), "window-long-message");
+    EXPECT_EQ(box("aWindow").width, before.width);
+    theStatusBar->displayMessage("short");
+    settle();
+    EXPECT_LT(box("statFrame").width, 100);
+}
+
+TEST_F(ZEMWindowTest, TheReportTakesTheHeightThatTheStatusBarLeaves)
+{
+    load();
+    theReportContainer->report();
+    for (const auto& size : {std::pair<int, int>{1200, 900}, {400, 200}, {700, 500}}) {
+        resize(size.first, size.second);
+        const Box report = box("rptArea");
+        const Box bar = box("statusbar_work");
+        const Box area = box("workarea");
+        EXPECT_EQ(bar.y + bar.height, area.y + area.height);
+        EXPECT_EQ(report.y + report.height, bar.y);
+        EXPECT_EQ(report.x, area.x);
+        EXPECT_EQ(report.width, area.width);
+        EXPECT_LT(bar.height, 40);
+        expectStatusBarInOrder();
+        saveScreenshot(display(), XtWindow(_window->baseWidget()),
+                       "window-" + std::to_string(size.first) + "x" + std::to_string(size.second));
+    }
+}
+
+TEST_F(ZEMWindowTest, ShrinkingKeepsTheCanvasFrameWhole)
+{
+    load();
+    theReportContainer->report();
+    resize(900, 600);
+    resize(500, 300);
+    Widget canvas = findWidget(_window->baseWidget(), "rptViewer");
+    canvas = findWidget(canvas, "rptViewer");
+    // The inner one of the two widgets of that name is the drawing area.
+    WidgetList children = nullptr;
+    Cardinal nChildren = 0;
+    XtVaGetValues(canvas, XmNchildren, &children, XmNnumChildren, &nChildren, nullptr);
+    Widget area = nullptr;
+    for (Cardinal i = 0; i < nChildren; ++i) {
+        if (std::string(XtName(children[i])) == "rptViewer") {
+            area = children[i];
+        }
+    }
+    ASSERT_NE(area, nullptr);
+    Pixel bottomShadow = 0;
+    XtVaGetValues(area, XmNbottomShadowColor, &bottomShadow, nullptr);
+    const Pixels picture(display(), XtWindow(area));
+    EXPECT_EQ(picture.runDown(picture.width() - 1, 1, bottomShadow), picture.height() - 1);
+    EXPECT_EQ(picture.runRight(1, picture.height() - 1, bottomShadow), picture.width() - 1);
+}
+
+TEST_F(ZEMWindowTest, DestroyedWidgetsAreForgotten)
+{
+    theStatusBar->displayMessage("pending");
+    XtDestroyWidget(_window->baseWidget());
+    settle();
+    EXPECT_EQ(theStatusBar->baseWidget(), nullptr);
+    theStatusBar->displayMessage("nobody sees it");
+    theStatusBar->coverageSummary(1, 2);
+    theStatusBar->refresh();
+}
+
+} // namespace
