@@ -3,6 +3,7 @@
 
 #include "tools/common/RecordPayload.h"
 #include "tools/common/TypeCode.h"
+#include "zem/Demangle/demangle.h"
 
 #include <algorithm>
 #include <cctype>
@@ -10,21 +11,18 @@
 #include <cstring>
 #include <cxxabi.h>
 
-#if __has_include("zem/Demangle/demangle.h")
-#include "zem/Demangle/demangle.h"
-#else
-static char* demangle_name(const char*, int)
-{
-    return nullptr;
-}
-#endif
-
 namespace {
 
 // What the standard library's string is to its users.
 const char longString[] =
     "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >";
 const char shortString[] = "std::string";
+
+// Longer signs before those that they begin with: "operator-<int>" is a minus with a template list.
+const char* const operatorSigns[] = {
+    "<=>", "<<=", ">>=", "->*", "()", "[]", "->", "<<", ">>", "<=", ">=", "==", "!=",
+    "&&",  "||",  "++",  "--",  "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<",
+    ">",   "=",   "!",   "+",   "-",  "*",  "/",  "%",  "^",  "&",  "|",  "~",  ","};
 
 void replaceAll(std::string& text, const char* from, const char* to)
 {
@@ -60,14 +58,12 @@ size_t pastOperator(const std::string& text, size_t at)
         return at;
     }
     const size_t sign = at + length;
-    if (text.compare(sign, 2, "()") == 0 || text.compare(sign, 2, "[]") == 0) {
-        return sign + 2;
+    for (const char* known : operatorSigns) {
+        if (text.compare(sign, std::strlen(known), known) == 0) {
+            return sign + std::strlen(known);
+        }
     }
-    size_t end = sign;
-    while (end < text.size() && std::strchr("<>=!+-*/%^&|~,", text[end]) != nullptr) {
-        ++end;
-    }
-    return end;
+    return sign;
 }
 
 // Where the qualified name and its last part start in a function's text without parameters. What
@@ -82,12 +78,12 @@ NameParts findParts(const std::string& text)
 {
     NameParts parts;
     int depth = 0;
-    bool isConversion = false; // "operator int": its blanks belong to the name
+    bool isConversion = false; // "operator int", "operator"" _x": blanks of the name
     for (size_t i = 0; i < text.size(); ++i) {
         if (depth == 0) {
             const size_t past = pastOperator(text, i);
             if (past != i) {
-                isConversion = past < text.size() && text[past] == ' ';
+                isConversion = past < text.size() && (text[past] == ' ' || text[past] == '"');
                 i = past - 1;
                 continue;
             }

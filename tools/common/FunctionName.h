@@ -15,5 +15,6 @@
 #include <string>
 
 // The stored form of a symbol in the compiler's encoding, or of a plain name. Counts in `losses`
-// where parameter types had to go or the name itself had to change.
+// where parameter types had to go or the name itself had to change. May be called from several
+// threads: demangle_name() keeps nothing between calls.
 std::string storedFunctionName(const std::string& symbol, ImportLosses& losses);

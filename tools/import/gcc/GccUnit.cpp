@@ -219,6 +219,7 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
         return;
     }
     _losses._unitsAsLines = 1;
+    _losses._linesOfOtherFiles = lines.strayLines();
     _losses._unitsNotRun = files._counters.empty() ? 1 : 0;
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
     for (GcovLineFunction& entry : lines.functions()) {

@@ -48,6 +48,7 @@ public:
     {}
 
     bool read(const element& file);
+    uint64_t strayLines() const { return _strayLines; }
 
 private:
     void addFunction(const element& function, const std::string& file);
@@ -58,6 +59,7 @@ private:
     const size_t _first; // of this file
     const std::string& _folder;
     std::unordered_map<std::string, size_t> _bySymbol;
+    uint64_t _strayLines = 0;
 };
 
 bool FileReader::read(const element& file)
@@ -113,10 +115,13 @@ void FileReader::addLine(const element& line)
         found != _bySymbol.end() ? &_functions[found->second] : functionAround(block._startLine);
     if (function != nullptr && block._startLine != 0) {
         function->_function._blocks.push_back(block);
+    } else {
+        ++_strayLines;
     }
 }
 
-bool parseDocument(const std::string& text, std::vector<GcovLineFunction>& functions)
+bool parseDocument(const std::string& text, std::vector<GcovLineFunction>& functions,
+                   uint64_t& strayLines)
 {
     simdjson::dom::parser parser;
     element document;
@@ -127,9 +132,11 @@ bool parseDocument(const std::string& text, std::vector<GcovLineFunction>& funct
     }
     const std::string folder = textOf(document, "current_working_directory");
     for (const element file : files) {
-        if (!FileReader(functions, folder).read(file)) {
+        FileReader reader(functions, folder);
+        if (!reader.read(file)) {
             return false;
         }
+        strayLines += reader.strayLines();
     }
     return true;
 }
@@ -195,7 +202,7 @@ bool GcovLines::parse(const std::string& json)
         size_t end = json.find('\n', start);
         end = end == std::string::npos ? json.size() : end;
         if (end > start) {
-            if (!parseDocument(json.substr(start, end - start), _functions)) {
+            if (!parseDocument(json.substr(start, end - start), _functions, _strayLines)) {
                 return false;
             }
             isAny = true;

@@ -30,8 +30,12 @@ public:
 
     std::vector<GcovLineFunction>& functions() { return _functions; }
 
+    // Lines that no function of their file surrounds. They are left out.
+    uint64_t strayLines() const { return _strayLines; }
+
 private:
     std::vector<GcovLineFunction> _functions;
+    uint64_t _strayLines = 0;
 };
 
 // Runs the program `gcov` on one unit and gives what it prints. Returns false when it cannot be run

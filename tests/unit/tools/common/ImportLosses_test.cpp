@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/ImportLosses.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace {
+
+TEST(ImportLossesTest, NothingLostGivesNoText)
+{
+    EXPECT_EQ(ImportLosses().text(), "");
+    std::ostringstream out;
+    ImportLosses().write(out);
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST(ImportLossesTest, NamesOnlyWhatOccurred)
+{
+    ImportLosses losses;
+    losses._systemFunctions = 310;
+    losses._negativeCounts = 2;
+    EXPECT_EQ(losses.text(), "310 system functions, 2 negative counts taken as 0");
+}
+
+TEST(ImportLossesTest, AddsCountsAndKeepsTheMostRuns)
+{
+    ImportLosses sum;
+    sum._clampedCounts = 1;
+    sum._mostRuns = 7;
+    ImportLosses other;
+    other._clampedCounts = 2;
+    other._mostRuns = 3;
+    sum.add(other);
+    EXPECT_EQ(sum._clampedCounts, 3u);
+    EXPECT_EQ(sum._mostRuns, 7u);
+}
+
+TEST(ImportLossesTest, NoteSaysWhenCountersAddUpSeveralRuns)
+{
+    ImportLosses losses;
+    losses._unitsNotRun = 4;
+    losses._mostRuns = 3;
+    std::ostringstream out;
+    losses.write(out);
+    EXPECT_EQ(out.str(), "4 units that never ran\nthe counters add up 3 runs\n");
+}
+
+} // namespace

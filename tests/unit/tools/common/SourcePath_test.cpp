@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/SourcePath.h"
+
+#include "tests/support/TempDir.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(SourcePathTest, RelativePathCountsFromItsBase)
+{
+    EXPECT_EQ(absolutePath("/build", "src/a.cc"), "/build/src/a.cc");
+}
+
+TEST(SourcePathTest, StepsAreTakenOut)
+{
+    EXPECT_EQ(absolutePath("/p/build", "../src/./x/../a.cc"), "/p/src/a.cc");
+}
+
+TEST(SourcePathTest, AbsolutePathIgnoresItsBase)
+{
+    EXPECT_EQ(absolutePath("/build", "/src/a.cc"), "/src/a.cc");
+}
+
+TEST(SourcePathTest, RelativeBaseCountsFromTheCurrentFolder)
+{
+    EXPECT_EQ(absolutePath("", "a.cc"), std::filesystem::current_path().string() + "/a.cc");
+    EXPECT_EQ(absolutePath("b", "a.cc"), std::filesystem::current_path().string() + "/b/a.cc");
+}
+
+TEST(SourcePathTest, TimeOfAMissingFileIsZero)
+{
+    const TempDir dir;
+    EXPECT_EQ(modificationTime(dir.path("none")), 0u);
+    EXPECT_NE(modificationTime(dir.write("one", "")), 0u);
+}
+
+} // namespace
