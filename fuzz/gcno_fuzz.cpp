@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+//
+// Reads a unit's notes and solves its graphs as for a unit that never ran.
+#include "fuzz/fuzzTarget.h"
+#include "tools/import/gcc/GccUnit.h"
+
+#include <string>
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    SourceFilter filter;
+    filter.keepSystem();
+    GccUnit unit(filter);
+    (void)unit.readBlocks(std::string(reinterpret_cast<const char*>(data), size), nullptr);
+    return 0;
+}
