@@ -3,6 +3,7 @@
 
 #include "qip/Components/qipWindow.h"
 #include "qip/Support/ListIterator.h"
+#include "zem/Help/programShare.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Reports/RptCommandLine.h"
 #include "zem/Reports/RptOptions.h"
@@ -10,6 +11,7 @@
 
 #include <cstdio>
 #include <iostream>
+#include <string>
 
 const char* const compilation_date = "10/24/96";
 
@@ -60,6 +62,11 @@ void ZEMApp::usageHelp()
 
 int ZEMApp::appMain(int& argc, char** argv)
 {
+    // Xt finds the file of an installed program by itself; that of a build tree it does not know.
+    const std::string defaults = programDefaults("zem");
+    if (!defaults.empty()) {
+        addDefaults(defaults.c_str());
+    }
     ZEMWindow window("zem");
     ListIterator<qipWindow*> windows(_windows);
     while (qipWindow* each = windows.next()) {

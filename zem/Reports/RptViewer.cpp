@@ -11,6 +11,7 @@
 #include "zem/Reports/ZEMView.h"
 
 #include <Xm/Xm.h>
+#include <Xm/XmStrDefs.h>
 
 #include <iostream>
 
@@ -92,6 +93,15 @@ void RptViewer::destroyed()
         }
     }
     qipTCanvas::destroyed();
+}
+
+bool RptViewer::keyPressed(KeySym key)
+{
+    if (key == osfXK_Help) {
+        helpRequested();
+        return true;
+    }
+    return qipTCanvas::keyPressed(key);
 }
 
 void RptViewer::installView(ZEMRptTable* table)

@@ -54,6 +54,9 @@ protected:
     void refresh(Drawable drawable, qipView view) override;
     void destroyed() override;
 
+    // The canvas has translations of its own, which leave out those of the help key.
+    bool keyPressed(KeySym key) override;
+
 private:
     struct translationRecord
     {

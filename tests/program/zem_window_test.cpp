@@ -1,0 +1,290 @@
+#include "tests/support/gtest_x.h"
+
+#include "tests/program/ViewerRun.h"
+#include "tests/support/DataFiles.h"
+#include "tests/support/Pixels.h"
+#include "tests/support/XInput.h"
+
+#include <X11/keysym.h>
+
+#include <algorithm>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+// A program of some size, so that the report scrolls.
+class ZemWindowTest : public ::testing::Test
+{
+protected:
+    static constexpr int Sources = 30;
+
+    void SetUp() override
+    {
+        ASSERT_TRUE(_run.started()) << _run.server().problem();
+        std::vector<MapSource> sources;
+        std::vector<LogSource> counts;
+        const std::string mapPath = _dir.path("p.map");
+        for (int i = 0; i < Sources; ++i) {
+            const std::string number = std::to_string(i);
+            const std::string path =
+                _dir.write("part" + std::to_string(i % 4) + "/module" + number + ".cpp", text());
+            MapSource source = {path, {}};
+            LogSource record = {path, mapPath, {}};
+            for (uint32_t f = 0; f < 3; ++f) {
+                MapFunc func = {"Module" + number + "::step" + std::to_string(f) + "__FPCci",
+                                f * 10 + 2,
+                                f * 10 + 10,
+                                {}};
+                for (uint32_t b = 0; b < 3 + f; ++b) {
+                    func.blocks.push_back({f * 10 + 3 + b, f * 10 + 3 + b});
+                    record.counts.push_back((f + b + static_cast<uint32_t>(i)) % 3 * 7);
+                }
+                source.funcs.push_back(func);
+            }
+            sources.push_back(source);
+            counts.push_back(record);
+        }
+        mapFile(sources).write(mapPath);
+        _log = logFile(counts).write(_dir.path("p.log"));
+        _selected = _run.color("LightSkyBlue3");
+    }
+
+    static std::string text()
+    {
+        std::string lines;
+        for (int i = 1; i <= 40; ++i) {
+            lines += i % 10 == 1 ? "void step(const char* name, int count)\n"
+                                 : "\tline " + std::to_string(i) + ";\n";
+        }
+        return lines;
+    }
+
+    // Runs zem and waits for its first report.
+    Window open(std::vector<std::string> words)
+    {
+        words.push_back(_log);
+        _run.start(words);
+        const Window window = _run.mainWindow();
+        return window != 0 && _run.picture(window, _selected) != "" ? window : 0;
+    }
+
+    // The y of the first pixel of the selected row.
+    int selectedRow(Window window)
+    {
+        const Pixels picture(_run.display(), window);
+        for (int y = 0; y < picture.height(); ++y) {
+            if (picture.find(0, y, _selected) >= 0) {
+                return y;
+            }
+        }
+        return -1;
+    }
+
+    ViewerRun _run;
+    TempDir _dir;
+    std::string _log;
+    unsigned long _selected = 0;
+};
+
+TEST_F(ZemWindowTest, NormalUseIsQuiet)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const Window window = open({"-df", "-nm", "-sf", "-ct"});
+    ASSERT_NE(window, 0u);
+    _run.resize(window, 900, 600);
+    _run.picture(window, _selected);
+    _run.resize(window, 300, 200);
+    _run.picture(window);
+    _run.resize(window, 800, 500);
+    _run.picture(window, _selected);
+    XInput::closeWindow(_run.display(), window);
+    EXPECT_EQ(_run.end(), 0);
+    EXPECT_EQ(_run.err(), "");
+    EXPECT_EQ(_run.out(), "");
+}
+
+TEST_F(ZemWindowTest, TheWindowManagersCloseEndsTheProgramWithSuccess)
+{
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    XInput::closeWindow(_run.display(), window);
+    EXPECT_EQ(_run.end(), 0);
+    EXPECT_EQ(_run.err(), "");
+}
+
+TEST_F(ZemWindowTest, ALostDisplayEndsTheProgramWithAMessage)
+{
+    ASSERT_NE(open({}), 0u);
+    _run.loseDisplay();
+    const int status = _run.end();
+    EXPECT_GT(status, 0);
+    EXPECT_LT(status, 128) << "ended by a signal";
+    EXPECT_NE(_run.err().find(_run.server().display()), std::string::npos) << _run.err();
+}
+
+TEST_F(ZemWindowTest, AClickSelectsARow)
+{
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    const int first = selectedRow(window);
+    ASSERT_GE(first, 0);
+    XInput::click(_run.display(), window, 60, first + 60);
+    EXPECT_TRUE(_run.waitFor([&] { return selectedRow(window) == first + 52; }));
+}
+
+TEST_F(ZemWindowTest, ADoubleClickOpensTheSource)
+{
+    const Window window = open({"-ct"});
+    ASSERT_NE(window, 0u);
+    const int first = selectedRow(window);
+    const int height = _run.height(window);
+    const unsigned long red = _run.color("Red3");
+    XInput::click(_run.display(), window, 60, first + 30, 2);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.height(window) > height; }));
+    EXPECT_NE(_run.picture(window, red), "");
+    EXPECT_EQ(selectedRow(window), first + 26);
+    EXPECT_EQ(_run.err(), "");
+}
+
+TEST_F(ZemWindowTest, DirectoriesAndClassesHaveNoSourceToOpen)
+{
+    for (const char* type : {"-dd", "-do"}) {
+        const Window window = open({type});
+        ASSERT_NE(window, 0u);
+        const int height = _run.height(window);
+        const int first = selectedRow(window);
+        XInput::click(_run.display(), window, 60, first + 30, 2);
+        EXPECT_TRUE(_run.waitFor([&] { return selectedRow(window) == first + 26; }));
+        _run.picture(window);
+        EXPECT_EQ(_run.height(window), height) << type;
+    }
+}
+
+TEST_F(ZemWindowTest, TheReportFollowsTheWindowsSize)
+{
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    const int width = _run.width(window);
+    const int height = _run.height(window);
+    _run.resize(window, width + 200, height + 104);
+    ASSERT_NE(_run.picture(window, _selected), "");
+    {
+        const Pixels picture(_run.display(), window);
+        const int y = selectedRow(window) + 1;
+        const int x = picture.find(0, y, _selected);
+        EXPECT_GT(picture.runRight(x, y, _selected), width);
+    }
+    // Shrinking brings no exposure, and the frame must not stay where it was.
+    const std::string before = [&] {
+        _run.resize(window, width, height);
+        return _run.picture(window, _selected);
+    }();
+    XClearArea(_run.display(), window, 0, 0, 0, 0, True);
+    EXPECT_TRUE(before == _run.picture(window, _selected));
+}
+
+TEST_F(ZemWindowTest, ScreenshotsOfTheReportsAtThreeSizes)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    struct
+    {
+        const char* type;
+        const char* name;
+    } const reports[] = {
+        {"-dd", "directory"}, {"-dF", "file"}, {"-df", "function"}, {"-do", "class"}};
+    for (const auto& report : reports) {
+        const Window window = open({report.type, "-nm", "-sdFf", "-ct"});
+        ASSERT_NE(window, 0u);
+        const std::string name = std::string("window-") + report.name;
+        saveScreenshot(_run.display(), window, name);
+        XInput::click(_run.display(), window, 60, selectedRow(window) + 30, 2);
+        _run.picture(window, _selected);
+        saveScreenshot(_run.display(), window, name + "-browse");
+        _run.resize(window, 1200, 950);
+        _run.picture(window, _selected);
+        saveScreenshot(_run.display(), window, name + "-large");
+        _run.resize(window, 360, 260);
+        _run.picture(window);
+        saveScreenshot(_run.display(), window, name + "-small");
+        EXPECT_EQ(_run.err(), "");
+    }
+}
+
+// Random clicks and keys, the same every time.
+class ZemMonkeyTest : public ZemWindowTest, public ::testing::WithParamInterface<unsigned>
+{
+protected:
+    static constexpr int Actions = 250;
+
+    void act(Window window)
+    {
+        static const KeySym keys[] = {XK_F1,        XK_F10,     XK_Tab,      XK_Return, XK_Escape,
+                                      XK_space,     XK_Up,      XK_Down,     XK_Left,   XK_Right,
+                                      XK_Page_Down, XK_Page_Up, XK_Home,     XK_End,    XK_d,
+                                      XK_f,         XK_a,       XK_BackSpace};
+        const int x = pick(XServer::Width);
+        const int y = pick(XServer::Height);
+        switch (pick(8)) {
+        case 0:
+            XInput::key(_run.display(), keys[pick(static_cast<int>(std::size(keys)))]);
+            break;
+        case 1:
+            XInput::key(_run.display(), keys[pick(static_cast<int>(std::size(keys)))], XK_Alt_L);
+            break;
+        case 2:
+            XInput::click(_run.display(), DefaultRootWindow(_run.display()), x, y);
+            break;
+        case 3:
+            drag(window);
+            break;
+        case 4:
+            XResizeWindow(_run.display(), window, static_cast<unsigned>(20 + pick(1200)),
+                          static_cast<unsigned>(20 + pick(900)));
+            break;
+        default:
+            XInput::click(_run.display(), window, pick(std::max(_run.width(window), 1)),
+                          pick(std::max(_run.height(window), 1)), 1 + pick(3),
+                          static_cast<unsigned>(pick(4) == 0 ? 1 + pick(7) : 1));
+        }
+    }
+
+    void drag(Window window)
+    {
+        XInput::moveTo(_run.display(), window, pick(600), pick(500));
+        XInput::press(_run.display());
+        XInput::moveTo(_run.display(), window, pick(600), pick(500));
+        XInput::release(_run.display());
+    }
+
+    int pick(int n) { return static_cast<int>(_random() % static_cast<unsigned>(n)); }
+
+    std::mt19937 _random{GetParam()};
+};
+
+TEST_P(ZemMonkeyTest, RandomInputDoesNotBreakIt)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    int nRuns = 0;
+    for (int i = 0; i < Actions && nRuns < 20;) {
+        const Window window = open({"-df"});
+        ASSERT_NE(window, 0u);
+        ++nRuns;
+        while (i < Actions && _run.running()) {
+            act(window);
+            ++i;
+        }
+        if (_run.running()) {
+            XInput::closeWindow(_run.display(), window);
+        }
+        // By the monkey through Exit, or by the window manager's Close.
+        EXPECT_EQ(_run.end(), 0) << "action " << i;
+        EXPECT_EQ(_run.err(), "") << "action " << i;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, ZemMonkeyTest, ::testing::Values(1u, 2u, 3u));
+
+} // namespace
