@@ -148,6 +148,9 @@ int qipVLRecFile::openForReading()
     if (_streamBuffer) {
         std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, StreamBufferSize);
     }
+    // The library keeps count of the position only from a first seek on; without it each ftello()
+    // of load() would be a system call.
+    (void)fseeko(_fp, 0, SEEK_SET); // what cannot seek fails in load()
     if (_header.read(_fp) < 0) {
         return FileCorrupt;
     }

@@ -9,7 +9,7 @@
 #include <ostream>
 
 ZEMFileRecord::ZEMFileRecord()
-    : _filename(nullptr), _timeModified(0), _nBlocks(0), _nFuncs(0), _blocks(nullptr)
+    : _filename(nullptr), _timeModified(0), _nBlocks(0), _nFuncs(0), _blocks(nullptr), _nPlaced(0)
 {}
 
 ZEMFileRecord::~ZEMFileRecord()
@@ -27,6 +27,7 @@ void ZEMFileRecord::clear()
     }
     delete[] _blocks;
     _blocks = nullptr;
+    _nPlaced = 0;
 }
 
 int ZEMFileRecord::read(FILE* stream)
@@ -91,6 +92,7 @@ int ZEMFileRecord::placeBlocks(const std::vector<uint32_t>& lines)
         func->setBlocks(_blocks + next, lines.data() + next);
         next += func->_nBlocks;
     }
+    _nPlaced = next;
     return noMemory ? qipVLRecFile::OutOfMemory : qipVLRecFile::NoError;
 }
 

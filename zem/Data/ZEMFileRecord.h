@@ -15,6 +15,7 @@
 #include "zem/Data/ZEMFuncRecord.h"
 #include "zem/Data/ZEMRecord.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <iosfwd>
@@ -38,12 +39,18 @@ public:
     uint32_t _nFuncs;               // likewise: walk the list, not the number
     List<ZEMFuncRecord*> _funcList; // owned, in file order
 
+    // The blocks of all functions, in file order: `placedBlocks()` of them in one array, of which
+    // each function's `_blockMap` is a slice. This is the order of a log file's counts.
+    ZEMBlkRecord* blocks() { return _blocks; }
+    size_t placedBlocks() const { return _nPlaced; }
+
 private:
     void clear();
     int readFunctions(FILE* stream, std::vector<uint32_t>& lines);
     int placeBlocks(const std::vector<uint32_t>& lines);
 
-    ZEMBlkRecord* _blocks; // of all functions, one slice after the other
+    ZEMBlkRecord* _blocks; // owned, null when there are none
+    size_t _nPlaced;
 };
 
 // Writes the name and every function as text.

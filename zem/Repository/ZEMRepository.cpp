@@ -53,6 +53,18 @@ uint32_t saturatingSum(uint32_t a, uint32_t b)
     return sum < a ? UINT32_MAX : sum;
 }
 
+// Adds `count` hits to as many blocks. Returns how many of the hits are not 0.
+size_t addHits(ZEMBlkRecord* blocks, const uint32_t* hits, size_t count)
+{
+    size_t tested = 0;
+    for (size_t i = 0; i < count; ++i) {
+        const uint32_t n = hits[i];
+        blocks[i]._nHits = saturatingSum(blocks[i]._nHits, n);
+        tested += n != 0;
+    }
+    return tested;
+}
+
 const char* nameOf(const char* name)
 {
     return name == nullptr ? "" : name;
@@ -187,20 +199,38 @@ int ZEMRepository::processLogFile(const char* path)
     if (result < 0) {
         return result;
     }
+    const char* loadedMap = nullptr; // of the record before: most records of a log share one
+    ListIterator<ZEMFileRecord*> expected(_srcfiles);
     ListIterator<ZEMLogFileRecord*> records(log.toc());
     while (const ZEMLogFileRecord* record = records.next()) {
-        if (_index->mapfiles.count(record->_mapfile) == 0) {
-            result = processMapFile(record->_mapfile);
-            if (result < 0) {
-                return result;
+        if (loadedMap == nullptr || std::strcmp(loadedMap, record->_mapfile) != 0) {
+            if (_index->mapfiles.count(record->_mapfile) == 0) {
+                result = processMapFile(record->_mapfile);
+                if (result < 0) {
+                    return result;
+                }
             }
+            loadedMap = record->_mapfile;
         }
-        const auto found = _index->srcfiles.find(record->_filename);
-        if (found != _index->srcfiles.end()) {
-            merge(*found->second, *record);
+        ZEMFileRecord* file = findSource(record->_filename, expected);
+        if (file != nullptr) {
+            merge(*file, *record);
         }
     }
     return qipVLRecFile::NoError;
+}
+
+// The record of source file `path`, or null. Logs mostly keep the order of their map, so the file
+// behind the one found last, where `expected` stands, is looked at before the index.
+ZEMFileRecord* ZEMRepository::findSource(const char* path,
+                                         ListIterator<ZEMFileRecord*>& expected) const
+{
+    ZEMFileRecord* next = expected.next();
+    if (next != nullptr && std::strcmp(nameOf(next->_filename), path) == 0) {
+        return next;
+    }
+    const auto found = _index->srcfiles.find(path);
+    return found == _index->srcfiles.end() ? nullptr : found->second;
 }
 
 int ZEMRepository::processMapFile(const char* path)
@@ -268,23 +298,12 @@ void ZEMRepository::merge(ZEMFileRecord& file, const ZEMLogFileRecord& record)
                   << "     Mapfile(" << nameOf(file._filename) << file._nBlocks << ", Logfile("
                   << record._filename << record._nBlocks << std::endl;
     }
-    size_t k = 0;
-    ListIterator<ZEMFuncRecord*> funcs(file._funcList);
-    while (ZEMFuncRecord* func = funcs.next()) {
-        _totBlocks += func->_nBlocks;
-        // Counts that the log does not have are 0.
-        const size_t left = record._nBlocks - std::min<size_t>(k, record._nBlocks);
-        const size_t counted = std::min<size_t>(func->_nBlocks, left);
-        const uint32_t* hits = record._hits + (counted > 0 ? k : 0);
-        long untested = static_cast<long>(func->_nBlocks - counted);
-        for (size_t i = 0; i < counted; ++i) {
-            ZEMBlkRecord& block = func->_blockMap[i];
-            block._nHits = saturatingSum(block._nHits, hits[i]);
-            untested += hits[i] == 0;
-        }
-        _totUncov += untested;
-        k += func->_nBlocks;
-    }
+    // The blocks of all functions lie in one array. Counts that the log does not have are 0.
+    const size_t total = file.placedBlocks();
+    const size_t counted = std::min<size_t>(total, record._nBlocks);
+    const size_t tested = addHits(file.blocks(), record._hits, counted);
+    _totBlocks += static_cast<long>(total);
+    _totUncov += static_cast<long>(total - tested);
 }
 
 void ZEMRepository::coverageSummary(int& uncovered, int& total) const

@@ -76,6 +76,7 @@ private:
     struct Counts;
 
     int take(List<ZEMFileRecord*>& files);
+    ZEMFileRecord* findSource(const char* path, ListIterator<ZEMFileRecord*>& expected) const;
     void merge(ZEMFileRecord& file, const ZEMLogFileRecord& record);
     int suppressed(char kind, const char* name) const;
     Counts countFunctions(ZEMFileRecord& file) const;

@@ -84,6 +84,24 @@ TEST_F(ZEMRepositoryTest, MergesCountsByPositionThroughTheFunctions)
     EXPECT_EQ(totals(), "2 of 5");
 }
 
+TEST_F(ZEMRepositoryTest, SourcesAreFoundInWhateverOrderALogNamesThem)
+{
+    const std::string path =
+        map("a.map", {{"a.c", {func("a", 1)}}, {"b.c", {func("b", 1)}}, {"c.c", {func("c", 1)}}});
+    EXPECT_EQ(load({{"c.c", path, {4}}, {"a.c", path, {1}}, {"b.c", path, {2}}}), 0);
+    EXPECT_EQ(load({{"a.c", path, {1}}, {"c.c", path, {4}}, {"c.c", path, {4}}}), 0);
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "a 1/1 2\nb 1/1 2\nc 1/1 12\n");
+}
+
+TEST_F(ZEMRepositoryTest, OneLogMayNameSeveralMapsInTurn)
+{
+    const std::string one = map("1.map", {{"a.c", {func("a", 1)}}});
+    const std::string two = map("2.map", {{"b.c", {func("b", 1)}}});
+    EXPECT_EQ(load({{"a.c", one, {1}}, {"b.c", two, {2}}, {"a.c", one, {1}}, {"b.c", two, {2}}}),
+              0);
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "a 1/1 2\nb 1/1 4\n");
+}
+
 TEST_F(ZEMRepositoryTest, TheSameLogTwiceDoublesEverything)
 {
     const std::string path = map("a.map", {{"src/a.c", {func("f", 3)}}});
