@@ -85,9 +85,12 @@ bool GcnoFile::readGraph(GcnoFunction& function)
     GcovWords::Record record;
     while (!_damaged && _words.nextRecord(record)) {
         if (record._tag == BlocksTag) {
-            _words.confine(record._start, _graphEnd);
+            // A second number would leave arcs that point past the blocks.
+            const bool isSecond = function._nBlocks != 0;
+            _words.confine(record._start, record._start + record._size);
             function._nBlocks = _words.word();
-            _damaged = function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
+            _damaged = isSecond ||
+                       function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
         } else if (record._tag == ArcsTag) {
             _damaged = !readArcs(record, function);
         } else if (record._tag == LinesTag) {

@@ -167,6 +167,19 @@ TEST(GcnoFileTest, MoreBlocksThanBytesIsDamage)
     EXPECT_TRUE(isDamaged);
 }
 
+TEST(GcnoFileTest, SecondNumberOfBlocksIsDamage)
+{
+    GcovBuilder builder(12);
+    builder.notesHead(1, "/build");
+    builder.function(1, 2, 3, "f", 0, "a.cc", 1, 6);
+    builder.blocks(4);
+    builder.arcs(2, {{3, 1}});
+    builder.blocks(2);
+    bool isDamaged = false;
+    EXPECT_EQ(readAll(builder.bytes(), isDamaged), 0);
+    EXPECT_TRUE(isDamaged);
+}
+
 TEST(GcnoFileTest, ArcsAndLinesOutsideTheBlocksAreDamage)
 {
     for (int kind = 0; kind < 3; ++kind) {
