@@ -30,7 +30,8 @@
 class qipVLRecFile
 {
 public:
-    enum Mode { READ = 0, WRITE = 1 };
+    // Any int may come in: open() refuses what it does not know.
+    enum Mode : int { READ = 0, WRITE = 1 };
 
     enum Code {
         NoError = 0,
