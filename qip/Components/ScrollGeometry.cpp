@@ -13,7 +13,8 @@ ScrollGeometry::Axis ScrollGeometry::clamp(int origin, int extent, int canvas,
     } else if (origin >= 0) {
         // Written without a sum, which could overflow.
         axis.origin = std::min(origin, canvas - extent);
-        axis.value = axis.origin;
+        // A view of no cells fits behind the last one, where a scroll bar cannot go.
+        axis.value = std::min(axis.origin, std::max(canvas - 1, 0));
     } else {
         axis.origin = 0;
     }

@@ -9,7 +9,7 @@ namespace ScrollGeometry {
 struct Axis
 {
     int origin; // first visible cell; negative when a small canvas is centred
-    int value;  // of the scroll bar
+    int value;  // of the scroll bar; value + page never pass a canvas of 1 or more
     int page;   // of the scroll bar, at least 1
 };
 

@@ -19,7 +19,12 @@ qipApplication::qipApplication(const char* name)
     theApplication = this;
 }
 
-qipApplication::~qipApplication() = default;
+qipApplication::~qipApplication()
+{
+    if (theApplication == this) {
+        theApplication = nullptr;
+    }
+}
 
 void qipApplication::registerWindow(const qipWindow* window)
 {

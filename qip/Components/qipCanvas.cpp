@@ -39,6 +39,12 @@ qipCanvas::qipCanvas(const char* name)
 
 qipCanvas::~qipCanvas()
 {
+    if (_base != nullptr && _clientArea != nullptr) {
+        // The widgets may live on.
+        XtRemoveCallback(_clientArea, XmNexposeCallback, expose_cbk, this);
+        XtRemoveCallback(_clientArea, XmNresizeCallback, resize_cbk, this);
+        XtRemoveEventHandler(_clientArea, XtAllEvents, False, input_cbk, this);
+    }
     if (_gc != nullptr) {
         XFreeGC(_gcDisplay, _gc);
     }

@@ -13,7 +13,13 @@ qipScrollBar::qipScrollBar(const char* name, qipScrolledWindow* client, unsigned
       _orientation(orientation)
 {}
 
-qipScrollBar::~qipScrollBar() = default;
+qipScrollBar::~qipScrollBar()
+{
+    if (_base != nullptr) {
+        XtRemoveCallback(_base, XmNvalueChangedCallback, valueChanged_cbk, this);
+        XtRemoveCallback(_base, XmNdragCallback, valueChanged_cbk, this);
+    }
+}
 
 void qipScrollBar::install(qipVCell*)
 {

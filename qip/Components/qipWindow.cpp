@@ -9,6 +9,15 @@
 #include <Xm/Protocols.h>
 #include <Xm/Xm.h>
 
+namespace {
+
+Atom deleteWindow(Widget shell)
+{
+    return XInternAtom(XtDisplay(shell), "WM_DELETE_WINDOW", False);
+}
+
+} // namespace
+
 qipWindow::qipWindow(const char* name) : qipVCell(name), _main(nullptr), _workArea(nullptr)
 {
     qipAssert(theApplication != 0);
@@ -17,7 +26,12 @@ qipWindow::qipWindow(const char* name) : qipVCell(name), _main(nullptr), _workAr
 
 qipWindow::~qipWindow()
 {
-    theApplication->unregisterWindow(this);
+    if (theApplication != nullptr) {
+        theApplication->unregisterWindow(this);
+    }
+    if (_base != nullptr) {
+        XmRemoveWMProtocolCallback(_base, deleteWindow(_base), closeRequested_cbk, this);
+    }
 }
 
 void qipWindow::initialize()
@@ -27,8 +41,7 @@ void qipWindow::initialize()
     installDestroyHandler();
     // The delete response would be to destroy the widgets under an object that still holds them.
     XtVaSetValues(_base, XmNallowShellResize, True, XmNdeleteResponse, XmDO_NOTHING, nullptr);
-    const Atom deleteWindow = XInternAtom(XtDisplay(_base), "WM_DELETE_WINDOW", False);
-    XmAddWMProtocolCallback(_base, deleteWindow, closeRequested_cbk, this);
+    XmAddWMProtocolCallback(_base, deleteWindow(_base), closeRequested_cbk, this);
 
     _main = XtCreateManagedWidget("aWindow", xmMainWindowWidgetClass, _base, nullptr, 0);
     _workArea = createWorkArea(_main);

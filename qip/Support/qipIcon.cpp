@@ -5,8 +5,6 @@
 
 #include <Xm/Xm.h>
 
-#include <cstring>
-
 namespace {
 
 // Out of 65535 for each colour channel.
@@ -17,7 +15,8 @@ constexpr unsigned Closeness = 40000;
 GC qipIcon::_gc = nullptr;
 
 qipIcon::qipIcon(const char* const* data)
-    : _data(data), _base(nullptr), _image(0), _mask(0), _attributes{}, _background{}
+    : _data(data), _base(nullptr), _display(nullptr), _image(0),
+      _mask(0), _attributes{}, _background{}
 {}
 
 qipIcon::~qipIcon()
@@ -27,16 +26,12 @@ qipIcon::~qipIcon()
 
 void qipIcon::release()
 {
-    if (_base == nullptr) {
-        return;
-    }
-    Display* display = XtDisplayOfObject(_base);
     if (_image != 0) {
-        XFreePixmap(display, _image);
+        XFreePixmap(_display, _image);
         _image = 0;
     }
     if (_mask != 0) {
-        XFreePixmap(display, _mask);
+        XFreePixmap(_display, _mask);
         _mask = 0;
     }
 }
@@ -48,10 +43,10 @@ void qipIcon::install(qipVCell* cell)
     if (_base == nullptr) {
         return;
     }
-    Display* display = XtDisplayOfObject(_base);
+    _display = XtDisplayOfObject(_base);
     const Window root = RootWindowOfScreen(XtScreenOfObject(_base));
     if (_gc == nullptr) {
-        _gc = XCreateGC(display, root, 0, nullptr);
+        _gc = XCreateGC(_display, root, 0, nullptr);
         if (_gc == nullptr) {
             // The text names another class; users look for it as it is.
             XtAppWarning(XtWidgetToApplicationContext(_base),
@@ -60,7 +55,7 @@ void qipIcon::install(qipVCell* cell)
         }
     }
     fillAttributes();
-    if (XpmCreatePixmapFromData(display, root, const_cast<char**>(_data), &_image, &_mask,
+    if (XpmCreatePixmapFromData(_display, root, const_cast<char**>(_data), &_image, &_mask,
                                 &_attributes) < 0) {
         _image = 0;
         _mask = 0;
@@ -97,11 +92,10 @@ void qipIcon::render(Drawable drawable, int x, int y)
     if (_base == nullptr || _image == 0 || _attributes.width < 2 || _attributes.height < 2) {
         return;
     }
-    Display* display = XtDisplayOfObject(_base);
-    XSetClipMask(display, _gc, _mask != 0 ? _mask : None);
+    XSetClipMask(_display, _gc, _mask != 0 ? _mask : None);
     if (_mask != 0) {
-        XSetClipOrigin(display, _gc, x, y);
+        XSetClipOrigin(_display, _gc, x, y);
     }
-    XCopyArea(display, _image, drawable, _gc, 0, 0, _attributes.width - 1, _attributes.height - 1,
+    XCopyArea(_display, _image, drawable, _gc, 0, 0, _attributes.width - 1, _attributes.height - 1,
               x, y);
 }

@@ -16,7 +16,7 @@ public:
     explicit qipIcon(const char* const* data);
     qipIcon(const qipIcon&) = delete;
     qipIcon& operator=(const qipIcon&) = delete;
-    // Frees the pixmaps while the widget that they were made for lives.
+    // Frees the pixmaps; the widget that they were made for may be gone already.
     virtual ~qipIcon();
 
     // Makes pixmap and mask for the base widget of `cell`, in place of earlier ones; nothing
@@ -37,7 +37,8 @@ private:
     void release();
 
     const char* const* _data;
-    Widget _base; // borrowed
+    Widget _base;      // borrowed; may be gone, so that only install() looks at it
+    Display* _display; // on which pixmaps and `_gc` are
     Pixmap _image;
     Pixmap _mask;
     XpmAttributes _attributes;

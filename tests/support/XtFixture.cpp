@@ -20,6 +20,8 @@ std::unique_ptr<qipApplication> XtFixture::makeApplication()
 void XtFixture::SetUp()
 {
     current = this;
+    // A forked child would talk on its parent's connection; a process of its own has its own.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     _server = std::make_unique<XServer>();
     ASSERT_TRUE(_server->started()) << _server->problem();
     _application = makeApplication();
@@ -77,6 +79,14 @@ void XtFixture::settle()
         }
     }
     XSync(display(), False);
+}
+
+bool XtFixture::isViewable(Widget widget) const
+{
+    XWindowAttributes attributes;
+    return widget != nullptr && XtIsRealized(widget) &&
+           XGetWindowAttributes(display(), XtWindow(widget), &attributes) != 0 &&
+           attributes.map_state == IsViewable;
 }
 
 void XtFixture::warned(String message)

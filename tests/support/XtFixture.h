@@ -40,6 +40,9 @@ protected:
     // Handles all events that there are, and those that they cause.
     void settle();
 
+    // Whether the widget's window is on the screen, whatever lies above it.
+    bool isViewable(Widget widget) const;
+
     Display* display() const { return _application->display(); }
     Widget appShell() const { return _application->baseWidget(); }
     XServer& server() { return *_server; }
