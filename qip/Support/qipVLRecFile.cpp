@@ -16,6 +16,11 @@ namespace {
 // One system call for this many bytes of records; larger arrays bypass the buffer.
 constexpr size_t StreamBufferSize = 256 * 1024;
 
+// Each seek to an earlier place fills the buffer again. A chain that goes back this often gets a
+// small one, so that a file of nothing but such links takes seconds and not minutes.
+constexpr int ManyStepsBack = 256;
+constexpr size_t SmallBufferSize = 4096;
+
 // A file whose records do not overlap is read at most once. Past this factor and slack its records
 // lie about their place.
 constexpr int64_t ReadFactor = 4;
@@ -69,7 +74,7 @@ FILE* openRegularFile(const char* filename, int64_t& size)
 
 qipVLRecFile::qipVLRecFile()
     : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0), _currentRecord(nullptr),
-      _fileSize(0)
+      _fileSize(0), _stepsBack(0)
 {}
 
 qipVLRecFile::~qipVLRecFile()
@@ -143,18 +148,41 @@ int qipVLRecFile::openForReading()
     if (_fp == nullptr) {
         return OpenFailed;
     }
-    // Without memory for it the stream's own small buffer serves.
-    _streamBuffer.reset(new (std::nothrow) char[StreamBufferSize]);
-    if (_streamBuffer) {
-        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, StreamBufferSize);
-    }
-    // The library keeps count of the position only from a first seek on; without it each ftello()
-    // of load() would be a system call.
-    (void)fseeko(_fp, 0, SEEK_SET); // what cannot seek fails in load()
+    _stepsBack = 0;
+    bufferStream(StreamBufferSize);
     if (_header.read(_fp) < 0) {
         return FileCorrupt;
     }
     return readHeader();
+}
+
+// Gives a fresh stream its buffer.
+void qipVLRecFile::bufferStream(size_t size)
+{
+    // Without memory for it the stream's own small buffer serves.
+    _streamBuffer.reset(new (std::nothrow) char[size]);
+    if (_streamBuffer) {
+        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, size);
+    }
+    // The library keeps count of the position only from a first seek on; without it each ftello()
+    // of load() would be a system call.
+    (void)fseeko(_fp, 0, SEEK_SET); // what cannot seek fails in load()
+}
+
+// A stream's buffer can only be chosen while it is fresh, so the file gets another stream.
+void qipVLRecFile::takeSmallBuffer()
+{
+    const int fd = dup(fileno(_fp));
+    FILE* fresh = fd < 0 ? nullptr : fdopen(fd, "rb");
+    if (fresh == nullptr) {
+        if (fd >= 0) {
+            ::close(fd);
+        }
+        return; // slow is better than not at all
+    }
+    closeStream();
+    _fp = fresh;
+    bufferStream(SmallBufferSize);
 }
 
 int qipVLRecFile::openForWriting(int userHeaderSz)
@@ -205,8 +233,12 @@ int qipVLRecFile::close()
 int qipVLRecFile::seekTo(uint32_t offset)
 {
     const off_t target = static_cast<off_t>(offset);
-    if (ftello(_fp) == target) {
+    const off_t here = ftello(_fp);
+    if (here == target) {
         return NoError;
+    }
+    if (target < here && _stepsBack < ManyStepsBack && ++_stepsBack == ManyStepsBack) {
+        takeSmallBuffer();
     }
     return fseeko(_fp, target, SEEK_SET) == 0 ? NoError : FileCorrupt;
 }

@@ -116,9 +116,12 @@ private:
     int openForReading();
     int openForWriting(int userHeaderSz);
     int seekTo(uint32_t offset);
+    void bufferStream(size_t size);
+    void takeSmallBuffer();
     int link(uint32_t previousRecord);
     void closeStream();
 
     std::unique_ptr<char[]> _streamBuffer; // lives as long as `_fp`
     int64_t _fileSize;                     // bytes when the file was opened for reading
+    int _stepsBack;                        // seeks to an earlier place since then, up to a limit
 };

@@ -408,13 +408,20 @@ TEST_F(qipVLRecFileTest, LongBackwardChainEnds)
     RecFileBuilder builder(0);
     constexpr size_t N = 1000;
     for (size_t i = 0; i < N; ++i) {
-        builder.record(static_cast<uint32_t>(i), "x");
+        builder.record(static_cast<uint32_t>(i), "payload " + std::to_string(i));
     }
     builder.startAt(builder.offsetOf(N - 1)).linkTo(0, 0);
     for (size_t i = 1; i < N; ++i) {
         builder.linkTo(i, builder.offsetOf(i - 1));
     }
+    const int before = openDescriptors();
     EXPECT_EQ(load(builder), static_cast<int>(N));
+    EXPECT_EQ(_file.load(), static_cast<int>(N));
+    EXPECT_EQ(openDescriptors(), before + 1);
+    ASSERT_EQ(_file._seen.size(), 2 * N);
+    for (size_t i = 0; i < 2 * N; ++i) {
+        EXPECT_EQ(_file._seen[i].payload, "payload " + std::to_string(N - 1 - i % N));
+    }
 }
 
 TEST_F(qipVLRecFileTest, LinkPastTheEndIsACutRecordHeader)
