@@ -18,17 +18,32 @@ RptArea* theReportContainer = nullptr;
 
 namespace {
 
+constexpr int PaneSpacing = 10;     // pixels
 constexpr int TallestPane = 10000;  // pixels; Motif's own 1000 leaves a gap on a tall screen
 constexpr int FewestRows = 2;       // that a sash leaves of the report
 constexpr int FewestSourceRows = 6; // of the source: its header, three lines and the scroll bar
 constexpr int FirstSourceRows = 14;
 
-// `rows` are those of the canvas.
-void setPaneMinimum(const qipCanvas& canvas, int rows)
+void setPaneMinimum(const qipCanvas& canvas, int height)
 {
-    XtVaSetValues(canvas.baseWidget(), XmNpaneMinimum,
-                  static_cast<Dimension>(rows * canvas.rowPixels()), XmNpaneMaximum,
-                  static_cast<Dimension>(TallestPane), nullptr);
+    XtVaSetValues(canvas.baseWidget(), XmNpaneMinimum, static_cast<Dimension>(height),
+                  XmNpaneMaximum, static_cast<Dimension>(TallestPane), nullptr);
+}
+
+int heightOf(Widget widget)
+{
+    Dimension height = 0;
+    XtVaGetValues(widget, XmNheight, &height, nullptr);
+    return height;
+}
+
+// Whether the window follows what its contents ask for.
+void allowShellResize(Widget widget, Boolean allow)
+{
+    while (!XtIsShell(widget)) {
+        widget = XtParent(widget);
+    }
+    XtVaSetValues(widget, XmNallowShellResize, allow, nullptr);
 }
 
 } // namespace
@@ -46,10 +61,10 @@ RptArea::~RptArea()
 void RptArea::install(qipVCell* parent)
 {
     _base = XtVaCreateManagedWidget("rptArea", xmPanedWindowWidgetClass, parent->clientArea(),
-                                    XmNspacing, 10, XmNsashIndent, 0, nullptr);
+                                    XmNspacing, PaneSpacing, XmNsashIndent, 0, nullptr);
     _clientArea = _base;
     _rptViewer.install(this);
-    setPaneMinimum(_rptViewer, FewestRows);
+    setPaneMinimum(_rptViewer, FewestRows * _rptViewer.rowPixels());
     installDestroyHandler();
 }
 
@@ -154,7 +169,9 @@ void RptArea::browse()
     if (_rptInfo._type == RptByDirectory || _rptInfo._type == RptByClass || record == nullptr) {
         return;
     }
-    showSource();
+    if (!_browsing) {
+        showSource();
+    }
     if (_rptInfo._type == RptByFunction) {
         const auto* func = static_cast<const ZEMFuncRecord*>(record);
         const long long above = std::min<long long>(func->_startLine - 1LL, INT_MAX);
@@ -166,27 +183,38 @@ void RptArea::browse()
     _browsing = true;
 }
 
+// A window that has room for both panes keeps its size, another one grows.
 void RptArea::showSource()
 {
+    const int height = heightOf(_base);
+    allowShellResize(_base, False);
+    int wanted = 0;
     if (_srcViewerInstalled) {
-        _srcViewer.manage();
-        return;
+        wanted = heightOf(_srcViewer.baseWidget());
+    } else {
+        _srcViewer.install(this);
+        _srcViewer.unmanage();
+        _srcViewerInstalled = true;
     }
-    _srcViewer.install(this);
+    const int least = FirstSourceRows * _srcViewer.rowPixels();
+    const int room = height - PaneSpacing - FewestRows * _rptViewer.rowPixels();
     // A pane that comes to a window on the screen gets its least height, which must be known when
     // it comes: without one it would be a single pixel high. The sash may make it smaller later.
-    _srcViewer.unmanage();
-    setPaneMinimum(_srcViewer, FirstSourceRows);
+    setPaneMinimum(_srcViewer, std::max(std::min(wanted, room), least));
+    allowShellResize(_base, room < least);
     _srcViewer.manage();
-    setPaneMinimum(_srcViewer, FewestSourceRows);
-    _srcViewerInstalled = true;
+    setPaneMinimum(_srcViewer, FewestSourceRows * _srcViewer.rowPixels());
+    allowShellResize(_base, True);
 }
 
 void RptArea::browseToggle()
 {
     if (_browsing) {
         _browsing = false;
+        // The window keeps its size, and the report takes the room.
+        allowShellResize(_base, False);
         _srcViewer.unmanage();
+        allowShellResize(_base, True);
     } else {
         browse();
     }
