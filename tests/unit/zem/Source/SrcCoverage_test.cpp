@@ -2,27 +2,13 @@
 #include "zem/Source/SrcCoverage.h"
 
 #include "tests/support/TempDir.h"
-#include "zem/Data/ZEMFileRecord.h"
+#include "tests/unit/zem/Source/SourceRecord.h"
 #include "zem/Source/SrcBrowser.h"
 #include "zem/Source/SrcLine.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <deque>
-#include <memory>
 #include <vector>
-
-namespace {
-
-struct Block
-{
-    int start;
-    int stop;
-    uint32_t hits;
-};
-
-} // namespace
 
 class SrcCoverageTest : public testing::Test
 {
@@ -37,22 +23,10 @@ protected:
         ASSERT_EQ(_browser.open(_files.write("a.c", std::string(n, '\n')).c_str()), 0);
     }
 
-    void addFunction(const std::vector<Block>& blocks)
-    {
-        auto* func = new ZEMFuncRecord(&_file);
-        func->_nBlocks = static_cast<uint32_t>(blocks.size());
-        _maps.push_back(std::make_unique<ZEMBlkRecord[]>(blocks.size()));
-        func->_blockMap = _maps.back().get();
-        for (size_t i = 0; i < blocks.size(); ++i) {
-            func->_blockMap[i]._startLine = static_cast<uint16_t>(blocks[i].start);
-            func->_blockMap[i]._stopLine = static_cast<uint16_t>(blocks[i].stop);
-            func->_blockMap[i]._nHits = blocks[i].hits;
-        }
-        _file._funcList.append(func);
-    }
+    void addFunction(const std::vector<SourceBlock>& blocks) { _record.addFunction(blocks); }
 
-    void load() { _coverage.load(_file); }
-    void load(const std::vector<Block>& blocks)
+    void load() { _coverage.load(_record.file()); }
+    void load(const std::vector<SourceBlock>& blocks)
     {
         addFunction(blocks);
         load();
@@ -72,8 +46,7 @@ protected:
         return text;
     }
 
-    ZEMFileRecord _file;
-    std::deque<std::unique_ptr<ZEMBlkRecord[]>> _maps;
+    SourceRecord _record{"a.c"};
     SrcBrowser _browser;
     SrcCoverage _coverage{_browser};
 };
@@ -213,10 +186,10 @@ TEST_F(SrcCoverageTest, EveryLineThatABlockCanNameIsPainted)
 TEST_F(SrcCoverageTest, ManyLargeUnrunBlocksArePaintedOnce)
 {
     openLines(65535);
-    load(std::vector<Block>(20000, Block{1, 65535, 0}));
+    load(std::vector<SourceBlock>(20000, SourceBlock{1, 65535, 0}));
     EXPECT_EQ(line(2), "-2: -2");
     addFunction({});
-    std::vector<Block> blocks;
+    std::vector<SourceBlock> blocks;
     for (int i = 0; i < 60000; ++i) {
         blocks.push_back({i + 1, 65535, 0});
     }
