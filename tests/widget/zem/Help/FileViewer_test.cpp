@@ -6,6 +6,8 @@
 class FileViewerTest : public ViewerFixture
 {
 protected:
+    using ViewerFixture::display;
+
     void SetUp() override
     {
         ViewerFixture::SetUp();
@@ -77,5 +79,7 @@ TEST_F(FileViewerTest, HelpTextsFitTheirWidth)
         EXPECT_GT(_viewer.canvasHeight(), 10) << topic;
         // The longest line counts its newline.
         EXPECT_LE(_viewer.canvasWidth(), 101) << topic;
+        settle();
+        saveScreenshot(display(), XtWindow(_viewer.baseWidget()), std::string("help-") + topic);
     }
 }

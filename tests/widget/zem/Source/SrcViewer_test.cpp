@@ -32,6 +32,8 @@ protected:
 class SrcViewerTest : public ViewerFixture
 {
 protected:
+    using ViewerFixture::display;
+
     void SetUp() override
     {
         ViewerFixture::SetUp();
@@ -128,6 +130,13 @@ TEST_F(SrcViewerTest, UntestedLinesAreRedWithTheirPrefix)
     EXPECT_EQ(text(_viewer, 3, 17, 5, _black), "three");
 }
 
+TEST_F(SrcViewerTest, WholePictureIsKeptForPeopleToLookAt)
+{
+    display("int sign(int n)\n{\n\tif (n < 0) { return -1; }\n\treturn n > 0;\n}\n",
+            {{1, 2, 7}, {3, 3, 7}, {3, 3, 0}, {4, 4, 0}});
+    saveScreenshot(display(), XtWindow(_viewer.baseWidget()), "source-viewer");
+}
+
 TEST_F(SrcViewerTest, ScrollingSidewaysMovesTheTextAlone)
 {
     display("0123456789" + std::string(200, 'x') + "\n");
@@ -184,7 +193,9 @@ TEST_F(SrcViewerTest, LineBelowOneChangesNothing)
 TEST_F(SrcViewerTest, FileThatCannotBeOpenedIsNamedAndLeavesTheOldOne)
 {
     RecordingStatusBar bar;
-    bar.install(_window.get());
+    CellWindow barWindow(bar);
+    barWindow.open();
+    XLowerWindow(display(), XtWindow(barWindow.baseWidget()));
     theStatusBar = &bar;
     std::string source;
     for (int i = 0; i < 30; ++i) {
