@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <new>
 
+// fread_unlocked(): there is one thread, and four reads a function make the locks of fread() a
+// sixth of a map file's load.
+
 namespace {
 
 // Words taken at once: a count may claim more than the file holds by no more than this.
@@ -18,7 +21,7 @@ int RecordReader::words(FILE* stream, uint32_t* values, int count)
 {
     unsigned char bytes[16];
     const size_t size = static_cast<size_t>(count) * 4;
-    if (std::fread(bytes, 1, size, stream) != size) {
+    if (fread_unlocked(bytes, 1, size, stream) != size) {
         return qipVLRecFile::FileCorrupt;
     }
     for (int i = 0; i < count; ++i) {
@@ -32,7 +35,7 @@ int RecordReader::name(FILE* stream, char*& name)
     delete[] name;
     name = nullptr;
     unsigned char bytes[2];
-    if (std::fread(bytes, 1, sizeof bytes, stream) != sizeof bytes) {
+    if (fread_unlocked(bytes, 1, sizeof bytes, stream) != sizeof bytes) {
         return qipVLRecFile::FileCorrupt;
     }
     const size_t length = qipGetBig16(bytes);
@@ -40,7 +43,7 @@ int RecordReader::name(FILE* stream, char*& name)
     if (name == nullptr) {
         return qipVLRecFile::OutOfMemory;
     }
-    const size_t read = std::fread(name, 1, length, stream);
+    const size_t read = fread_unlocked(name, 1, length, stream);
     std::fill(name + read, name + length + 1, '\0');
     return read == length ? qipVLRecFile::NoError : qipVLRecFile::FileCorrupt;
 }
@@ -52,7 +55,7 @@ int RecordReader::array(FILE* stream, uint32_t count, std::vector<uint32_t>& arr
             const uint32_t piece = std::min(count, PieceWords);
             const size_t start = array.size();
             array.resize(start + piece);
-            const size_t read = std::fread(&array[start], 4, piece, stream);
+            const size_t read = fread_unlocked(&array[start], 4, piece, stream);
             qipBigToHost32(&array[start], read);
             if (read != piece) {
                 array.resize(start + read);
