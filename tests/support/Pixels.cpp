@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <vector>
 
-Pixels::Pixels(Display* display, Drawable drawable) : _display(display), _image(nullptr)
+Pixels::Pixels(Display* display, Drawable drawable) : _image(nullptr)
 {
     Window root = 0;
     int x = 0;

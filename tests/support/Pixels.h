@@ -32,7 +32,6 @@ public:
     bool save(const std::string& path) const;
 
 private:
-    Display* _display;
     XImage* _image;
 };
 

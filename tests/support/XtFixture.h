@@ -51,7 +51,7 @@ protected:
 
 private:
     static void warned(String message);
-    static void failed(String message);
+    static void failed(String message) _X_NORETURN;
     static int serverError(Display* display, XErrorEvent* event);
 
     std::unique_ptr<XServer> _server;

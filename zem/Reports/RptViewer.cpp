@@ -35,10 +35,13 @@ List<RptViewer::translationRecord*> RptViewer::_clients;
 RptViewer::RptViewer(const char* name)
     : qipTCanvas(name), _covColor(0), _uncovColor(0), _selectionColor(0), _darkShadowColor(0),
       _lightShadowColor(0), _clicked(0), _selection(-1), _barHeight(0), _showPercentage(1),
-      _longestLabel(0), _maxBlocks(0), _table(nullptr)
+      _longestLabel(0), _maxBlocks(0), _table(nullptr), _record{nullptr, nullptr}
 {}
 
-RptViewer::~RptViewer() = default;
+RptViewer::~RptViewer()
+{
+    _clients.remove(&_record);
+}
 
 void RptViewer::install(qipVCell* parent)
 {
@@ -78,20 +81,14 @@ void RptViewer::installDefaultTranslations()
     XtAppAddActions(theApplication->appContext(), actions, XtNumber(actions));
     XtTranslations table = XtParseTranslationTable(Translations);
     XtVaSetValues(_clientArea, XmNtranslations, table, nullptr);
-    _clients.append(new translationRecord{_clientArea, this});
+    _record = {_clientArea, this};
+    _clients.append(&_record);
 }
 
 void RptViewer::destroyed()
 {
     // A later widget may have the same address.
-    ListIterator<translationRecord*> records(_clients);
-    while (translationRecord* record = records.next()) {
-        if (record->_viewer == this) {
-            _clients.remove(record);
-            delete record;
-            break;
-        }
-    }
+    _clients.remove(&_record);
     qipTCanvas::destroyed();
 }
 

@@ -88,6 +88,8 @@ private:
     int _maxBlocks;    // of the table
     ZEMRptTable* _table;
 
-    // Which viewer an action is for.
+    translationRecord _record; // this viewer's entry in `_clients`
+
+    // Which viewer an action is for. The records are the viewers' own.
     static List<translationRecord*> _clients;
 };

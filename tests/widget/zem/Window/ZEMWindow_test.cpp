@@ -34,6 +34,7 @@ protected:
     std::unique_ptr<qipApplication> makeApplication() override
     {
         auto application = std::make_unique<ZEMApp>("zem");
+        // As in the program, these stay to the end: the display goes before they could.
         theReportContainer = new RptArea("rptArea");
         theStatusBar = new ZEMStsBar("statusBar");
         return application;
@@ -52,14 +53,6 @@ protected:
         XtRealizeWidget(appShell());
         ASSERT_TRUE(waitFor([this] { return mapped(_window->baseWidget()); }));
         settle();
-    }
-
-    void TearDown() override
-    {
-        XtFixture::TearDown();
-        // As in the program, these stay: the display goes before they could.
-        theReportContainer = nullptr;
-        theStatusBar = nullptr;
     }
 
     bool mapped(Widget widget) const
