@@ -11,6 +11,7 @@
 #include "zem/Reports/ZEMFileView.h"
 #include "zem/Reports/ZEMRptTable.h"
 
+#include <X11/keysym.h>
 #include <Xm/Xm.h>
 
 #include <string>
@@ -32,8 +33,10 @@ public:
         ++nRenders;
         RptViewer::render();
     }
+    void helpRequested() const override { ++nHelps; }
     int lineHeight() const { return _Ypxls; }
     int nRenders = 0;
+    mutable int nHelps = 0;
 };
 
 class RptViewerTest : public XtFixture
@@ -313,6 +316,26 @@ TEST_F(RptViewerTest, WheelScrolls)
     EXPECT_TRUE(waitFor([this] { return _viewer.view()._y == 3; }));
     XInput::click(display(), window(), 30, 30, 1, 4);
     EXPECT_TRUE(waitFor([this] { return _viewer.view()._y == 0; }));
+}
+
+TEST_F(RptViewerTest, HelpKeyAsksForHelpAlthoughTheTranslationsLeaveItOut)
+{
+    show({{"d/alpha", 40, 10}});
+    XInput::click(display(), window(), 30, 30);
+    XInput::key(display(), XK_F1);
+    EXPECT_TRUE(waitFor([this] { return _viewer.nHelps == 1; }));
+    settle();
+    EXPECT_EQ(_viewer.nHelps, 1);
+}
+
+TEST_F(RptViewerTest, KeysScroll)
+{
+    show(std::vector<Row>(40, Row{"d/file", 40, 10}));
+    XInput::click(display(), window(), 30, 30);
+    XInput::key(display(), XK_Page_Down);
+    EXPECT_TRUE(waitFor([this] { return _viewer.view()._y == _viewer.view()._dy - 1; }));
+    XInput::key(display(), XK_Up);
+    EXPECT_TRUE(waitFor([this] { return _viewer.view()._y == _viewer.view()._dy - 2; }));
 }
 
 TEST_F(RptViewerTest, AnEventOnAStrangersWidgetIsReported)

@@ -283,6 +283,42 @@ TEST_F(ZEMWindowTest, NullMessagesAreIgnored)
     EXPECT_EQ(labelText("msgLbl"), "kept");
 }
 
+TEST_F(ZEMWindowTest, ControlBytesDoNotBreakTheStatusBar)
+{
+    theStatusBar->reportInfo("plain");
+    settle();
+    const Box before = box("statusbar_work");
+    const Box report = box("rptArea");
+    for (const char* text :
+         {"Could not open a\nb\nc!", "\x01\x02\t\x7f", "na\xc3\xafve \xff\xfe"}) {
+        theStatusBar->displayMessage(text);
+        settle();
+        EXPECT_EQ(box("statusbar_work").height, before.height);
+        EXPECT_EQ(box("rptArea").height, report.height);
+        expectStatusBarInOrder();
+    }
+}
+
+TEST_F(ZEMWindowTest, ThePermanentMessageSetBeforeWaitsForARefresh)
+{
+    theStatusBar->setPermanent("later");
+    EXPECT_EQ(labelText("msgLbl"), "");
+    theStatusBar->refresh();
+    EXPECT_EQ(labelText("msgLbl"), "later");
+}
+
+TEST_F(ZEMWindowTest, SummaryDividesBeforeItMultiplies)
+{
+    theStatusBar->coverageSummary(71, 100);
+    EXPECT_EQ(labelText("coverageSummary"), " Blocks: 29 tested, 71 untested, 28% coverage");
+    theStatusBar->coverageSummary(0, 7);
+    EXPECT_EQ(labelText("coverageSummary"), " Blocks: 7 tested, 0 untested, 100% coverage");
+    theStatusBar->coverageSummary(3000000000L, 5000000000L);
+    EXPECT_EQ(labelText("coverageSummary"),
+              " Blocks: 2000000000 tested, 3000000000 untested, 40% coverage");
+    expectStatusBarInOrder();
+}
+
 TEST_F(ZEMWindowTest, LongMessagesAreClippedBeforeTheSummary)
 {
     const Box before = box("aWindow");
