@@ -3,6 +3,7 @@
 
 #include "qip/Support/makeColorPixel.h"
 #include "zem/Data/ZEMFileRecord.h"
+#include "zem/Help/HelpWindow.h"
 #include "zem/Source/SrcCoverage.h"
 #include "zem/Source/SrcLine.h"
 #include "zem/Source/SrcPrefix.h"
@@ -48,6 +49,11 @@ void SrcViewer::install(qipVCell* parent)
 const char* SrcViewer::className() const
 {
     return "SrcViewer";
+}
+
+void SrcViewer::helpRequested() const
+{
+    HelpWindow::showHelpOn("reports");
 }
 
 void SrcViewer::allocateViewerColors()

@@ -24,6 +24,9 @@ public:
     void install(qipVCell* parent) override;
     const char* className() const override;
 
+    // Shows the topic "reports".
+    void helpRequested() const override;
+
     // Loads the source file that `file` names and its coverage and shows it, laid out by `info`, of
     // which it keeps a copy, from `line` on, counted from 1. Does nothing for a null file, one
     // without a name, and a line below 1. A file that cannot be opened is named in the status bar,
