@@ -5,6 +5,7 @@
 #include "qip/Support/ListIterator.h"
 #include "qip/Support/makeColorPixel.h"
 #include "qip/Support/qipAssert.h"
+#include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Reports/RptRowLayout.h"
 #include "zem/Reports/ZEMRptTable.h"
@@ -56,6 +57,11 @@ void RptViewer::install(qipVCell* parent)
     allocateReportColors();
     installHelpHandler();
     installDefaultTranslations();
+}
+
+void RptViewer::helpRequested() const
+{
+    HelpWindow::showHelpOn("reports");
 }
 
 const char* RptViewer::className() const

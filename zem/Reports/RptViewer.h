@@ -26,6 +26,9 @@ public:
     void install(qipVCell* parent) override;
     const char* className() const override;
 
+    // Shows the topic "reports".
+    void helpRequested() const override;
+
     // Shows `table`, borrowed until the next call; null is ignored. Nothing is selected then.
     void installView(ZEMRptTable* table);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/ZEMStsBar.h"
 
+#include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptText.h"
 
 #include <Xm/Form.h>
@@ -53,6 +54,11 @@ void ZEMStsBar::install(qipVCell* parent)
     installHelpHandler();
     installDestroyHandler();
     XtAddEventHandler(_base, StructureNotifyMask, False, resized_cbk, this);
+}
+
+void ZEMStsBar::helpRequested() const
+{
+    HelpWindow::showHelpOn("overview");
 }
 
 const char* ZEMStsBar::className() const

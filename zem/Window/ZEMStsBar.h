@@ -17,6 +17,9 @@ public:
     void install(qipVCell* parent) override;
     const char* className() const override;
 
+    // Shows the topic "overview".
+    void helpRequested() const override;
+
     // Shows the summary of `untested` of `total` blocks. Does nothing before install().
     void coverageSummary(long untested, long total);
 

@@ -4,7 +4,9 @@
 #include "zem/Help/HelpWindow.h"
 
 #include "qip/Support/ListIterator.h"
+#include "zem/Reports/RptViewer.h"
 #include "zem/Source/SrcViewer.h"
+#include "zem/Window/ZEMStsBar.h"
 
 #include <X11/Intrinsic.h>
 #include <Xm/Xm.h>
@@ -145,10 +147,18 @@ TEST_F(HelpWindowTest, HomeDirectoryIsTakenFromTheVariable)
     EXPECT_EQ(file(), "");
 }
 
-TEST_F(HelpWindowTest, SourceViewersHelpIsOnReports)
+TEST_F(HelpWindowTest, ViewersAndStatusBarHaveTheirTopics)
 {
     const SrcViewer viewer("srcViewer");
     viewer.helpRequested();
+    settle();
+    EXPECT_EQ(file(), ZEM_BINARY_DIR "/share/zem/help/reports.hlp");
+    const ZEMStsBar bar("statusBar");
+    bar.helpRequested();
+    settle();
+    EXPECT_EQ(file(), ZEM_BINARY_DIR "/share/zem/help/overview.hlp");
+    const RptViewer report("rptViewer");
+    report.helpRequested();
     settle();
     EXPECT_EQ(file(), ZEM_BINARY_DIR "/share/zem/help/reports.hlp");
 }
