@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "qip/Components/qipTCmdBtn.h"
+
+#include "qip/Components/qipCommand.h"
+#include "qip/Monitors/qipTButton_X.h"
+
+qipTCmdBtn::ExecButton::ExecButton(qipCommand* client) : _client(client) {}
+
+qipTCmdBtn::ExecButton::~ExecButton()
+{
+    _client->removeServer(this);
+}
+
+void qipTCmdBtn::ExecButton::triggered()
+{
+    _client->execute();
+}
+
+qipTCmdBtn::qipTCmdBtn(const char* name, qipCommand* client, const char* label,
+                       const char* const* image, const char* const* insensitiveImage)
+    : qipTButton(name)
+{
+    _btn = new ExecButton(client);
+    _engn = new qipTButton_X(name, _btn);
+    _btn->engine(_engn);
+    _engn->setLabel(label);
+    _engn->setImage(image, insensitiveImage);
+    client->registerServer(_btn);
+}
+
+qipTCmdBtn::~qipTCmdBtn() = default;
+
+const char* qipTCmdBtn::className() const
+{
+    return "qipTCmdBtn";
+}
