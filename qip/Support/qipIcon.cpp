@@ -10,6 +10,10 @@ namespace {
 // Out of 65535 for each colour channel.
 constexpr unsigned Closeness = 40000;
 
+// The fields of the attribute record that libXpm is to look at.
+constexpr unsigned long Flags = XpmSize | XpmColorSymbols | XpmExactColors | XpmCloseness;
+static_assert(Flags == 6216, "size, colour symbols, exact colours and closeness, nothing else");
+
 } // namespace
 
 GC qipIcon::_gc = nullptr;
@@ -76,7 +80,7 @@ void qipIcon::fillAttributes()
     _background.pixel = background;
 
     _attributes = XpmAttributes();
-    _attributes.valuemask = XpmSize | XpmColorSymbols | XpmExactColors | XpmCloseness;
+    _attributes.valuemask = Flags;
     _attributes.colorsymbols = &_background;
     _attributes.numsymbols = 1;
     _attributes.closeness = Closeness;

@@ -10,9 +10,6 @@
 
 namespace {
 
-static_assert((XpmSize | XpmColorSymbols | XpmExactColors | XpmCloseness) == 6216,
-              "what an icon's attributes are flagged with");
-
 constexpr Pixel Red = 0xff0000;
 constexpr Pixel Blue = 0x0000ff;
 constexpr Pixel Canvas = 0x00ff00; // what an icon is drawn on
