@@ -59,8 +59,8 @@ private:
     void scrollBy(int columns, int rows);
 
     static void expose_cbk(Widget widget, XtPointer canvas, XtPointer callData);
-    static void resize_cbk(Widget widget, XtPointer canvas, XtPointer callData);
-    static void input_cbk(Widget widget, XtPointer canvas, XEvent* event, Boolean* goOn);
+    static void resize_cbk(Widget widget, XtPointer data, XtPointer callData);
+    static void input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean* goOn);
 
     Display* _gcDisplay; // on which `_gc` was made
 };

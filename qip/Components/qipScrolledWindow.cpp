@@ -19,11 +19,12 @@ namespace {
 // Null when there is no memory.
 std::unique_ptr<char[]> barName(const char* name, const char* suffix)
 {
-    std::unique_ptr<char[]> text(
-        new (std::nothrow) char[std::strlen(name) + std::strlen(suffix) + 1]);
+    const size_t nameSize = std::strlen(name);
+    const size_t suffixSize = std::strlen(suffix) + 1;
+    std::unique_ptr<char[]> text(new (std::nothrow) char[nameSize + suffixSize]);
     if (text) {
-        std::strcpy(text.get(), name);
-        std::strcat(text.get(), suffix);
+        std::memcpy(text.get(), name, nameSize);
+        std::memcpy(text.get() + nameSize, suffix, suffixSize);
     }
     return text;
 }
@@ -51,17 +52,17 @@ void qipScrolledWindow::install(qipVCell* parent)
 {
     _base = XtVaCreateManagedWidget(_name, xmScrolledWindowWidgetClass, parent->clientArea(),
                                     XmNscrollingPolicy, XmAPPLICATION_DEFINED, nullptr);
-    qipAssert(_base != 0);
+    qipAssertAs(_base != nullptr, "_base != 0");
     _clientArea = _base;
 
     const std::unique_ptr<char[]> hsb_name = barName(_name, "_hsb");
-    qipAssert(hsb_name != 0);
+    qipAssertAs(hsb_name != nullptr, "hsb_name != 0");
     _hsb = new (std::nothrow) qipHorizScrollBar(hsb_name.get(), this);
-    qipAssert(_hsb != 0);
+    qipAssertAs(_hsb != nullptr, "_hsb != 0");
     const std::unique_ptr<char[]> vsb_name = barName(_name, "_vsb");
-    qipAssert(vsb_name != 0);
+    qipAssertAs(vsb_name != nullptr, "vsb_name != 0");
     _vsb = new (std::nothrow) qipVertScrollBar(vsb_name.get(), this);
-    qipAssert(_vsb != 0);
+    qipAssertAs(_vsb != nullptr, "_vsb != 0");
 
     qipAssert(_view._dx != 0);
     qipAssert(_canvasWidth != 0);

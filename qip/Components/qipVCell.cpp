@@ -49,12 +49,13 @@ qipVCell::~qipVCell()
 
 void qipVCell::setName(const char* name)
 {
-    qipAssert(name != 0);
+    qipAssertAs(name != nullptr, "name != 0");
     // The new name may be the old one's own text, so the old one goes last.
     char* const old = _name;
-    _name = new (std::nothrow) char[std::strlen(name) + 1];
-    qipAssert(_name != 0);
-    std::strcpy(_name, name);
+    const size_t size = std::strlen(name) + 1;
+    _name = new (std::nothrow) char[size];
+    qipAssertAs(_name != nullptr, "_name != 0");
+    std::memcpy(_name, name, size);
     delete[] old;
 }
 
@@ -95,13 +96,13 @@ void qipVCell::getResources(const XtResource*, int) {}
 
 void qipVCell::installDestroyHandler() const
 {
-    qipAssert(_base != 0);
+    qipAssertAs(_base != nullptr, "_base != 0");
     XtAddCallback(_base, XmNdestroyCallback, destroyed_cbk, const_cast<qipVCell*>(this));
 }
 
 void qipVCell::installHelpHandler() const
 {
-    qipAssert(_base != 0);
+    qipAssertAs(_base != nullptr, "_base != 0");
     if (XtHasCallbacks(_base, XmNhelpCallback) != XtCallbackNoList) {
         XtAddCallback(_base, XmNhelpCallback, helpRequested_cbk, const_cast<qipVCell*>(this));
     }
