@@ -213,6 +213,22 @@ TEST_F(ZemWindowTest, ScreenshotsOfTheReportsAtThreeSizes)
     }
 }
 
+// Without the toolkit's complaints about a menu that came up while the window manager had the
+// pointer: on a desktop a hand is not quick enough for that.
+std::string withoutLostGrabs(std::string text)
+{
+    const std::string lost = "XtGrabPointer failed.\n\n";
+    const std::string start = "Warning: \n    Name: ";
+    for (size_t end = text.find(lost); end != std::string::npos; end = text.find(lost)) {
+        const size_t begin = text.rfind(start, end);
+        if (begin == std::string::npos) {
+            break;
+        }
+        text.erase(begin, end + lost.size() - begin);
+    }
+    return text;
+}
+
 // Random clicks and keys, the same every time.
 class ZemMonkeyTest : public ZemWindowTest, public ::testing::WithParamInterface<unsigned>
 {
@@ -281,7 +297,7 @@ TEST_P(ZemMonkeyTest, RandomInputDoesNotBreakIt)
         }
         // By the monkey through Exit, or by the window manager's Close.
         EXPECT_EQ(_run.end(), 0) << "action " << i;
-        EXPECT_EQ(_run.err(), "") << "action " << i;
+        EXPECT_EQ(withoutLostGrabs(_run.err()), "") << "action " << i;
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "qip/Components/qipApplication.h"
 #include "zem/Help/find_vorandel_home.h"
+#include "zem/Window/icons/close.xpm"
 
 #include <Xm/Form.h>
 #include <Xm/Frame.h>
@@ -30,7 +31,10 @@ bool helpFile(const char* topic, std::string& path)
 
 HelpWindow* HelpWindow::_theHelpWindow = nullptr;
 
-HelpWindow::HelpWindow(const char* title) : qipWindow(title), _viewer("fileViewer") {}
+HelpWindow::HelpWindow(const char* title)
+    : qipWindow(title), _menubar("menu"), _toolbar("toolBar"), _viewer("fileViewer"),
+      _closeGroup("closeGroup"), _closeBtn(this, close_xpm)
+{}
 
 bool HelpWindow::initializeInstance()
 {
@@ -65,9 +69,11 @@ Widget HelpWindow::createWorkArea(Widget parent)
 {
     _clientArea = parent;
     const Widget form = constructBorder(parent);
+    const Widget toolbar = constructToolbar();
     const Widget text = constructTextArea(form);
-    XtVaSetValues(text, XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
-                  XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+    XtVaSetValues(text, XmNtopAttachment, XmATTACH_WIDGET, XmNtopWidget, toolbar,
+                  XmNbottomAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM,
+                  XmNrightAttachment, XmATTACH_FORM, nullptr);
     manage();
     return _workArea;
 }
@@ -79,6 +85,14 @@ Widget HelpWindow::constructBorder(Widget parent)
     _clientArea = XtVaCreateManagedWidget("workarea", xmFormWidgetClass, _workArea, XmNmarginHeight,
                                           Margin, XmNmarginWidth, Margin, nullptr);
     return _clientArea;
+}
+
+Widget HelpWindow::constructToolbar()
+{
+    _toolbar.install(this);
+    _closeGroup.addTool(&_closeBtn);
+    _toolbar.addHelpGroup(&_closeGroup);
+    return _toolbar.baseWidget();
 }
 
 Widget HelpWindow::constructTextArea(Widget)

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 //
-// The window that shows help: one text file a topic. There is one; it is made at the first request,
-// hidden when it is closed, and never deleted.
+// The window that shows help: one text file a topic, with a button that closes it. There is one; it
+// is made at the first request, hidden when it is closed, and never deleted.
 //
 // Every request for help in the program ends in showHelpOn().
 #pragma once
 
+#include "qip/Components/qipMenuBar.h"
+#include "qip/Components/qipToolBar.h"
+#include "qip/Components/qipToolGroup.h"
 #include "qip/Components/qipWindow.h"
 #include "zem/Help/FileViewer.h"
+#include "zem/Window/CloseBtn.h"
 
 class HelpWindow : public qipWindow
 {
@@ -33,9 +37,14 @@ public:
 
 private:
     Widget constructBorder(Widget parent);
+    Widget constructToolbar();
     Widget constructTextArea(Widget parent);
 
+    qipMenuBar _menubar; // without panes, and so never installed
+    qipToolBar _toolbar;
     FileViewer _viewer;
+    qipToolGroup _closeGroup;
+    CloseBtn _closeBtn;
 
     static HelpWindow* _theHelpWindow;
 };

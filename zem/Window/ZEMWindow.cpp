@@ -1,16 +1,55 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/ZEMWindow.h"
 
+#include "qip/Components/qipQuitCommand.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Window/ZEMStsBar.h"
+#include "zem/Window/icons/browse.xpm"
+#include "zem/Window/icons/exit.xpm"
+#include "zem/Window/icons/help.xpm"
+#include "zem/Window/icons/load.xpm"
+#include "zem/Window/icons/report.xpm"
+#include "zem/Window/icons/sort.xpm"
 
 #include <Xm/Form.h>
 #include <Xm/Frame.h>
 #include <Xm/Xm.h>
 
-#include <cstdlib>
+ZEMWindow::Menus::Menus()
+    : file("File", 'F', "File"), help("Help", 'H', "Help"), overview("overview", "Overview"),
+      onToolbar("toolbar", "On toolbar"), onReports("reports", "On reports")
+{
+    file.addButton(&load, 'L');
+    file.addButton(&browse, 'B');
+    file.addButton(&reportType, 'R');
+    file.addButton(&sort, 'S');
+    file.addSeparator();
+    file.addButton(&exit, 'x');
 
-ZEMWindow::ZEMWindow(const char* name) : qipWindow(name) {}
+    help.addButton(&overview, 'O');
+    help.addSeparator();
+    help.addButton(&onToolbar, 't');
+    help.addButton(&onReports, 'r');
+    help.addSeparator();
+    help.addButton(&about, 'A');
+}
+
+ZEMWindow::Tools::Tools(ZEMWindow* window)
+    : toolGroup("toolGroup"), load(load_xpm, load_xpm), browse(browse_xpm, browse_xpm),
+      reportType(report_xpm, report_xpm), sort(sort_xpm, sort_xpm), helpGroup("helpGroup"),
+      help(window, help_xpm, help_xpm), exit(exit_xpm, exit_xpm)
+{
+    toolGroup.addTool(&load);
+    toolGroup.addTool(&browse);
+    toolGroup.addTool(&reportType);
+    toolGroup.addTool(&sort);
+    helpGroup.addTool(&help);
+    helpGroup.addTool(&exit);
+}
+
+ZEMWindow::ZEMWindow(const char* name)
+    : qipWindow(name), _menuBar("menu"), _toolbar("toolbar"), _tools(this)
+{}
 
 ZEMWindow::~ZEMWindow() = default;
 
@@ -22,16 +61,26 @@ const char* ZEMWindow::className() const
 Widget ZEMWindow::createWorkArea(Widget parent)
 {
     _clientArea = _main;
+    constructMenubar();
     constructBorder(parent);
+    Widget toolbar = constructToolbar();
     Widget reportArea = constructReportArea();
     Widget statusBar = constructStatusbar();
-    XtVaSetValues(reportArea, XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_WIDGET,
-                  XmNbottomWidget, statusBar, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
-                  XmATTACH_FORM, nullptr);
+    XtVaSetValues(toolbar, XmNtopAttachment, XmATTACH_FORM, nullptr);
+    XtVaSetValues(reportArea, XmNtopAttachment, XmATTACH_WIDGET, XmNtopWidget, toolbar,
+                  XmNbottomAttachment, XmATTACH_WIDGET, XmNbottomWidget, statusBar,
+                  XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
     XtVaSetValues(statusBar, XmNtopAttachment, XmATTACH_NONE, XmNbottomAttachment, XmATTACH_FORM,
                   XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
     manage();
     return _workArea;
+}
+
+void ZEMWindow::constructMenubar()
+{
+    _menuBar.addPane(&_menus.file);
+    _menuBar.addPane(&_menus.help);
+    _menuBar.install(this);
 }
 
 Widget ZEMWindow::constructBorder(Widget parent)
@@ -40,6 +89,14 @@ Widget ZEMWindow::constructBorder(Widget parent)
                                         5, XmNmarginWidth, 5, XmNshadowType, XmSHADOW_OUT, nullptr);
     _clientArea = XtVaCreateManagedWidget("workarea", xmFormWidgetClass, _workArea, nullptr);
     return _clientArea;
+}
+
+Widget ZEMWindow::constructToolbar()
+{
+    _toolbar.install(this);
+    _toolbar.addGroup(&_tools.toolGroup);
+    _toolbar.addHelpGroup(&_tools.helpGroup);
+    return _toolbar.baseWidget();
 }
 
 Widget ZEMWindow::constructReportArea()
@@ -56,5 +113,7 @@ Widget ZEMWindow::constructStatusbar()
 
 void ZEMWindow::closeRequested()
 {
-    std::exit(0);
+    if (theQuitCommand != nullptr) {
+        theQuitCommand->execute();
+    }
 }
