@@ -4,7 +4,6 @@
 #include "tests/support/Program.h"
 
 #include <X11/Xutil.h>
-#include <X11/extensions/XTest.h>
 
 #include <chrono>
 #include <csignal>
@@ -41,11 +40,6 @@ ViewerRun::ViewerRun() : _display(nullptr), _program(0), _status(0)
     if (_server.started()) {
         XSetErrorHandler(ignoreError);
         _display = XOpenDisplay(_server.display().c_str());
-    }
-    if (_display != nullptr) {
-        // A window manager that moves a window has the server for itself until the button is let
-        // go, and it is this client that holds the button.
-        XTestGrabControl(_display, True);
     }
 }
 

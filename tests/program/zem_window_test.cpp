@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <iterator>
 #include <random>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -213,23 +214,20 @@ TEST_F(ZemWindowTest, ScreenshotsOfTheReportsAtThreeSizes)
     }
 }
 
-// Without the toolkit's complaints about a menu that came up while the window manager had the
-// pointer: on a desktop a hand is not quick enough for that.
-std::string withoutLostGrabs(std::string text)
+// What the program printed beside what a monkey must see: the lines for what it picked in the Load
+// dialog, and the toolkit's for menus that are torn open and down faster than pointer and keyboard
+// change hands.
+std::string withoutTheExpected(std::string text)
 {
-    const std::string lost = "XtGrabPointer failed.\n\n";
-    const std::string start = "Warning: \n    Name: ";
-    for (size_t end = text.find(lost); end != std::string::npos; end = text.find(lost)) {
-        const size_t begin = text.rfind(start, end);
-        if (begin == std::string::npos) {
-            break;
-        }
-        text.erase(begin, end + lost.size() - begin);
-    }
-    return text;
+    static const std::regex failedLog(" \\*\\*\\* RptArea::report: Error processing [^\n]*\n");
+    static const std::regex lostGrab("Warning: \n    Name: [^\n]*\n    Class: [^\n]*\n"
+                                     "    XtGrab(Pointer|Keyboard) failed\\.\n\n");
+    text = std::regex_replace(text, failedLog, "");
+    return std::regex_replace(text, lostGrab, "");
 }
 
-// Random clicks and keys, the same every time.
+// Random clicks and keys, the same every time. There is no window manager: it would take its share
+// of them, and has the server for itself while it moves a window.
 class ZemMonkeyTest : public ZemWindowTest, public ::testing::WithParamInterface<unsigned>
 {
 protected:
@@ -282,7 +280,6 @@ protected:
 
 TEST_P(ZemMonkeyTest, RandomInputDoesNotBreakIt)
 {
-    ASSERT_TRUE(_run.server().startWindowManager());
     int nRuns = 0;
     for (int i = 0; i < Actions && nRuns < 20;) {
         const Window window = open({"-df"});
@@ -297,7 +294,7 @@ TEST_P(ZemMonkeyTest, RandomInputDoesNotBreakIt)
         }
         // By the monkey through Exit, or by the window manager's Close.
         EXPECT_EQ(_run.end(), 0) << "action " << i;
-        EXPECT_EQ(withoutLostGrabs(_run.err()), "") << "action " << i;
+        EXPECT_EQ(withoutTheExpected(_run.err()), "") << "action " << i;
     }
 }
 

@@ -9,6 +9,9 @@
 #include "zem/Reports/RptOptions.h"
 #include "zem/Window/ZEMWindow.h"
 
+#include <Xm/Display.h>
+#include <Xm/Xm.h>
+
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -67,6 +70,9 @@ int ZEMApp::appMain(int& argc, char** argv)
     if (!defaults.empty()) {
         addDefaults(defaults.c_str());
     }
+    // Texts of labels cannot be dragged elsewhere: their font tags name no character set.
+    XtVaSetValues(XmGetXmDisplay(_display), XmNenableUnselectableDrag, False, nullptr);
+
     ZEMWindow window("zem");
     ListIterator<qipWindow*> windows(_windows);
     while (qipWindow* each = windows.next()) {
