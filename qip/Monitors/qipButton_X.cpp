@@ -23,6 +23,9 @@ qipButton_X::~qipButton_X()
 {
     if (_button != nullptr) {
         XtRemoveCallback(_button, XmNactivateCallback, pressed_cbk, this);
+        // The pixmaps go with the icons; a widget that lives on must not draw them.
+        XtVaSetValues(_button, XmNlabelType, XmSTRING, XmNlabelPixmap, XmUNSPECIFIED_PIXMAP,
+                      XmNlabelInsensitivePixmap, XmUNSPECIFIED_PIXMAP, nullptr);
     }
     delete[] _label;
 }

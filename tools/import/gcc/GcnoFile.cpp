@@ -89,8 +89,8 @@ bool GcnoFile::readGraph(GcnoFunction& function)
             const bool isSecond = function._nBlocks != 0;
             _words.confine(record._start, record._start + record._size);
             function._nBlocks = _words.word();
-            _damaged = isSecond ||
-                       function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
+            _damaged =
+                isSecond || function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
         } else if (record._tag == ArcsTag) {
             _damaged = !readArcs(record, function);
         } else if (record._tag == LinesTag) {
