@@ -31,7 +31,7 @@ public:
 
     // Adds a sensor, which takes the command's state, or takes it off. Return the number of
     // sensors, or 0 and -1. REQUIRES: the sensor is not null.
-    int registerServer(qipSensor* sensor);
+    int registerServer(qipSensor* ifac);
     int removeServer(qipSensor* sensor);
 
     // Adds a command to be enabled or disabled after a success. Return the list's length.

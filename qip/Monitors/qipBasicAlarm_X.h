@@ -20,7 +20,7 @@ public:
     int deactivate() override;
 
 private:
-    static void timeout_cbk(XtPointer alarm, XtIntervalId* id);
+    static void timeout_cbk(XtPointer clientData, XtIntervalId* id_p);
 
     // Kept when the time-out fires. The toolkit gives the ids of fired time-outs to new ones, which
     // may be anyone's, so `_pending` decides whether there is something to remove.

@@ -93,7 +93,7 @@ private:
 
     bool decodeOperator(const char* code, const char* codeEnd, std::string& name);
     bool decodeMember(Cursor& in, Kind kind, const std::string& prefix, std::string& name);
-    bool decodeTemplate(Cursor& in, std::string& plainName, std::string& className);
+    bool decodeTemplate(Cursor& in, std::string& plainName, std::string& whole);
     bool decodeValue(Cursor& in, std::string& text);
     bool decodeParameters(Cursor& in, bool isConst, std::string& name);
     bool decodeList(Cursor& in, std::string& text, int depth);

@@ -12,7 +12,7 @@ std::string programShare(const char* program, const char* entry)
     std::string place(program);
     for (size_t slash = place.rfind('/'); slash != std::string::npos; slash = place.rfind('/')) {
         place.resize(slash);
-        const std::string share = place + "/share";
+        std::string share = place + "/share";
         if (access((share + "/" + entry).c_str(), R_OK) == 0) {
             return share;
         }

@@ -17,11 +17,11 @@ public:
     SrcBrowser();
     ~SrcBrowser() override;
 
-    // What is known of line `line`, from 0: the sum of its hits (see SrcLine), -1 when there is no
+    // What is known of line `n`, from 0: the sum of its hits (see SrcLine), -1 when there is no
     // such line; and the counts of its blocks, null and 0 when there is none.
-    int32_t getHits(long line) const;
-    const int32_t* getHitMap(long line) const;
-    int32_t getHitMapSize(long line) const;
+    int32_t getHits(long n) const;
+    const int32_t* getHitMap(long n) const;
+    int32_t getHitMapSize(long n) const;
 
     // The entry of line `line`, from 0, or null.
     SrcLine* line(long line);

@@ -27,10 +27,10 @@ public:
     bool solve(std::vector<int64_t>& counts);
 
 private:
-    void enter(uint32_t arc);
+    void enter(uint32_t index);
     void settle(uint32_t block);
     void settleLastArc(uint32_t block, Side& side);
-    void arcKnown(uint32_t arc, uint64_t count);
+    void arcKnown(uint32_t index, uint64_t count);
 
     GcnoFunction& _function;
     std::vector<Side> _in;

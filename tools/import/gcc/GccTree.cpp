@@ -93,7 +93,7 @@ std::string GccTree::countersOf(const std::string& notes) const
         // The whole path first, then one leading folder less each time.
         for (size_t slash = path.find('/'); slash != std::string::npos;
              slash = path.find('/', slash + 1)) {
-            const std::string candidate = folder + path.substr(slash + 1);
+            std::string candidate = folder + path.substr(slash + 1);
             if (contains(_runCounters, candidate)) {
                 return candidate;
             }

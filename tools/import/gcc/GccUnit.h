@@ -34,7 +34,7 @@ public:
     bool readBlocks(const GccUnitFiles& files);
 
     // The same from memory; `counters` is null for a unit that never ran.
-    bool readBlocks(const std::string& notes, const std::string* counters);
+    bool readBlocks(const std::string& notesBytes, const std::string* counterBytes);
 
     // Asks the program `gcov` for lines instead and makes a block of each.
     void readLines(const GccUnitFiles& files, const char* gcov);
