@@ -116,6 +116,20 @@ TEST_F(ZemWindowTest, TheWindowManagersCloseEndsTheProgramWithSuccess)
     EXPECT_EQ(_run.err(), "");
 }
 
+TEST_F(ZemWindowTest, ExitEndsTheProgramWithSuccess)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    XInput::click(_run.display(), window, 60, selectedRow(window) + 5);
+    _run.picture(window, _selected);
+    XInput::key(_run.display(), XK_f, XK_Alt_L);
+    _run.picture(window);
+    XInput::key(_run.display(), XK_x);
+    EXPECT_EQ(_run.end(), 0);
+    EXPECT_EQ(_run.err(), "");
+}
+
 TEST_F(ZemWindowTest, ALostDisplayEndsTheProgramWithAMessage)
 {
     ASSERT_NE(open({}), 0u);
