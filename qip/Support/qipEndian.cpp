@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Support/qipEndian.h"
 
+#include "qip/Support/qipVectorised.h"
+
 #include <cstring>
 
-void qipBigToHost32(uint32_t* words, size_t count)
+QIP_VECTORISED void qipBigToHost32(uint32_t* words, size_t count)
 {
     // Compilers turn the body into one byte swap (nothing on a big-endian host) and vectorise it.
     for (size_t i = 0; i < count; ++i) {
