@@ -14,7 +14,7 @@
 namespace {
 
 // One system call for this many bytes of records; larger arrays bypass the buffer.
-constexpr size_t StreamBufferSize = 256 * 1024;
+constexpr size_t StreamBufferSize = 128 * 1024;
 
 // Each seek to an earlier place fills the buffer again. A chain that goes back this often gets a
 // small one, so that a file of nothing but such links takes seconds and not minutes.
@@ -229,11 +229,10 @@ int qipVLRecFile::close()
 }
 
 // A seek gives up the stream's buffer and costs a system call, so none is made where the stream
-// already stands: writers put each record right behind the last.
-int qipVLRecFile::seekTo(uint32_t offset)
+// already stands, at `here`: writers put each record right behind the last.
+int qipVLRecFile::seekTo(uint32_t offset, int64_t here)
 {
     const off_t target = static_cast<off_t>(offset);
-    const off_t here = ftello(_fp);
     if (here == target) {
         return NoError;
     }
@@ -252,12 +251,13 @@ int qipVLRecFile::load()
     int64_t bytesRead = 0;
     const int64_t readLimit = ReadFactor * _fileSize + ReadSlack;
     int count = 0;
+    int64_t here = ftello(_fp); // the stream's position
     uint32_t offset = _header._firstOffset;
     while (offset != 0) {
         if (walk.comesBack(offset) || bytesRead > readLimit) {
             return FileCorrupt;
         }
-        if (seekTo(offset) != NoError) {
+        if (seekTo(offset, here) != NoError) {
             return FileCorrupt;
         }
         qipVLRecord record;
@@ -265,12 +265,12 @@ int qipVLRecFile::load()
         if (result < 0) {
             return result;
         }
-        const int64_t start = ftello(_fp);
         result = processRecord(record._tag, record._size, record._realSize);
         if (result < 0) {
             return result;
         }
-        bytesRead += ftello(_fp) - start;
+        here = ftello(_fp);
+        bytesRead += here - offset - qipVLRecord::HeaderSize;
         ++count;
         offset = record._nextRec;
     }

@@ -115,7 +115,7 @@ protected:
 private:
     int openForReading();
     int openForWriting(int userHeaderSz);
-    int seekTo(uint32_t offset);
+    int seekTo(uint32_t offset, int64_t here);
     void bufferStream(size_t size);
     void takeSmallBuffer();
     int link(uint32_t previousRecord);
