@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory_resource>
 #include <vector>
 
 namespace RecordReader {
@@ -21,8 +22,16 @@ namespace RecordReader {
 // the length, `name` is null; when it ends in the bytes, `name` is what there was, zero-filled.
 [[nodiscard]] int name(FILE* stream, char*& name);
 
+// The same into `memory`, which keeps what `name` pointed at before.
+[[nodiscard]] int name(FILE* stream, std::pmr::memory_resource& memory, char*& name);
+
 // Appends `count` words to `array`, in the host's order. When the stream ends early those that
 // were there are appended.
 [[nodiscard]] int array(FILE* stream, uint32_t count, std::vector<uint32_t>& array);
+
+// Reads `count` words into an array in `memory`, in the host's order, and sets `count` to the
+// number that there were. `array` is null when that is 0.
+[[nodiscard]] int array(FILE* stream, std::pmr::memory_resource& memory, uint32_t& count,
+                        uint32_t*& array);
 
 } // namespace RecordReader

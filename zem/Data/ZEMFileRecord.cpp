@@ -5,8 +5,16 @@
 #include "qip/Support/qipVLRecFile.h"
 #include "zem/Data/RecordReader.h"
 
+#include <algorithm>
 #include <new>
 #include <ostream>
+
+namespace {
+
+// Blocks for which there is room before any is read; the file may claim more than it holds.
+constexpr uint32_t MostExpected = 64 * 1024;
+
+} // namespace
 
 ZEMFileRecord::ZEMFileRecord()
     : _filename(nullptr), _timeModified(0), _nBlocks(0), _nFuncs(0), _blocks(nullptr), _nPlaced(0)
@@ -54,6 +62,11 @@ int ZEMFileRecord::read(FILE* stream)
     // Lines are collected first: only then is it known how many blocks there really are, and they
     // get one array.
     std::vector<uint32_t> lines;
+    try {
+        lines.reserve(std::min(_nBlocks, MostExpected));
+    } catch (const std::bad_alloc&) {
+        return qipVLRecFile::OutOfMemory;
+    }
     result = readFunctions(stream, lines);
     const int placed = placeBlocks(lines);
     return result != qipVLRecFile::NoError ? result : placed;

@@ -4,18 +4,13 @@
 #include "qip/Support/ListIterator.h"
 
 #include <iostream>
-#include <memory>
 #include <new>
 
 ZEMLogFile::ZEMLogFile() = default;
 
-ZEMLogFile::~ZEMLogFile()
-{
-    ListIterator<ZEMLogFileRecord*> records(_toc);
-    while (const ZEMLogFileRecord* record = records.next()) {
-        delete record;
-    }
-}
+ZEMLogFile::ZEMLogFile(void* buffer, size_t size) : _memory(buffer, size) {}
+
+ZEMLogFile::~ZEMLogFile() = default;
 
 int ZEMLogFile::load()
 {
@@ -48,19 +43,27 @@ int ZEMLogFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
         std::cerr << " *** ZEMLogFile::processRecord: size mismatch: " << size << " < " << realSize
                   << std::endl;
     }
-    std::unique_ptr<ZEMLogFileRecord> record(new (std::nothrow) ZEMLogFileRecord);
-    if (!record) {
+    ZEMLogFileRecord* record = makeRecord();
+    if (record == nullptr) {
         return OutOfMemory;
     }
     if (record->read(_fp) != NoError) {
         return FileCorrupt;
     }
     const int before = _toc.length();
-    if (_toc.append(record.get()) == before) {
-        return OutOfMemory;
+    return _toc.append(record) == before ? OutOfMemory : NoError;
+}
+
+// A record in the file's memory, null when there is none. It has nothing that a destructor would
+// free.
+ZEMLogFileRecord* ZEMLogFile::makeRecord()
+{
+    try {
+        void* place = _memory.allocate(sizeof(ZEMLogFileRecord), alignof(ZEMLogFileRecord));
+        return new (place) ZEMLogFileRecord(_memory);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
     }
-    (void)record.release(); // the list has it
-    return NoError;
 }
 
 void ZEMLogFile::dump(std::ostream& out)

@@ -15,13 +15,19 @@
 #include "zem/Data/ZEMLogFileRecord.h"
 #include "zem/Data/ZEMLogHeader.h"
 
+#include <cstddef>
+#include <memory_resource>
+
 class ZEMLogFile : public qipVLRecFile
 {
 public:
     static constexpr unsigned int ResultsTag = 101; // on disk
 
     ZEMLogFile();
-    // Deletes its records.
+    // Keeps its records in the `size` bytes at `buffer`, borrowed, as far as they reach: who loads
+    // one log after the other need not take fresh memory for each.
+    ZEMLogFile(void* buffer, size_t size);
+    // Frees its records.
     ~ZEMLogFile() override;
 
     // The number of records; see qipVLRecFile::load(). A payload that cannot be parsed is -9; the
@@ -43,7 +49,10 @@ protected:
     int processRecord(unsigned int tag, unsigned int size, unsigned int realSize) override;
 
 private:
+    ZEMLogFileRecord* makeRecord();
+
     ZEMLogHeader _logHeader;
+    std::pmr::monotonic_buffer_resource _memory; // of all records
     List<ZEMLogFileRecord*> _toc;
 };
 

@@ -6,31 +6,10 @@
 
 #include <ostream>
 
-namespace {
-
-// A path that was cut short is worth nothing: no file has that name.
-int readPath(FILE* stream, char*& path)
-{
-    const int result = RecordReader::name(stream, path);
-    if (result != qipVLRecFile::NoError) {
-        delete[] path;
-        path = nullptr;
-    }
-    return result;
-}
-
-} // namespace
-
-ZEMLogFileRecord::ZEMLogFileRecord()
+ZEMLogFileRecord::ZEMLogFileRecord(std::pmr::memory_resource& memory)
     : _filename(nullptr), _mapfile(nullptr), _timeModified(0), _isBoolean(0), _nBlocks(0),
-      _hits(nullptr)
+      _hits(nullptr), _memory(memory)
 {}
-
-ZEMLogFileRecord::~ZEMLogFileRecord()
-{
-    delete[] _filename;
-    delete[] _mapfile;
-}
 
 int ZEMLogFileRecord::read(FILE* stream)
 {
@@ -38,24 +17,29 @@ int ZEMLogFileRecord::read(FILE* stream)
         return qipVLRecFile::ShutDown;
     }
     int result = readPath(stream, _filename);
-    if (result != qipVLRecFile::NoError) {
-        return result;
-    }
-    result = readPath(stream, _mapfile);
-    if (result != qipVLRecFile::NoError) {
-        return result;
+    if (result == qipVLRecFile::NoError) {
+        result = readPath(stream, _mapfile);
     }
     uint32_t words[3];
-    result = RecordReader::words(stream, words, 3);
+    if (result == qipVLRecFile::NoError) {
+        result = RecordReader::words(stream, words, 3);
+    }
     if (result != qipVLRecFile::NoError) {
         return result;
     }
     _timeModified = words[0];
     _isBoolean = words[1];
-    _counts.clear();
-    result = RecordReader::array(stream, words[2], _counts);
-    _nBlocks = static_cast<uint32_t>(_counts.size());
-    _hits = _counts.empty() ? nullptr : _counts.data();
+    _nBlocks = words[2];
+    return RecordReader::array(stream, _memory, _nBlocks, _hits);
+}
+
+// A path that was cut short is worth nothing: no file has that name.
+int ZEMLogFileRecord::readPath(FILE* stream, char*& path)
+{
+    const int result = RecordReader::name(stream, _memory, path);
+    if (result != qipVLRecFile::NoError) {
+        path = nullptr;
+    }
     return result;
 }
 

@@ -16,13 +16,15 @@
 #include <cstdint>
 #include <cstdio>
 #include <iosfwd>
-#include <vector>
+#include <memory_resource>
 
 class ZEMLogFileRecord
 {
 public:
-    ZEMLogFileRecord();
-    virtual ~ZEMLogFileRecord();
+    // Keeps what it reads in `memory`, borrowed, which frees it: a log file has so many records
+    // that freeing one by one would show.
+    explicit ZEMLogFileRecord(std::pmr::memory_resource& memory);
+    virtual ~ZEMLogFileRecord() = default;
     ZEMLogFileRecord(const ZEMLogFileRecord&) = delete;
     ZEMLogFileRecord& operator=(const ZEMLogFileRecord&) = delete;
 
@@ -30,15 +32,17 @@ public:
     // path that was cut short is null then); -7.
     [[nodiscard]] int read(FILE* stream);
 
-    char* _filename; // owned, null before reading
-    char* _mapfile;  // owned, null before reading
+    char* _filename; // in the memory given, null before reading
+    char* _mapfile;  // likewise
     uint32_t _timeModified;
     uint32_t _isBoolean; // carried only: counts are added the same way
     uint32_t _nBlocks;
-    uint32_t* _hits; // `_nBlocks` counts, owned; null when there are none
+    uint32_t* _hits; // `_nBlocks` counts, in the same memory; null when there are none
 
 private:
-    std::vector<uint32_t> _counts; // what `_hits` points into
+    int readPath(FILE* stream, char*& path);
+
+    std::pmr::memory_resource& _memory;
 };
 
 // Writes both paths as text.

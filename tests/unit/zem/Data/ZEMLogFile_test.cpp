@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <sstream>
 
 namespace {
@@ -175,6 +176,22 @@ TEST_F(ZEMLogFileTest, DumpShowsHeaderAndRecords)
                          "         mapfile : q.map\n"
                          "\n"
                          "     --------------------------\n");
+}
+
+TEST_F(ZEMLogFileTest, KeepsItsRecordsInABufferAndBeyond)
+{
+    const std::string path = logFile(sources).write(_dir.path("t.log"));
+    for (const size_t size : {0, 1, 100, 4096}) {
+        const std::unique_ptr<char[]> buffer(size == 0 ? nullptr : new char[size]);
+        ZEMLogFile file(buffer.get(), size);
+        ASSERT_EQ(file.open(path.c_str(), qipVLRecFile::READ), 0);
+        ASSERT_EQ(file.load(), 2);
+        const ZEMLogFileRecord& last = *file.toc().last();
+        EXPECT_STREQ(last._mapfile, "q.map");
+        EXPECT_EQ(last._hits[0], 1u);
+        const bool inside = last._mapfile >= buffer.get() && last._mapfile < buffer.get() + size;
+        EXPECT_EQ(inside, size == 4096);
+    }
 }
 
 } // namespace
