@@ -10,6 +10,7 @@
 #include "zem/Reports/ZEMDirectoryView.h"
 #include "zem/Reports/ZEMFileView.h"
 #include "zem/Reports/ZEMFuncView.h"
+#include "zem/Repository/SourceIndex.h"
 
 #include <algorithm>
 #include <climits>
@@ -28,7 +29,7 @@
 // else walk a list, once for every record or row.
 struct ZEMRepository::Index
 {
-    std::unordered_map<std::string_view, ZEMFileRecord*> srcfiles;
+    SourceIndex sources;
     std::unordered_set<std::string_view> mapfiles;
     std::unordered_set<std::string_view> filters[UCHAR_MAX + 1]; // by kind
 };
@@ -42,27 +43,13 @@ struct ZEMRepository::Counts
 
 namespace {
 
+// Bytes kept for the records of one log after the other. The system gives a page of them when it is
+// first written to, and taking fresh pages for each log would cost more than reading it.
+constexpr size_t LogMemory = 64 * 1024 * 1024;
+
 int clampToInt(int64_t n)
 {
     return static_cast<int>(std::max<int64_t>(std::min<int64_t>(n, INT_MAX), INT_MIN));
-}
-
-uint32_t saturatingSum(uint32_t a, uint32_t b)
-{
-    const uint32_t sum = a + b;
-    return sum < a ? UINT32_MAX : sum;
-}
-
-// Adds `count` hits to as many blocks. Returns how many of the hits are not 0.
-size_t addHits(ZEMBlkRecord* blocks, const uint32_t* hits, size_t count)
-{
-    size_t tested = 0;
-    for (size_t i = 0; i < count; ++i) {
-        const uint32_t n = hits[i];
-        blocks[i]._nHits = saturatingSum(blocks[i]._nHits, n);
-        tested += n != 0;
-    }
-    return tested;
 }
 
 const char* nameOf(const char* name)
@@ -70,12 +57,12 @@ const char* nameOf(const char* name)
     return name == nullptr ? "" : name;
 }
 
-// Counts one function's blocks into `hits` and `untested`.
-void addBlocks(const ZEMFuncRecord& func, int64_t& hits, int64_t& untested)
+// Counts blocks into `hits` and `untested`.
+void addBlocks(const ZEMBlkRecord* blocks, size_t count, int64_t& hits, int64_t& untested)
 {
-    for (uint32_t i = 0; i < func._nBlocks; ++i) {
-        hits += func._blockMap[i]._nHits;
-        untested += func._blockMap[i]._nHits == 0;
+    for (size_t i = 0; i < count; ++i) {
+        hits += blocks[i]._nHits;
+        untested += blocks[i]._nHits == 0;
     }
 }
 
@@ -169,7 +156,9 @@ private:
 
 } // namespace
 
-ZEMRepository::ZEMRepository() : _totUncov(0), _totBlocks(0), _index(new Index) {}
+ZEMRepository::ZEMRepository()
+    : _totUncov(0), _totBlocks(0), _index(new Index), _logMemory(new (std::nothrow) char[LogMemory])
+{}
 
 ZEMRepository::~ZEMRepository()
 {
@@ -190,7 +179,7 @@ int ZEMRepository::processFile(const char* path)
 
 int ZEMRepository::processLogFile(const char* path)
 {
-    ZEMLogFile log;
+    ZEMLogFile log(_logMemory.get(), _logMemory ? LogMemory : 0);
     int result = log.open(path, qipVLRecFile::READ);
     if (result < 0) {
         return result;
@@ -200,7 +189,6 @@ int ZEMRepository::processLogFile(const char* path)
         return result;
     }
     const char* loadedMap = nullptr; // of the record before: most records of a log share one
-    ListIterator<ZEMFileRecord*> expected(_srcfiles);
     ListIterator<ZEMLogFileRecord*> records(log.toc());
     while (const ZEMLogFileRecord* record = records.next()) {
         if (loadedMap == nullptr || std::strcmp(loadedMap, record->_mapfile) != 0) {
@@ -212,25 +200,12 @@ int ZEMRepository::processLogFile(const char* path)
             }
             loadedMap = record->_mapfile;
         }
-        ZEMFileRecord* file = findSource(record->_filename, expected);
-        if (file != nullptr) {
-            merge(*file, *record);
+        const long source = _index->sources.find(record->_filename);
+        if (source >= 0) {
+            merge(source, *record);
         }
     }
     return qipVLRecFile::NoError;
-}
-
-// The record of source file `path`, or null. Logs mostly keep the order of their map, so the file
-// behind the one found last, where `expected` stands, is looked at before the index.
-ZEMFileRecord* ZEMRepository::findSource(const char* path,
-                                         ListIterator<ZEMFileRecord*>& expected) const
-{
-    ZEMFileRecord* next = expected.next();
-    if (next != nullptr && std::strcmp(nameOf(next->_filename), path) == 0) {
-        return next;
-    }
-    const auto found = _index->srcfiles.find(path);
-    return found == _index->srcfiles.end() ? nullptr : found->second;
 }
 
 int ZEMRepository::processMapFile(const char* path)
@@ -275,35 +250,39 @@ int ZEMRepository::take(List<ZEMFileRecord*>& files)
     int result = qipVLRecFile::NoError;
     ListIterator<ZEMFileRecord*> it(files);
     while (ZEMFileRecord* file = it.next()) {
-        bool isNew = false;
-        try {
-            isNew = _index->srcfiles.emplace(nameOf(file->_filename), file).second;
-        } catch (const std::bad_alloc&) {
-            result = qipVLRecFile::OutOfMemory;
-        }
-        if (isNew) {
+        const SourceIndex::AddResult added = _index->sources.add(*file);
+        if (added == SourceIndex::Added) {
             _srcfiles.append(file);
         } else {
             delete file;
+        }
+        if (added == SourceIndex::NoMemory) {
+            result = qipVLRecFile::OutOfMemory;
         }
     }
     return result;
 }
 
-void ZEMRepository::merge(ZEMFileRecord& file, const ZEMLogFileRecord& record)
+void ZEMRepository::merge(long source, const ZEMLogFileRecord& record)
 {
-    if (file._nBlocks != record._nBlocks) {
+    SourceIndex& sources = _index->sources;
+    if (sources.statedBlocks(source) != record._nBlocks) {
         // One piece after the other, without closing brackets: scripts look for it.
         std::cerr << " *** ZEMRepository::processLogFile() : block count mismatch!" << std::endl
-                  << "     Mapfile(" << nameOf(file._filename) << file._nBlocks << ", Logfile("
-                  << record._filename << record._nBlocks << std::endl;
+                  << "     Mapfile(" << sources.path(source) << sources.statedBlocks(source)
+                  << ", Logfile(" << record._filename << record._nBlocks << std::endl;
     }
-    // The blocks of all functions lie in one array. Counts that the log does not have are 0.
-    const size_t total = file.placedBlocks();
-    const size_t counted = std::min<size_t>(total, record._nBlocks);
-    const size_t tested = addHits(file.blocks(), record._hits, counted);
+    // Counts that the log does not have are 0.
+    const size_t total = sources.placedBlocks(source);
+    const size_t ran = sources.addHits(source, record._hits, record._nBlocks);
     _totBlocks += static_cast<long>(total);
-    _totUncov += static_cast<long>(total - tested);
+    _totUncov += static_cast<long>(total - ran);
+}
+
+const List<ZEMFileRecord*>& ZEMRepository::srcfiles() const
+{
+    _index->sources.settle();
+    return _srcfiles;
 }
 
 void ZEMRepository::coverageSummary(int& uncovered, int& total) const
@@ -368,7 +347,7 @@ int ZEMRepository::suppressed(char kind, const char* name) const
 ZEMRptTable ZEMRepository::viewByFunction(int manglingLevel) const
 {
     size_t count = 0;
-    ListIterator<ZEMFileRecord*> counted(_srcfiles);
+    ListIterator<ZEMFileRecord*> counted(srcfiles());
     while (const ZEMFileRecord* file = counted.next()) {
         count += static_cast<size_t>(file->_funcList.length());
     }
@@ -393,7 +372,7 @@ ZEMRptTable ZEMRepository::viewByFunction(int manglingLevel) const
             }
             int64_t hits = 0;
             int64_t untested = 0;
-            addBlocks(*func, hits, untested);
+            addBlocks(func->_blockMap, func->_nBlocks, hits, untested);
             setCounts(*row, func, func->_nBlocks, func->_nBlocks - untested, hits);
             const char* stored = nameOf(func->_funcname);
             char* readable =
@@ -408,13 +387,18 @@ ZEMRptTable ZEMRepository::viewByFunction(int manglingLevel) const
     return table;
 }
 
-ZEMRepository::Counts ZEMRepository::countFunctions(ZEMFileRecord& file) const
+// Counts what a file's row shows, by function only where that makes a difference.
+ZEMRepository::Counts ZEMRepository::countFile(ZEMFileRecord& file) const
 {
     Counts counts;
+    if (_index->filters[static_cast<unsigned char>('f')].empty()) {
+        addBlocks(file.blocks(), file.placedBlocks(), counts.hits, counts.untested);
+        return counts;
+    }
     ListIterator<ZEMFuncRecord*> funcs(file._funcList);
     while (const ZEMFuncRecord* func = funcs.next()) {
         if (!suppressed('f', func->_funcname)) {
-            addBlocks(*func, counts.hits, counts.untested);
+            addBlocks(func->_blockMap, func->_nBlocks, counts.hits, counts.untested);
         }
     }
     return counts;
@@ -427,8 +411,11 @@ ZEMRptTable ZEMRepository::viewByFile() const
     if (table._view == nullptr) {
         return table;
     }
+    long number = 0;
     ListIterator<ZEMFileRecord*> files(_srcfiles);
     while (ZEMFileRecord* file = files.next()) {
+        // Right before its blocks are counted, so that they are fetched from memory once.
+        _index->sources.settle(number++);
         if (suppressed('F', file->_filename)) {
             continue;
         }
@@ -436,7 +423,7 @@ ZEMRptTable ZEMRepository::viewByFile() const
         if (row == nullptr) {
             return table;
         }
-        const Counts counts = countFunctions(*file);
+        const Counts counts = countFile(*file);
         setCounts(*row, file, file->_nBlocks, file->_nBlocks - counts.untested, counts.hits);
         row->filename(nameOf(file->_filename));
         row->setLabel();

@@ -67,7 +67,9 @@ public:
     static void showView(ZEMRptTable table);
 
     const List<char*>& mapfiles() const { return _mapfiles; }
-    const List<ZEMFileRecord*>& srcfiles() const { return _srcfiles; }
+    // The hits of the blocks are up to date, as they are after the making of a table; not so after
+    // a mere load.
+    const List<ZEMFileRecord*>& srcfiles() const;
 
 private:
     friend std::ostream& operator<<(std::ostream& out, ZEMRepository& repository);
@@ -76,20 +78,20 @@ private:
     struct Counts;
 
     int take(List<ZEMFileRecord*>& files);
-    ZEMFileRecord* findSource(const char* path, ListIterator<ZEMFileRecord*>& expected) const;
-    void merge(ZEMFileRecord& file, const ZEMLogFileRecord& record);
+    void merge(long source, const ZEMLogFileRecord& record);
     int suppressed(char kind, const char* name) const;
-    Counts countFunctions(ZEMFileRecord& file) const;
+    Counts countFile(ZEMFileRecord& file) const;
 
     long _totUncov;
     long _totBlocks;
-    List<char*> _fileNames;         // the names are the caller's
-    List<char*> _classNames;        //
-    List<char*> _functionNames;     //
-    List<char*> _directoryNames;    //
-    List<char*> _mapfiles;          // owned, in the order loaded
-    List<ZEMFileRecord*> _srcfiles; // owned, in the order first seen
-    std::unique_ptr<Index> _index;  // finds in the lists
+    List<char*> _fileNames;             // the names are the caller's
+    List<char*> _classNames;            //
+    List<char*> _functionNames;         //
+    List<char*> _directoryNames;        //
+    List<char*> _mapfiles;              // owned, in the order loaded
+    List<ZEMFileRecord*> _srcfiles;     // owned, in the order first seen
+    std::unique_ptr<Index> _index;      // finds in the lists
+    std::unique_ptr<char[]> _logMemory; // for the records of a log, may be null
 };
 
 // Writes map files, source files, functions and blocks as text.

@@ -249,6 +249,20 @@ TEST_F(ZEMRepositoryTest, HitsSaturate)
     EXPECT_EQ(files.next()->_funcList.first()->_blockMap[0]._nHits, UINT32_MAX);
 }
 
+TEST_F(ZEMRepositoryTest, EachTableShowsWhatWasLoadedBefore)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("A::f", 2)}}, {"src/b.c", {}}});
+    load({{"src/a.c", path, {3, 0}}});
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/2 3\nsrc/b.c 0/0 0\n");
+    load({{"src/a.c", path, {4, 0}}});
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "A::f 1/2 7\n");
+    load({{"src/a.c", path, {0, 1}}});
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "src 2/2 8\n");
+    load({{"src/a.c", path, {2, 0}}});
+    EXPECT_EQ(rows(_repository.viewByClass()), "A 2/2 10\n");
+    EXPECT_EQ(rows(_repository.viewByClass()), "A 2/2 10\n");
+}
+
 TEST_F(ZEMRepositoryTest, RowHitsAreClampedToTheField)
 {
     const std::string path = map("a.map", {{"src/a.c", {func("f", 2)}}});
