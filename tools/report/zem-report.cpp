@@ -109,7 +109,8 @@ int main(int argc, char** argv)
         usage();
         return Success;
     }
-    Report report;
+    // Never destroyed: the end of the process frees millions of records at once.
+    static Report& report = *new Report;
     cmdln_onUsage(usage);
     RptCommandLine::parse(report, &argc, argv);
     int nLogs = 0;
