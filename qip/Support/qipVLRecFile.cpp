@@ -3,6 +3,7 @@
 
 #include "qip/Support/qipEndian.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -13,7 +14,8 @@
 
 namespace {
 
-// One system call for this many bytes of records; larger arrays bypass the buffer.
+// One system call for this many bytes of records; larger arrays bypass the buffer. A file that is
+// smaller gets a buffer of its size: there may be thousands of them.
 constexpr size_t StreamBufferSize = 128 * 1024;
 
 // Each seek to an earlier place fills the buffer again. A chain that goes back this often gets a
@@ -149,7 +151,9 @@ int qipVLRecFile::openForReading()
         return OpenFailed;
     }
     _stepsBack = 0;
-    bufferStream(StreamBufferSize);
+    // One byte more, so that the read that fills it meets the end.
+    bufferStream(
+        static_cast<size_t>(std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize)));
     if (_header.read(_fp) < 0) {
         return FileCorrupt;
     }

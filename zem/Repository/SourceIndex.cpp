@@ -5,7 +5,6 @@
 #include "zem/Data/ZEMFileRecord.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 
 namespace {
@@ -41,43 +40,22 @@ void addToBlocks(ZEMBlkRecord* blocks, const uint32_t* hits, size_t count)
 
 } // namespace
 
-SourceIndex::SourceIndex() : _next(0) {}
+SourceIndex::SourceIndex() = default;
 
 SourceIndex::~SourceIndex() = default;
 
-SourceIndex::AddResult SourceIndex::add(ZEMFileRecord& file)
+PathIndex::AddResult SourceIndex::add(ZEMFileRecord& file)
 {
-    const std::string_view path = file._filename == nullptr ? "" : file._filename;
     try {
-        if (_numbers.count(path) != 0) {
-            return Known;
-        }
-        auto* copy = static_cast<char*>(_pathMemory.allocate(path.size() + 1, 1));
-        std::memcpy(copy, path.data(), path.size());
-        copy[path.size()] = '\0';
-        _sources.push_back({copy, nullptr, file.placedBlocks(), &file, file._nBlocks});
-        _numbers.emplace(std::string_view(copy, path.size()),
-                         static_cast<long>(_sources.size()) - 1);
+        _sources.push_back({nullptr, file.placedBlocks(), &file, file._nBlocks});
     } catch (const std::bad_alloc&) {
-        _sources.resize(_numbers.size());
-        return NoMemory;
+        return PathIndex::NoMemory;
     }
-    return Added;
-}
-
-long SourceIndex::find(const char* path)
-{
-    const long size = static_cast<long>(_sources.size());
-    if (_next >= size || std::strcmp(_sources[static_cast<size_t>(_next)].path, path) != 0) {
-        const auto found = _numbers.find(path);
-        if (found == _numbers.end()) {
-            return -1;
-        }
-        _next = found->second;
+    const PathIndex::AddResult result = _paths.add(file._filename == nullptr ? "" : file._filename);
+    if (result != PathIndex::Added) {
+        _sources.pop_back();
     }
-    const long number = _next;
-    _next = number + 1 == size ? 0 : number + 1;
-    return number;
+    return result;
 }
 
 // A file's first sums: 0 for each block. Null without memory.

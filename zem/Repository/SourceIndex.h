@@ -8,11 +8,11 @@
 // that settle() puts them into.
 #pragma once
 
+#include "zem/Repository/PathIndex.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory_resource>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 class ZEMFileRecord;
@@ -20,22 +20,19 @@ class ZEMFileRecord;
 class SourceIndex
 {
 public:
-    enum AddResult { Known = 0, Added = 1, NoMemory = -1 };
-
     SourceIndex();
     SourceIndex(const SourceIndex&) = delete;
     SourceIndex& operator=(const SourceIndex&) = delete;
     virtual ~SourceIndex();
 
     // Enters `file`, borrowed, unless one with the same path is known.
-    AddResult add(ZEMFileRecord& file);
+    PathIndex::AddResult add(ZEMFileRecord& file);
 
-    // The number of the file with this path, counting from 0 in the order added, or -1. Quick when
-    // it is the one behind the file found last: logs mostly keep the order of their map.
-    long find(const char* path);
+    // The number of the file with this path, counting from 0 in the order added, or -1.
+    long find(const char* path) { return _paths.find(path); }
 
     // Of the file with this number.
-    const char* path(long number) const { return _sources[static_cast<size_t>(number)].path; }
+    const char* path(long number) const { return _paths.path(number); }
     uint32_t statedBlocks(long number) const
     {
         return _sources[static_cast<size_t>(number)].stated;
@@ -53,18 +50,15 @@ public:
 private:
     struct Source
     {
-        const char* path; // a copy
-        uint32_t* sums;   // of each block, null when there are none to settle
-        size_t placed;    // ZEMFileRecord::placedBlocks()
+        uint32_t* sums; // of each block, null when there are none to settle
+        size_t placed;  // ZEMFileRecord::placedBlocks()
         ZEMFileRecord* file;
         uint32_t stated; // ZEMFileRecord::_nBlocks
     };
 
     uint32_t* newSums(const Source& source);
 
-    std::pmr::monotonic_buffer_resource _pathMemory;
+    PathIndex _paths;
+    std::vector<Source> _sources; // by number
     std::pmr::monotonic_buffer_resource _sumMemory;
-    std::vector<Source> _sources; // in the order added
-    std::unordered_map<std::string_view, long> _numbers;
-    long _next; // the number behind the one found last
 };

@@ -25,12 +25,12 @@
 #include <unordered_set>
 #include <vector>
 
-// Hash indexes beside the lists, with the strings of the listed objects as keys: each look-up would
-// else walk a list, once for every record or row.
+// Indexes beside the lists: each look-up would else walk a list, once for every record or row. The
+// filters' keys are the caller's strings.
 struct ZEMRepository::Index
 {
     SourceIndex sources;
-    std::unordered_set<std::string_view> mapfiles;
+    PathIndex mapfiles;
     std::unordered_set<std::string_view> filters[UCHAR_MAX + 1]; // by kind
 };
 
@@ -188,17 +188,13 @@ int ZEMRepository::processLogFile(const char* path)
     if (result < 0) {
         return result;
     }
-    const char* loadedMap = nullptr; // of the record before: most records of a log share one
     ListIterator<ZEMLogFileRecord*> records(log.toc());
     while (const ZEMLogFileRecord* record = records.next()) {
-        if (loadedMap == nullptr || std::strcmp(loadedMap, record->_mapfile) != 0) {
-            if (_index->mapfiles.count(record->_mapfile) == 0) {
-                result = processMapFile(record->_mapfile);
-                if (result < 0) {
-                    return result;
-                }
+        if (_index->mapfiles.find(record->_mapfile) < 0) {
+            result = processMapFile(record->_mapfile);
+            if (result < 0) {
+                return result;
             }
-            loadedMap = record->_mapfile;
         }
         const long source = _index->sources.find(record->_filename);
         if (source >= 0) {
@@ -234,9 +230,7 @@ int ZEMRepository::processMapFile(const char* path)
         return qipVLRecFile::OutOfMemory;
     }
     std::strcpy(copy, path);
-    try {
-        _index->mapfiles.insert(copy);
-    } catch (const std::bad_alloc&) {
+    if (_index->mapfiles.add(copy) == PathIndex::NoMemory) {
         delete[] copy;
         return qipVLRecFile::OutOfMemory;
     }
@@ -250,13 +244,13 @@ int ZEMRepository::take(List<ZEMFileRecord*>& files)
     int result = qipVLRecFile::NoError;
     ListIterator<ZEMFileRecord*> it(files);
     while (ZEMFileRecord* file = it.next()) {
-        const SourceIndex::AddResult added = _index->sources.add(*file);
-        if (added == SourceIndex::Added) {
+        const PathIndex::AddResult added = _index->sources.add(*file);
+        if (added == PathIndex::Added) {
             _srcfiles.append(file);
         } else {
             delete file;
         }
-        if (added == SourceIndex::NoMemory) {
+        if (added == PathIndex::NoMemory) {
             result = qipVLRecFile::OutOfMemory;
         }
     }

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "zem/Repository/PathIndex.h"
+
+#include <cstring>
+#include <new>
+
+PathIndex::PathIndex() : _last(0) {}
+
+PathIndex::~PathIndex() = default;
+
+PathIndex::AddResult PathIndex::add(const char* path)
+{
+    try {
+        _paths.reserve(_paths.size() == _paths.capacity() ? 2 * _paths.size() + 1 : 0);
+        const auto entry = _numbers.emplace(path, size());
+        if (!entry.second) {
+            return Known;
+        }
+        _paths.push_back(entry.first->first.c_str());
+    } catch (const std::bad_alloc&) {
+        return NoMemory;
+    }
+    _last = size() - 1;
+    return Added;
+}
+
+bool PathIndex::isAt(long number, const char* path) const
+{
+    return number < size() && std::strcmp(_paths[static_cast<size_t>(number)], path) == 0;
+}
+
+long PathIndex::find(const char* path)
+{
+    const long next = _last + 1 < size() ? _last + 1 : 0;
+    if (isAt(next, path)) {
+        _last = next;
+    } else if (!isAt(_last, path)) {
+        try {
+            const auto found = _numbers.find(path);
+            if (found == _numbers.end()) {
+                return -1;
+            }
+            _last = found->second;
+        } catch (const std::bad_alloc&) {
+            return -1;
+        }
+    }
+    return _last;
+}

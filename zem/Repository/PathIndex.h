@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+//
+// Numbers paths in the order they come in, from 0 on, and finds the number of a path.
+//
+// Log after log asks for the same paths in the same order, so the path found last and the one
+// behind it are looked at first; the rest is hashed. The paths are kept as copies that lie side by
+// side.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+class PathIndex
+{
+public:
+    enum AddResult { Known = 0, Added = 1, NoMemory = -1 };
+
+    PathIndex();
+    PathIndex(const PathIndex&) = delete;
+    PathIndex& operator=(const PathIndex&) = delete;
+    virtual ~PathIndex();
+
+    // Gives `path` the next number, unless it has one.
+    AddResult add(const char* path);
+
+    // The number of `path`, or -1, also without memory to look for it.
+    long find(const char* path);
+
+    long size() const { return static_cast<long>(_paths.size()); }
+    const char* path(long number) const { return _paths[static_cast<size_t>(number)]; }
+
+private:
+    bool isAt(long number, const char* path) const;
+
+    std::unordered_map<std::string, long> _numbers;
+    std::vector<const char*> _paths; // by number, the keys of `_numbers`
+    long _last;                      // found or added last
+};
