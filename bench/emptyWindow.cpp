@@ -7,10 +7,9 @@
 int main(int argc, char** argv)
 {
     XtAppContext context;
-    Widget shell =
-        XtVaAppInitialize(&context, "Empty", nullptr, 0, &argc, argv, nullptr, XmNwidth, 640,
-                          XmNheight, 353, XtVaTypedArg, XmNbackground, XmRString, "SeaGreen4", 10,
-                          nullptr);
+    Widget shell = XtVaAppInitialize(&context, "Empty", nullptr, 0, &argc, argv, nullptr, XmNwidth,
+                                     640, XmNheight, 353, XtVaTypedArg, XmNbackground, XmRString,
+                                     "SeaGreen4", 10, nullptr);
     XtVaCreateManagedWidget("main", xmMainWindowWidgetClass, shell, XtVaTypedArg, XmNbackground,
                             XmRString, "SeaGreen4", 10, nullptr);
     XtRealizeWidget(shell);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Times a program from its start until its window shows a colour: until a report's bars, or the
-// background of an empty window, stand on the display. Prints the seconds of the quickest of several
-// runs. The program is ended each time as soon as the colour is there.
+// background of an empty window, stand on the display. Prints the seconds of the quickest of
+// several runs. The program is ended each time as soon as the colour is there.
 //
 //   timeWindow TIMES COLOUR COMMAND ...
 //
@@ -90,8 +90,8 @@ int main(int argc, char** argv)
     XColor colour;
     XColor exact;
     if (display == nullptr ||
-        XAllocNamedColor(display, DefaultColormap(display, DefaultScreen(display)), argv[2], &colour,
-                         &exact) == 0) {
+        XAllocNamedColor(display, DefaultColormap(display, DefaultScreen(display)), argv[2],
+                         &colour, &exact) == 0) {
         std::fprintf(stderr, "%s: no display, or no colour %s\n", argv[0], argv[2]);
         return 1;
     }

@@ -31,6 +31,7 @@ public:
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
+    int descriptor() const { return _fd; }
     std::string path() const { return "/proc/self/fd/" + std::to_string(_fd); }
 
 private:
