@@ -72,6 +72,12 @@ protected:
         return window != 0 && _run.picture(window, _selected) != "" ? window : 0;
     }
 
+    bool shows(Window window, unsigned long color)
+    {
+        const Pixels picture(_run.display(), window);
+        return picture.count(0, 0, picture.width(), picture.height(), color) > 0;
+    }
+
     // The y of the first pixel of the selected row.
     int selectedRow(Window window)
     {
@@ -105,6 +111,28 @@ TEST_F(ZemWindowTest, NormalUseIsQuiet)
     EXPECT_EQ(_run.end(), 0);
     EXPECT_EQ(_run.err(), "");
     EXPECT_EQ(_run.out(), "");
+}
+
+TEST_F(ZemWindowTest, AResourceOnTheCommandLineChangesTheLook)
+{
+    const unsigned long yellow = _run.color("yellow");
+    Window window = open({});
+    ASSERT_NE(window, 0u);
+    EXPECT_FALSE(shows(window, yellow));
+    window = open({"-xrm", "zem*covFrame.coverageSummary.background: yellow"});
+    ASSERT_NE(window, 0u);
+    EXPECT_TRUE(shows(window, yellow));
+    EXPECT_EQ(_run.err(), "");
+}
+
+TEST_F(ZemWindowTest, AUsersResourceFileChangesTheLook)
+{
+    const std::string file = _dir.write("resources", "zem*coverageSummary.background: yellow\n");
+    setenv("XENVIRONMENT", file.c_str(), 1);
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    EXPECT_TRUE(shows(window, _run.color("yellow")));
+    EXPECT_EQ(_run.err(), "");
 }
 
 TEST_F(ZemWindowTest, TheWindowManagersCloseEndsTheProgramWithSuccess)

@@ -17,13 +17,16 @@ Pixels::Pixels(Display* display, Drawable drawable) : _image(nullptr)
     unsigned height = 0;
     unsigned border = 0;
     unsigned depth = 0;
-    XGetGeometry(display, drawable, &root, &x, &y, &width, &height, &border, &depth);
-    _image = XGetImage(display, drawable, 0, 0, width, height, AllPlanes, ZPixmap);
+    if (XGetGeometry(display, drawable, &root, &x, &y, &width, &height, &border, &depth) != 0) {
+        _image = XGetImage(display, drawable, 0, 0, width, height, AllPlanes, ZPixmap);
+    }
 }
 
 Pixels::~Pixels()
 {
-    XDestroyImage(_image);
+    if (_image != nullptr) {
+        XDestroyImage(_image);
+    }
 }
 
 unsigned long Pixels::at(int x, int y) const

@@ -10,14 +10,15 @@
 class Pixels
 {
 public:
-    // Takes the whole drawable, as it is now.
+    // Takes the whole drawable, as it is now. The picture is empty when that cannot be: a window
+    // has to be on the screen with all of itself, and the connection must survive errors.
     Pixels(Display* display, Drawable drawable);
     ~Pixels();
     Pixels(const Pixels&) = delete;
     Pixels& operator=(const Pixels&) = delete;
 
-    int width() const { return _image->width; }
-    int height() const { return _image->height; }
+    int width() const { return _image == nullptr ? 0 : _image->width; }
+    int height() const { return _image == nullptr ? 0 : _image->height; }
     unsigned long at(int x, int y) const;
 
     // How many pixels from (x, y) to the right or down have the colour `pixel`.
