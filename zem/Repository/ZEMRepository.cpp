@@ -21,6 +21,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -43,9 +44,20 @@ struct ZEMRepository::Counts
 
 namespace {
 
-// Bytes kept for the records of one log after the other. The system gives a page of them when it is
-// first written to, and taking fresh pages for each log would cost more than reading it.
-constexpr size_t LogMemory = 64 * 1024 * 1024;
+// Memory that is kept for the records of one log after the other: taking fresh pages for each log
+// would cost more than reading it. Larger logs take the rest anew.
+constexpr size_t MostLogMemory = 64 * 1024 * 1024;
+
+// What the records of a log take, roughly: its bytes, and an object for each.
+size_t recordBytes(const char* path)
+{
+    struct stat status = {};
+    if (path == nullptr || stat(path, &status) != 0) {
+        return 0;
+    }
+    const auto size = static_cast<uint64_t>(status.st_size);
+    return std::min<uint64_t>(size + size / 8, MostLogMemory);
+}
 
 int clampToInt(int64_t n)
 {
@@ -156,8 +168,7 @@ private:
 
 } // namespace
 
-ZEMRepository::ZEMRepository()
-    : _totUncov(0), _totBlocks(0), _index(new Index), _logMemory(new (std::nothrow) char[LogMemory])
+ZEMRepository::ZEMRepository() : _totUncov(0), _totBlocks(0), _index(new Index), _logMemorySize(0)
 {}
 
 ZEMRepository::~ZEMRepository()
@@ -179,7 +190,12 @@ int ZEMRepository::processFile(const char* path)
 
 int ZEMRepository::processLogFile(const char* path)
 {
-    ZEMLogFile log(_logMemory.get(), _logMemory ? LogMemory : 0);
+    const size_t wanted = recordBytes(path);
+    if (wanted > _logMemorySize) {
+        _logMemory.reset(new (std::nothrow) char[wanted]);
+        _logMemorySize = _logMemory ? wanted : 0;
+    }
+    ZEMLogFile log(_logMemory.get(), _logMemorySize);
     int result = log.open(path, qipVLRecFile::READ);
     if (result < 0) {
         return result;

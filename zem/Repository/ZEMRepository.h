@@ -91,7 +91,8 @@ private:
     List<char*> _mapfiles;              // owned, in the order loaded
     List<ZEMFileRecord*> _srcfiles;     // owned, in the order first seen
     std::unique_ptr<Index> _index;      // finds in the lists
-    std::unique_ptr<char[]> _logMemory; // for the records of a log, may be null
+    std::unique_ptr<char[]> _logMemory; // for the records of a log, kept for the next
+    size_t _logMemorySize;
 };
 
 // Writes map files, source files, functions and blocks as text.
