@@ -14,7 +14,7 @@ using Block = std::pair<size_t, uint32_t>;
 struct LineBlocks
 {
     int64_t _sum = 0;           // of every block that names the line
-    std::vector<Block> _blocks; // those that name it last
+    std::vector<Block> _blocks; // those that belong to it
 };
 
 // The blocks of one line that belong to one function, as a graph.
@@ -97,20 +97,37 @@ struct LineKey
 
 using Lines = std::map<LineKey, LineBlocks>;
 
-void collect(const GcnoFunction& function, size_t place, bool isGrouped,
-             const std::vector<int64_t>& counts, Lines& lines)
+// Of the lines that a block names in one file it belongs to the greatest, whatever their order.
+bool isTheBlocksOwn(const std::vector<GcnoLine>& lines, size_t i)
 {
-    for (size_t i = 0; i < function._lines.size(); ++i) {
-        const GcnoLine& line = function._lines[i];
+    const auto isMate = [&](size_t other) {
+        return lines[other]._block == lines[i]._block && lines[other]._file == lines[i]._file;
+    };
+    for (size_t before = i; before > 0 && isMate(before - 1); --before) {
+        if (lines[before - 1]._line > lines[i]._line) {
+            return false;
+        }
+    }
+    for (size_t behind = i + 1; behind < lines.size() && isMate(behind); ++behind) {
+        if (lines[behind]._line >= lines[i]._line) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void collect(const GcnoFunction& function, size_t place, bool isGrouped,
+             const std::vector<int64_t>& counts, Lines& byKey)
+{
+    const std::vector<GcnoLine>& lines = function._lines;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const GcnoLine& line = lines[i];
         const bool isOwn = isGrouped && line._file == 0 && function._startLine <= line._line &&
                            line._line <= function._endLine;
-        LineBlocks& entry = lines[{function._files[line._file], line._line, isOwn ? place + 1 : 0}];
+        LineBlocks& entry = byKey[{function._files[line._file], line._line, isOwn ? place + 1 : 0}];
         entry._sum += counts[line._block];
-        const bool isLast = i + 1 == function._lines.size() ||
-                            function._lines[i + 1]._block != line._block ||
-                            function._lines[i + 1]._file != line._file;
         // gcov leaves the entry and the block with the greatest number out of its line graphs.
-        if (isLast && line._block != GcnoFunction::EntryBlock &&
+        if (isTheBlocksOwn(lines, i) && line._block != GcnoFunction::EntryBlock &&
             line._block + 1 != function._nBlocks) {
             entry._blocks.push_back({place, line._block});
         }
