@@ -3,8 +3,7 @@
 // Numbers paths in the order they come in, from 0 on, and finds the number of a path.
 //
 // Log after log asks for the same paths in the same order, so the path found last and the one
-// behind it are looked at first; the rest is hashed. The paths are kept as copies that lie side by
-// side.
+// behind it are looked at first; the rest is hashed.
 #pragma once
 
 #include <string>
@@ -21,7 +20,7 @@ public:
     PathIndex& operator=(const PathIndex&) = delete;
     virtual ~PathIndex();
 
-    // Gives `path` the next number, unless it has one.
+    // Gives `path`, of which a copy is kept, the next number, unless it has one.
     AddResult add(const char* path);
 
     // The number of `path`, or -1, also without memory to look for it.

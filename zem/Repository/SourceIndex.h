@@ -43,7 +43,8 @@ public:
     // all. A sum stays at its largest value. Returns how many of these blocks ran.
     size_t addHits(long number, const uint32_t* hits, size_t count);
 
-    // Puts the sums into the blocks' `_nHits`, for one file and for all.
+    // Put the sums into the blocks' `_nHits`, for one file, and for all. The memory of the sums is
+    // freed by the latter.
     void settle(long number);
     void settle();
 

@@ -192,6 +192,7 @@ int ZEMRepository::processLogFile(const char* path)
 {
     const size_t wanted = recordBytes(path);
     if (wanted > _logMemorySize) {
+        _logMemory.reset();
         _logMemory.reset(new (std::nothrow) char[wanted]);
         _logMemorySize = _logMemory ? wanted : 0;
     }
@@ -439,6 +440,7 @@ ZEMRptTable ZEMRepository::viewByFile() const
         row->setLabel();
         table._view[table._nItems++] = row;
     }
+    _index->sources.settle(); // nothing is left to add; frees the sums
     return table;
 }
 

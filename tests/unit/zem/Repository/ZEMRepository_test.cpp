@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <malloc.h>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -261,6 +262,28 @@ TEST_F(ZEMRepositoryTest, EachTableShowsWhatWasLoadedBefore)
     load({{"src/a.c", path, {2, 0}}});
     EXPECT_EQ(rows(_repository.viewByClass()), "A 2/2 10\n");
     EXPECT_EQ(rows(_repository.viewByClass()), "A 2/2 10\n");
+}
+
+// Bytes that the program holds; 0 where a sanitizer keeps the books.
+size_t bytesInUse()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+TEST_F(ZEMRepositoryTest, LoadingAndShowingAgainTakesNoMoreMemory)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 5000)}}});
+    const std::vector<LogSource> log = {{"src/a.c", path, std::vector<uint32_t>(5000, 1)}};
+    load(log);
+    rows(_repository.viewByFile());
+    const size_t before = bytesInUse();
+    for (int i = 0; i < 50; ++i) {
+        load(log);
+        rows(_repository.viewByFile());
+    }
+    EXPECT_LT(bytesInUse(), before + 5000);
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 5000/5000 255000\n");
 }
 
 TEST_F(ZEMRepositoryTest, RowHitsAreClampedToTheField)
