@@ -64,8 +64,9 @@ protected:
     }
 
     // Runs zem and waits for its first report.
-    Window open(std::vector<std::string> words)
+    Window open(const std::vector<std::string>& options)
     {
+        std::vector<std::string> words = options;
         words.push_back(_log);
         _run.start(words);
         const Window window = _run.mainWindow();
