@@ -28,6 +28,13 @@ int dList::remove(dLink* x)
     return --_length;
 }
 
+void dList::abandon()
+{
+    _nil._next = &_nil;
+    _nil._prev = &_nil;
+    _length = 0;
+}
+
 dLink* dList::find(dLink* x)
 {
     for (dLink* link = _nil._next; link != &_nil; link = link->_next) {

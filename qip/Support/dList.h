@@ -42,6 +42,9 @@ public:
     // The link at position `i`, or null when there is none. Walks the list.
     dLink* at(int i);
 
+    // Empties the list and leaves its links alone: for links in memory that is freed as a whole.
+    void abandon();
+
     int length() const { return _length; }
 
 protected:

@@ -10,7 +10,10 @@ ZEMLogFile::ZEMLogFile() = default;
 
 ZEMLogFile::ZEMLogFile(void* buffer, size_t size) : _memory(buffer, size) {}
 
-ZEMLogFile::~ZEMLogFile() = default;
+ZEMLogFile::~ZEMLogFile()
+{
+    _toc.abandon(); // records and nodes go with the memory that they are in
+}
 
 int ZEMLogFile::load()
 {
@@ -43,24 +46,26 @@ int ZEMLogFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
         std::cerr << " *** ZEMLogFile::processRecord: size mismatch: " << size << " < " << realSize
                   << std::endl;
     }
-    ZEMLogFileRecord* record = makeRecord();
-    if (record == nullptr) {
+    dLinkT<ZEMLogFileRecord*>* node = makeNode();
+    if (node == nullptr) {
         return OutOfMemory;
     }
-    if (record->read(_fp) != NoError) {
+    if (node->_datum->read(_fp) != NoError) {
         return FileCorrupt;
     }
-    const int before = _toc.length();
-    return _toc.append(record) == before ? OutOfMemory : NoError;
+    _toc.append(node);
+    return NoError;
 }
 
-// A record in the file's memory, null when there is none. It has nothing that a destructor would
-// free.
-ZEMLogFileRecord* ZEMLogFile::makeRecord()
+// A list node with a record, both in the file's memory, null when there is none. They have nothing
+// that a destructor would free.
+dLinkT<ZEMLogFileRecord*>* ZEMLogFile::makeNode()
 {
+    using Node = dLinkT<ZEMLogFileRecord*>;
     try {
-        void* place = _memory.allocate(sizeof(ZEMLogFileRecord), alignof(ZEMLogFileRecord));
-        return new (place) ZEMLogFileRecord(_memory);
+        void* place = _memory.allocate(sizeof(Node), alignof(Node));
+        void* recordPlace = _memory.allocate(sizeof(ZEMLogFileRecord), alignof(ZEMLogFileRecord));
+        return new (place) Node(new (recordPlace) ZEMLogFileRecord(_memory));
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

@@ -40,7 +40,8 @@ public:
 
     void dump(std::ostream& out) override;
 
-    // The records in file order, owned by the file.
+    // The records in file order. They and the list's nodes are the file's: nothing may be taken
+    // out.
     List<ZEMLogFileRecord*>& toc() { return _toc; }
 
 protected:
@@ -49,7 +50,7 @@ protected:
     int processRecord(unsigned int tag, unsigned int size, unsigned int realSize) override;
 
 private:
-    ZEMLogFileRecord* makeRecord();
+    dLinkT<ZEMLogFileRecord*>* makeNode();
 
     ZEMLogHeader _logHeader;
     std::pmr::monotonic_buffer_resource _memory; // of all records

@@ -166,4 +166,24 @@ TEST(dListIterTest, IndexOfAnEmptyListIsTheSentinel)
     EXPECT_TRUE(cursor.onSentinel());
 }
 
+TEST(dListTest, AbandonEmptiesTheListAndLeavesItsLinks)
+{
+    dList list;
+    dLink a;
+    dLink b;
+    list.append(&a);
+    list.append(&b);
+    list.abandon();
+    EXPECT_EQ(list.length(), 0);
+    EXPECT_EQ(list.first(), nullptr);
+    EXPECT_EQ(list.last(), nullptr);
+    EXPECT_EQ(a._next, &b);
+    EXPECT_EQ(list.append(&b), 1);
+    EXPECT_EQ(list.first(), &b);
+    EXPECT_EQ(list.last(), &b);
+    list.abandon();
+    list.abandon();
+    EXPECT_EQ(list.length(), 0);
+}
+
 } // namespace
