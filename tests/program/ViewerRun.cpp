@@ -131,6 +131,30 @@ Window ViewerRun::mainWindow()
     return window;
 }
 
+int ViewerRun::shownWindows()
+{
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned nChildren = 0;
+    int nShown = 0;
+    if (XQueryTree(_display, DefaultRootWindow(_display), &root, &parent, &children, &nChildren) ==
+        0) {
+        return 0;
+    }
+    for (unsigned i = 0; i < nChildren; ++i) {
+        XWindowAttributes attributes;
+        nShown += XGetWindowAttributes(_display, children[i], &attributes) != 0 &&
+                          attributes.map_state == IsViewable
+                      ? 1
+                      : 0;
+    }
+    if (children != nullptr) {
+        XFree(children);
+    }
+    return nShown;
+}
+
 std::string ViewerRun::picture(Window window, unsigned long color)
 {
     std::string previous;

@@ -33,6 +33,10 @@ public:
     // The main window, once it is on the screen; 0 when it does not come or the program ends.
     Window mainWindow();
 
+    // How many windows lie on the screen side by side or one above the other: one more when a menu
+    // or a dialog comes up.
+    int shownWindows();
+
     // Waits, for twenty seconds at most, until `condition` holds. Returns whether it does.
     bool waitFor(const std::function<bool()>& condition);
 

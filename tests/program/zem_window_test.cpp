@@ -79,6 +79,21 @@ protected:
         return picture.count(0, 0, picture.width(), picture.height(), color) > 0;
     }
 
+    // The same, once the program has come to it.
+    bool comesToShow(Window window, unsigned long color)
+    {
+        return _run.waitFor([&] { return shows(window, color); });
+    }
+
+    // How far the selected row's colour reaches from its first pixel.
+    int selectedWidth(Window window)
+    {
+        const Pixels picture(_run.display(), window);
+        const int y = selectedRow(window) + 1;
+        const int x = picture.find(0, y, _selected);
+        return x < 0 ? 0 : picture.runRight(x, y, _selected);
+    }
+
     // The y of the first pixel of the selected row.
     int selectedRow(Window window)
     {
@@ -122,7 +137,7 @@ TEST_F(ZemWindowTest, AResourceOnTheCommandLineChangesTheLook)
     EXPECT_FALSE(shows(window, yellow));
     window = open({"-xrm", "zem*covFrame.coverageSummary.background: yellow"});
     ASSERT_NE(window, 0u);
-    EXPECT_TRUE(shows(window, yellow));
+    EXPECT_TRUE(comesToShow(window, yellow));
     EXPECT_EQ(_run.err(), "");
 }
 
@@ -132,7 +147,7 @@ TEST_F(ZemWindowTest, AUsersResourceFileChangesTheLook)
     setenv("XENVIRONMENT", file.c_str(), 1);
     const Window window = open({});
     ASSERT_NE(window, 0u);
-    EXPECT_TRUE(shows(window, _run.color("yellow")));
+    EXPECT_TRUE(comesToShow(window, _run.color("yellow")));
     EXPECT_EQ(_run.err(), "");
 }
 
@@ -152,7 +167,9 @@ TEST_F(ZemWindowTest, ExitEndsTheProgramWithSuccess)
     ASSERT_NE(window, 0u);
     XInput::click(_run.display(), window, 60, selectedRow(window) + 5);
     _run.picture(window, _selected);
+    const int nShown = _run.shownWindows();
     XInput::key(_run.display(), XK_f, XK_Alt_L);
+    ASSERT_TRUE(_run.waitFor([&] { return _run.shownWindows() > nShown; }));
     _run.picture(window);
     XInput::key(_run.display(), XK_x);
     EXPECT_EQ(_run.end(), 0);
@@ -214,16 +231,14 @@ TEST_F(ZemWindowTest, TheReportFollowsTheWindowsSize)
     const int width = _run.width(window);
     const int height = _run.height(window);
     _run.resize(window, width + 200, height + 104);
-    ASSERT_NE(_run.picture(window, _selected), "");
-    {
-        const Pixels picture(_run.display(), window);
-        const int y = selectedRow(window) + 1;
-        const int x = picture.find(0, y, _selected);
-        EXPECT_GT(picture.runRight(x, y, _selected), width);
-    }
+    EXPECT_TRUE(_run.waitFor([&] { return selectedWidth(window) > width; }));
     // Shrinking brings no exposure, and the frame must not stay where it was.
     const std::string before = [&] {
         _run.resize(window, width, height);
+        _run.waitFor([&] {
+            const int selected = selectedWidth(window);
+            return selected > 0 && selected < width;
+        });
         return _run.picture(window, _selected);
     }();
     XClearArea(_run.display(), window, 0, 0, 0, 0, True);

@@ -31,10 +31,12 @@ void XInput::release(Display* display, unsigned button)
 void XInput::click(Display* display, Window window, int x, int y, int times, unsigned button)
 {
     moveTo(display, window, x, y);
+    // All at once: a machine that is busy between two clicks must not make them two single ones.
     for (int i = 0; i < times; ++i) {
-        press(display, button);
-        release(display, button);
+        XTestFakeButtonEvent(display, button, True, CurrentTime);
+        XTestFakeButtonEvent(display, button, False, CurrentTime);
     }
+    XSync(display, False);
 }
 
 void XInput::key(Display* display, KeySym key, KeySym modifier)

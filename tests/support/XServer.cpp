@@ -84,7 +84,7 @@ bool hasProperty(Display* display, Atom property)
 
 } // namespace
 
-XServer::XServer() : _server(0), _windowManager(0)
+XServer::XServer() : _server(0), _windowManager(0), _connection(nullptr), _probe(0), _probeX(0)
 {
     int fds[2];
     if (pipe(fds) != 0) {
@@ -95,9 +95,9 @@ XServer::XServer() : _server(0), _windowManager(0)
     _server = start(
         {"Xvfb", "-displayfd", "3", "-screen", "0", screen.c_str(), "-nolisten", "tcp", "-noreset"},
         fds[1]);
-    close(fds[1]);
+    ::close(fds[1]);
     const std::string number = readLine(fds[0]);
-    close(fds[0]);
+    ::close(fds[0]);
     if (number.empty()) {
         _problem = "Xvfb does not start; is the package xvfb installed?";
         return;
@@ -115,38 +115,67 @@ XServer::XServer() : _server(0), _windowManager(0)
 
 XServer::~XServer()
 {
-    end(_windowManager);
-    end(_server);
+    kill();
 }
 
 void XServer::kill()
 {
+    close();
     end(_windowManager);
     end(_server);
 }
 
+void XServer::close()
+{
+    if (_connection != nullptr) {
+        XCloseDisplay(_connection);
+        _connection = nullptr;
+    }
+}
+
 bool XServer::startWindowManager()
 {
-    Display* display = XOpenDisplay(_display.c_str());
-    if (display == nullptr) {
+    _connection = XOpenDisplay(_display.c_str());
+    if (_connection == nullptr) {
         return false;
     }
     // A Motif window manager announces itself in a property of the root window.
-    const Atom info = XInternAtom(display, "_MOTIF_WM_INFO", False);
-    XSelectInput(display, DefaultRootWindow(display), PropertyChangeMask);
-    XSync(display, False);
+    const Window root = DefaultRootWindow(_connection);
+    const Atom info = XInternAtom(_connection, "_MOTIF_WM_INFO", False);
+    XSelectInput(_connection, root, PropertyChangeMask);
+    XSync(_connection, False);
     _windowManager = start({"mwm"}, -1);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(StartTime);
-    bool up = hasProperty(display, info);
-    while (!up && std::chrono::steady_clock::now() < deadline) {
-        struct pollfd waiting = {ConnectionNumber(display), POLLIN, 0};
-        poll(&waiting, 1, 100);
-        while (XPending(display) > 0) {
-            XEvent event;
-            XNextEvent(display, &event);
-        }
-        up = hasProperty(display, info);
-    }
-    XCloseDisplay(display);
+    const bool up = waitFor([&] { return hasProperty(_connection, info); });
+    XSelectInput(_connection, root, NoEventMask);
+    _probe = XCreateSimpleWindow(_connection, root, 0, 0, 1, 1, 0, 0, 0);
+    XSelectInput(_connection, _probe, StructureNotifyMask);
     return up;
+}
+
+void XServer::settleWindowManager()
+{
+    if (_connection == nullptr) {
+        return;
+    }
+    // A window that wants to move is the window manager's to move, once it comes to it.
+    XMoveWindow(_connection, _probe, ++_probeX, 0);
+    XEvent event;
+    waitFor([&] {
+        return XCheckTypedWindowEvent(_connection, _probe, ConfigureNotify, &event) != 0 &&
+               event.xconfigure.x == _probeX;
+    });
+}
+
+bool XServer::waitFor(const std::function<bool()>& condition)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(StartTime);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        struct pollfd waiting = {ConnectionNumber(_connection), POLLIN, 0};
+        poll(&waiting, 1, 100);
+        XEventsQueued(_connection, QueuedAfterReading);
+    }
+    return true;
 }

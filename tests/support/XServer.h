@@ -4,6 +4,7 @@
 // for. Both end with the object, and with the test's process however that ends.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <sys/types.h>
 
@@ -27,12 +28,23 @@ public:
     // Starts the window manager and waits until it manages windows. False when it does not come up.
     bool startWindowManager();
 
+    // Waits until the window manager has handled everything that the server told it so far: clicks
+    // that it takes to move the keyboard and then lets through, among others. Does nothing when
+    // there is none.
+    void settleWindowManager();
+
     // Kills the server, as if the connection were lost.
     void kill();
 
 private:
+    void close();
+    bool waitFor(const std::function<bool()>& condition);
+
     pid_t _server;
     pid_t _windowManager;
+    struct _XDisplay* _connection; // to talk with the window manager
+    unsigned long _probe;          // a window that is never shown
+    int _probeX;
     std::string _display;
     std::string _problem;
 };

@@ -71,8 +71,10 @@ bool XtFixture::waitFor(const std::function<bool()>& condition)
 
 void XtFixture::settle()
 {
-    // Two rounds: what the events of the first one ask for, and what the server answers.
+    // Some rounds: what the events of the first one ask for, and what is answered to that.
     for (int round = 0; round < 3; ++round) {
+        XSync(display(), False);
+        _server->settleWindowManager();
         XSync(display(), False);
         while (XtAppPending(_application->appContext()) != 0) {
             XtAppProcessEvent(_application->appContext(), XtIMAll);

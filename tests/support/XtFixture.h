@@ -37,7 +37,7 @@ protected:
     // Handles events until `condition` holds, at most ten seconds. Returns whether it does.
     bool waitFor(const std::function<bool()>& condition);
 
-    // Handles all events that there are, and those that they cause.
+    // Handles all events that there are, and those that they cause here and in the window manager.
     void settle();
 
     // Whether the widget's window is on the screen, whatever lies above it.

@@ -136,31 +136,31 @@ TEST_F(ZEMWindowTest, BrowseWithoutRowsAndOfDirectoriesDoesNothing)
     EXPECT_EQ(findWidget(_window->baseWidget(), "srcViewer"), nullptr);
 }
 
+using Clock = std::chrono::system_clock; // the one that the toolkit's timers look at
+
 TEST_F(ZEMWindowTest, MessagesGoBackToTheReportAfterTheirTime)
 {
     load();
     theReportContainer->report();
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = Clock::now();
     theStatusBar->displayMessage("Could not open x!");
     EXPECT_EQ(labelText("msgLbl"), "Could not open x!");
     ASSERT_TRUE(waitFor([this] { return labelText("msgLbl") != "Could not open x!"; }));
     EXPECT_EQ(labelText("msgLbl"), "Report: by file, Sort keys: ");
     // No sooner than it should; how much later is the machine's business.
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2990));
+    EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(2990));
 }
 
 TEST_F(ZEMWindowTest, ASecondMessageHasItsOwnThreeSeconds)
 {
     theStatusBar->displayMessage("first");
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_TRUE(waitFor([&] {
-        return std::chrono::steady_clock::now() - start > std::chrono::milliseconds(2000);
-    }));
+    const auto start = Clock::now();
+    ASSERT_TRUE(waitFor([&] { return Clock::now() - start > std::chrono::milliseconds(2000); }));
     theStatusBar->displayMessage("second");
-    const auto second = std::chrono::steady_clock::now();
+    const auto second = Clock::now();
     ASSERT_TRUE(waitFor([this] { return labelText("msgLbl") != "second"; }));
     EXPECT_EQ(labelText("msgLbl"), "");
-    EXPECT_GE(std::chrono::steady_clock::now() - second, std::chrono::milliseconds(2990));
+    EXPECT_GE(Clock::now() - second, std::chrono::milliseconds(2990));
 }
 
 TEST_F(ZEMWindowTest, NullMessagesAreIgnored)
