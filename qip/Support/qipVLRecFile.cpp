@@ -53,30 +53,28 @@ private:
     uint64_t _limit = 1;
 };
 
-FILE* openRegularFile(const char* filename, int64_t& size)
+// A descriptor of the file and its size in bytes; -1 when it cannot be read.
+int openRegularFile(const char* filename, int64_t& size)
 {
     // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
     const int fd = ::open(filename, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0) {
-        return nullptr;
+        return -1;
     }
     struct stat status = {};
-    const bool readable =
-        fstat(fd, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
-    FILE* stream = readable ? fdopen(fd, "rb") : nullptr;
-    if (stream == nullptr) {
+    if (fstat(fd, &status) != 0 || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))) {
         ::close(fd);
-        return nullptr;
+        return -1;
     }
     size = status.st_size;
-    return stream;
+    return fd;
 }
 
 } // namespace
 
 qipVLRecFile::qipVLRecFile()
-    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0), _currentRecord(nullptr),
-      _fileSize(0), _stepsBack(0)
+    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0),
+      _currentRecord(nullptr), _source{-1, 0}, _fileSize(0), _stepsBack(0)
 {}
 
 qipVLRecFile::~qipVLRecFile()
@@ -146,47 +144,77 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 
 int qipVLRecFile::openForReading()
 {
-    _fp = openRegularFile(_filename, _fileSize);
-    if (_fp == nullptr) {
+    const int fd = openRegularFile(_filename, _fileSize);
+    // One byte more, so that the read that fills it meets the end.
+    const auto size = std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize);
+    if (fd < 0 || !openStream(fd, static_cast<size_t>(size))) {
         return OpenFailed;
     }
     _stepsBack = 0;
-    // One byte more, so that the read that fills it meets the end.
-    bufferStream(
-        static_cast<size_t>(std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize)));
     if (_header.read(_fp) < 0) {
         return FileCorrupt;
     }
     return readHeader();
 }
 
-// Gives a fresh stream its buffer.
-void qipVLRecFile::bufferStream(size_t size)
+// Makes the stream that reads from `fd`, which is closed with it, or at once without memory.
+bool qipVLRecFile::openStream(int fd, size_t bufferSize)
 {
-    // Without memory for it the stream's own small buffer serves.
-    _streamBuffer.reset(new (std::nothrow) char[size]);
-    if (_streamBuffer) {
-        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, size);
+    const cookie_io_functions_t calls = {readSource, nullptr, seekSource, closeSource};
+    _source = {fd, 0};
+    _fp = fopencookie(&_source, "rb", calls);
+    if (_fp == nullptr) {
+        ::close(fd);
+        return false;
     }
-    // The library keeps count of the position only from a first seek on; without it each ftello()
-    // of load() would be a system call.
-    (void)fseeko(_fp, 0, SEEK_SET); // what cannot seek fails in load()
+    // Without memory for it the stream's own small buffer serves.
+    _streamBuffer.reset(new (std::nothrow) char[bufferSize]);
+    if (_streamBuffer) {
+        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, bufferSize);
+    }
+    return true;
 }
 
-// A stream's buffer can only be chosen while it is fresh, so the file gets another stream.
-void qipVLRecFile::takeSmallBuffer()
+ssize_t qipVLRecFile::readSource(void* source, char* bytes, size_t size)
 {
-    const int fd = dup(fileno(_fp));
-    FILE* fresh = fd < 0 ? nullptr : fdopen(fd, "rb");
-    if (fresh == nullptr) {
-        if (fd >= 0) {
-            ::close(fd);
-        }
-        return; // slow is better than not at all
+    auto* from = static_cast<Source*>(source);
+    const ssize_t result = pread(from->fd, bytes, size, from->position);
+    from->position += std::max<ssize_t>(result, 0);
+    return result;
+}
+
+int qipVLRecFile::seekSource(void* source, off64_t* offset, int whence)
+{
+    auto* from = static_cast<Source*>(source);
+    switch (whence) {
+    case SEEK_CUR:
+        from->position += *offset;
+        break;
+    case SEEK_END:
+        from->position = lseek(from->fd, *offset, SEEK_END);
+        break;
+    default:
+        from->position = *offset;
+    }
+    *offset = from->position;
+    return from->position < 0 ? -1 : 0;
+}
+
+int qipVLRecFile::closeSource(void* source)
+{
+    return ::close(static_cast<Source*>(source)->fd);
+}
+
+// A stream's buffer can only be chosen while it is fresh, so the file gets another stream. False
+// when there is none any more.
+bool qipVLRecFile::takeSmallBuffer()
+{
+    const int fd = dup(_source.fd);
+    if (fd < 0) {
+        return true; // slow is better than not at all
     }
     closeStream();
-    _fp = fresh;
-    bufferStream(SmallBufferSize);
+    return openStream(fd, SmallBufferSize);
 }
 
 int qipVLRecFile::openForWriting(int userHeaderSz)
@@ -232,7 +260,7 @@ int qipVLRecFile::close()
     return NoError;
 }
 
-// A seek gives up the stream's buffer and costs a system call, so none is made where the stream
+// A seek gives up the stream's buffer, so none is made where the stream
 // already stands, at `here`: writers put each record right behind the last.
 int qipVLRecFile::seekTo(uint32_t offset, int64_t here)
 {
@@ -240,8 +268,9 @@ int qipVLRecFile::seekTo(uint32_t offset, int64_t here)
     if (here == target) {
         return NoError;
     }
-    if (target < here && _stepsBack < ManyStepsBack && ++_stepsBack == ManyStepsBack) {
-        takeSmallBuffer();
+    if (target < here && _stepsBack < ManyStepsBack && ++_stepsBack == ManyStepsBack &&
+        !takeSmallBuffer()) {
+        return FileCorrupt;
     }
     return fseeko(_fp, target, SEEK_SET) == 0 ? NoError : FileCorrupt;
 }

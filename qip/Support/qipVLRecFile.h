@@ -26,6 +26,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <sys/types.h>
 
 class qipVLRecFile
 {
@@ -113,15 +114,27 @@ protected:
     qipVLRecord* _currentRecord; // owned; null between calls
 
 private:
+    // What a stream for reading reads from. Each read says where, so that a seek is no system call.
+    struct Source
+    {
+        int fd;
+        int64_t position;
+    };
+
+    static ssize_t readSource(void* source, char* bytes, size_t size);
+    static int seekSource(void* source, off64_t* offset, int whence);
+    static int closeSource(void* source);
+
     int openForReading();
     int openForWriting(int userHeaderSz);
     int seekTo(uint32_t offset, int64_t here);
-    void bufferStream(size_t size);
-    void takeSmallBuffer();
+    bool openStream(int fd, size_t bufferSize);
+    bool takeSmallBuffer();
     int link(uint32_t previousRecord);
     void closeStream();
 
     std::unique_ptr<char[]> _streamBuffer; // lives as long as `_fp`
+    Source _source;                        // of `_fp`, while it reads
     int64_t _fileSize;                     // bytes when the file was opened for reading
     int _stepsBack;                        // seeks to an earlier place since then, up to a limit
 };

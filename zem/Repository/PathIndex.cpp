@@ -12,11 +12,14 @@ PathIndex::AddResult PathIndex::add(const char* path)
 {
     try {
         _paths.reserve(_paths.size() == _paths.capacity() ? 2 * _paths.size() + 1 : 0);
-        const auto entry = _numbers.emplace(path, size());
-        if (!entry.second) {
+        if (_numbers.find(path) != _numbers.end()) {
             return Known;
         }
-        _paths.push_back(entry.first->first.c_str());
+        const size_t length = std::strlen(path);
+        auto* copy = static_cast<char*>(_characters.allocate(length + 1, 1));
+        std::memcpy(copy, path, length + 1);
+        _numbers.emplace(std::string_view(copy, length), size());
+        _paths.push_back(copy);
     } catch (const std::bad_alloc&) {
         return NoMemory;
     }
@@ -35,15 +38,11 @@ long PathIndex::find(const char* path)
     if (isAt(next, path)) {
         _last = next;
     } else if (!isAt(_last, path)) {
-        try {
-            const auto found = _numbers.find(path);
-            if (found == _numbers.end()) {
-                return -1;
-            }
-            _last = found->second;
-        } catch (const std::bad_alloc&) {
+        const auto found = _numbers.find(path);
+        if (found == _numbers.end()) {
             return -1;
         }
+        _last = found->second;
     }
     return _last;
 }

@@ -6,7 +6,8 @@
 // behind it are looked at first; the rest is hashed.
 #pragma once
 
-#include <string>
+#include <memory_resource>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -23,7 +24,7 @@ public:
     // Gives `path`, of which a copy is kept, the next number, unless it has one.
     AddResult add(const char* path);
 
-    // The number of `path`, or -1, also without memory to look for it.
+    // The number of `path`, or -1.
     long find(const char* path);
 
     long size() const { return static_cast<long>(_paths.size()); }
@@ -32,7 +33,8 @@ public:
 private:
     bool isAt(long number, const char* path) const;
 
-    std::unordered_map<std::string, long> _numbers;
+    std::pmr::monotonic_buffer_resource _characters; // path behind path, as they are asked for
+    std::unordered_map<std::string_view, long> _numbers;
     std::vector<const char*> _paths; // by number, the keys of `_numbers`
     long _last;                      // found or added last
 };
