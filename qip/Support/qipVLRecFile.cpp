@@ -223,9 +223,9 @@ int qipVLRecFile::openForWriting(int userHeaderSz)
     if (_fp == nullptr) {
         return OpenFailed;
     }
-    _header._userHeaderSz = static_cast<uint32_t>(userHeaderSz);
+    // Nothing of a file that this object had open before.
+    _header = qipVLHeader(userHeaderSz);
     _header._firstOffset = static_cast<uint32_t>(userHeaderSz) + qipVLHeader::Size;
-    _header._lastOffset = 0;
     _header.write(_fp); // a full disk shows at the first record, and at close()
     const int result = writeHeader();
     if (result != NoError) {

@@ -221,6 +221,26 @@ TEST_F(qipVLRecFileTest, UpdateWithoutAPendingRecordWritesNothing)
     EXPECT_EQ(onDisk().size(), 64u);
 }
 
+TEST_F(qipVLRecFileTest, AnotherFileStartsWithAFreshHeader)
+{
+    ASSERT_EQ(write(), 0);
+    ASSERT_EQ(_file.newRecord(100, "abc", 3), 0);
+    ASSERT_EQ(_file.close(), 0);
+    const std::string once = onDisk();
+    ASSERT_EQ(write(), 0);
+    ASSERT_EQ(_file.newRecord(100, "abc", 3), 0);
+    ASSERT_EQ(_file.close(), 0);
+    EXPECT_EQ(onDisk(), once);
+    // Also after a file of another magic number and version, as readers let in.
+    RecFileBuilder other(0);
+    other.setWord(0, 0x09090909).setWord(24, 7).setByte(63, 'x');
+    ASSERT_EQ(load(other.record(1, "abc")), 1);
+    ASSERT_EQ(write(), 0);
+    ASSERT_EQ(_file.newRecord(100, "abc", 3), 0);
+    ASSERT_EQ(_file.close(), 0);
+    EXPECT_EQ(onDisk(), once);
+}
+
 TEST_F(qipVLRecFileTest, ReaderTakesNoRecord)
 {
     RecFileBuilder builder(0);
