@@ -13,7 +13,7 @@ std::string logHeader(uint32_t magic, uint32_t version, uint32_t executionTime)
 
 std::string mapPayload(const MapSource& source)
 {
-    size_t nBlocks = 0;
+    auto nBlocks = static_cast<size_t>(source.moreBlocks);
     for (const MapFunc& func : source.funcs) {
         nBlocks += func.blocks.size();
     }

@@ -31,6 +31,7 @@ struct MapSource
     std::string path;
     std::vector<MapFunc> funcs = {};
     uint32_t timeModified = 0;
+    int moreBlocks = 0; // that the file is said to have, beside those of its functions
 };
 
 struct LogSource

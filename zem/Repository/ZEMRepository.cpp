@@ -16,7 +16,6 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <iostream>
 #include <new>
 #include <string>
@@ -117,41 +116,46 @@ long classLength(const char* label)
     return position - 1;
 }
 
-// Sums rows up by a part of their labels. The groups come with the one met last first.
+// Sums rows up by a part of their labels. The groups come with the one met last first. Without
+// memory for a group there are no rows at all: sums that lack some would lie.
 class Grouping
 {
 public:
     struct Group
     {
-        std::string_view name;
+        const char* name;
         int64_t total = 0;
         int64_t covered = 0;
         int64_t hits = 0;
     };
 
-    void add(std::string_view name, const ZEMView& row)
+    // `name` is borrowed until the table is made.
+    void add(const char* name, const ZEMView& row)
     {
-        const auto found = _index.emplace(name, _groups.size());
-        if (found.second) {
-            _groups.emplace_back();
-            _groups.back().name = name;
+        try {
+            const auto found = _index.emplace(name, _groups.size());
+            if (found.second) {
+                _groups.push_back({name});
+            }
+            Group& group = _groups[found.first->second];
+            group.total += row._totBlk;
+            group.covered += row._covBlk;
+            group.hits += row._hits;
+        } catch (const std::bad_alloc&) {
+            _complete = false;
         }
-        Group& group = _groups[found.first->second];
-        group.total += row._totBlk;
-        group.covered += row._covBlk;
-        group.hits += row._hits;
     }
 
     // `makeRow` makes a row with its name set.
-    ZEMRptTable table(const std::function<ZEMView*(const std::string&)>& makeRow) const
+    ZEMRptTable table(ZEMView* (*makeRow)(const char* name)) const
     {
         ZEMRptTable table;
-        table._view = newRows(_groups.size());
+        table._view = _complete ? newRows(_groups.size()) : nullptr;
         if (table._view == nullptr) {
             return table;
         }
         for (auto group = _groups.rbegin(); group != _groups.rend(); ++group) {
-            ZEMView* row = makeRow(std::string(group->name));
+            ZEMView* row = makeRow(group->name);
             if (row != nullptr) {
                 setCounts(*row, nullptr, group->total, group->covered, group->hits);
                 row->setLabel();
@@ -164,6 +168,7 @@ public:
 private:
     std::unordered_map<std::string_view, size_t> _index;
     std::vector<Group> _groups; // in the order met
+    bool _complete = true;
 };
 
 } // namespace
@@ -341,7 +346,7 @@ int ZEMRepository::isSuppressed(List<char*>& filter, const char* name) const
     }
     ListIterator<char*> names(filter);
     while (const char* shown = names.next()) {
-        if (std::strcmp(shown, name) == 0) {
+        if (std::strcmp(shown, nameOf(name)) == 0) {
             return 0;
         }
     }
@@ -460,10 +465,10 @@ ZEMRptTable ZEMRepository::viewByDirectory() const
             directories.add(row._label, row);
         }
     }
-    ZEMRptTable table = directories.table([](const std::string& name) -> ZEMView* {
+    ZEMRptTable table = directories.table([](const char* name) -> ZEMView* {
         auto* row = new (std::nothrow) ZEMDirectoryView;
         if (row != nullptr) {
-            row->directory(name.c_str());
+            row->directory(name);
         }
         return row;
     });
@@ -486,10 +491,10 @@ ZEMRptTable ZEMRepository::viewByClass() const
             classes.add(row._label, row);
         }
     }
-    ZEMRptTable table = classes.table([](const std::string& name) -> ZEMView* {
+    ZEMRptTable table = classes.table([](const char* name) -> ZEMView* {
         auto* row = new (std::nothrow) ZEMClassView;
         if (row != nullptr) {
-            row->classname(name.c_str());
+            row->classname(name);
         }
         return row;
     });

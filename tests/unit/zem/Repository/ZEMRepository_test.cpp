@@ -232,6 +232,26 @@ TEST_F(ZEMRepositoryTest, ADifferentBlockCountIsReportedAndMerged)
     EXPECT_EQ(totals(), "4 of 5");
 }
 
+TEST_F(ZEMRepositoryTest, TheStatedBlockCountIsComparedAndShownTheFunctionsBlocksAreMerged)
+{
+    const std::string path = map("a.map", {{"src/a.c", {func("f", 2), func("g", 1)}, 0, 4},
+                                           {"src/b.c", {func("h", 3)}, 0, -2}});
+    StdErr err;
+    // As many counts as are stated: no complaint.
+    EXPECT_EQ(load({{"src/a.c", path, {1, 0, 5, 9, 9, 9, 9}}}), 0);
+    EXPECT_EQ(err.text(), "");
+    EXPECT_EQ(totals(), "1 of 3");
+    // As many as the functions have: one.
+    EXPECT_EQ(load({{"src/b.c", path, {0, 0, 1}}}), 0);
+    EXPECT_EQ(err.text(), " *** ZEMRepository::processLogFile() : block count mismatch!\n"
+                          "     Mapfile(src/b.c1, Logfile(src/b.c3\n");
+    EXPECT_EQ(totals(), "3 of 6");
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f 1/2 1\ng 1/1 5\nh 1/3 1\n");
+    // What is stated, without the blocks that never ran.
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 6/7 6\nsrc/b.c -1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "src 5/8 7\n");
+}
+
 TEST_F(ZEMRepositoryTest, CountsPastTheMapsBlocksAreIgnored)
 {
     const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
@@ -311,6 +331,7 @@ TEST_F(ZEMRepositoryTest, IsSuppressedOnlyByAListWithoutTheName)
     EXPECT_EQ(_repository.isSuppressed(filter, "a"), 0);
     EXPECT_EQ(_repository.isSuppressed(filter, "A"), 1);
     EXPECT_EQ(_repository.isSuppressed(filter, "ab"), 1);
+    EXPECT_EQ(_repository.isSuppressed(filter, nullptr), 1);
 }
 
 TEST_F(ZEMRepositoryTest, AFileFilterOfAnUnknownPathHidesEveryRow)
@@ -420,6 +441,26 @@ TEST_F(ZEMRepositoryTest, ClassFilterActsOnItsOwnReport)
     _repository.addFilter('o', "B");
     EXPECT_EQ(rows(_repository.viewByClass()), "B 1/1 1\n");
     EXPECT_EQ(rows(_repository.viewByFunction(0)), "A::f 1/1 1\nB::f 1/1 1\n");
+}
+
+TEST_F(ZEMRepositoryTest, FiltersOfDifferentKindsApplyTogether)
+{
+    const std::string path = map("a.map", {{"x/a.c", {func("A::f", 2), func("B::f", 1)}},
+                                           {"y/b.c", {func("A::f", 1), func("A::g", 1)}},
+                                           {"x/c.c", {func("A::f", 1)}}});
+    load({{"x/a.c", path, {1, 0, 0}}, {"y/b.c", path, {3, 4}}, {"x/c.c", path, {7}}});
+    _repository.addFilter('F', "x/a.c");
+    _repository.addFilter('F', "y/b.c");
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "y 2/2 7\nx 1/3 1\n");
+    EXPECT_EQ(rows(_repository.viewByClass()), "B 0/1 0\nA 3/4 8\n");
+    _repository.addFilter('f', "A::f");
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "A::f 1/2 1\nA::f 1/1 3\n");
+    EXPECT_EQ(rows(_repository.viewByFile()), "x/a.c 2/3 1\ny/b.c 2/2 3\n");
+    EXPECT_EQ(rows(_repository.viewByClass()), "A 2/3 4\n");
+    _repository.addFilter('o', "B");
+    EXPECT_EQ(rows(_repository.viewByClass()), "");
+    _repository.addFilter('d', "y");
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "y 2/2 3\n");
 }
 
 TEST_F(ZEMRepositoryTest, SummaryAsIntIsClamped)
