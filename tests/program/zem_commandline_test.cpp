@@ -121,6 +121,7 @@ TEST_F(ZemCommandLineTest, SortKeysMayBeGluedOrApart)
     const std::string shown = picture({"-sF%", _log});
     EXPECT_TRUE(shown == picture({"-s", "F%", _log}));
     EXPECT_FALSE(shown == picture({_log}));
+    expectSame({"-sdFf", _log}, {"-s", "dFf", _log});
 }
 
 TEST_F(ZemCommandLineTest, AFilterLeavesItsNameOnly)

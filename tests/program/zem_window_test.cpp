@@ -210,6 +210,22 @@ TEST_F(ZemWindowTest, ADoubleClickOpensTheSource)
     EXPECT_EQ(_run.err(), "");
 }
 
+TEST_F(ZemWindowTest, TheSourceShowsCountsWhereTheyAreAskedFor)
+{
+    const auto source = [this](const std::vector<std::string>& options) {
+        const Window window = open(options);
+        const int height = _run.height(window);
+        XInput::click(_run.display(), window, 60, selectedRow(window) + 30, 2);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.height(window) > height; }));
+        return _run.picture(window, _run.color("Red3"));
+    };
+    const std::string counts = source({"-ct"});
+    EXPECT_NE(counts, "");
+    EXPECT_TRUE(counts == source({"-c"}));
+    EXPECT_TRUE(counts == source({"-cx"}));
+    EXPECT_FALSE(counts == source({}));
+}
+
 TEST_F(ZemWindowTest, DirectoriesAndClassesHaveNoSourceToOpen)
 {
     for (const char* type : {"-dd", "-do"}) {

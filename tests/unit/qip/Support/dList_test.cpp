@@ -81,6 +81,21 @@ TEST(dListTest, RemoveLeavesTheLinksOwnPointers)
     EXPECT_EQ(list.first(), &b);
 }
 
+TEST(dListTest, RemovingAnotherListsLinkMiscountsSilently)
+{
+    dList list;
+    dList other;
+    dLink a, b, c;
+    list.append(&a);
+    other.append(&b);
+    other.append(&c);
+    EXPECT_EQ(list.remove(&c), 0);
+    EXPECT_EQ(list.length(), 0);
+    EXPECT_EQ(list.first(), &a);
+    EXPECT_EQ(other.length(), 2);
+    EXPECT_EQ(other.last(), &b);
+}
+
 TEST(dListTest, FindMeetsOnlyItsOwnLinks)
 {
     dList list;
