@@ -11,6 +11,7 @@ set(ZEM_LAYER_zemCore       qipSupport)
 set(ZEM_LAYER_zemUI         zemCore qipComponents qipCommon qipMonitors qipDrawing qipBase qipSupport zemX11)
 set(ZEM_LAYER_zemTools      zemCore qipSupport)
 set(ZEM_LAYER_zemImport     zemTools zemCore qipSupport)
+set(ZEM_LAYER_zemCompare   zemImport zemTools zemCore qipSupport)
 
 if(ZEM_WITH_X)
     find_package(X11 REQUIRED COMPONENTS Xt Xext Xpm)
