@@ -13,11 +13,11 @@
 
 struct LineFacts
 {
-    bool _isListed = false;     // gcov has the line
-    int64_t _count = 0;         // gcov's count, over all units and function instances
-    bool _isTouched = false;    // by a block of a function that somebody wrote
+    bool _isListed = false;      // gcov has the line
+    int64_t _count = 0;          // gcov's count, over all units and function instances
+    bool _isTouched = false;     // by a block of a function that somebody wrote
     bool _isTouchedMade = false; // by a block of a function that the compiler made
-    bool _blockRan = false;     // one of those blocks
+    bool _blockRan = false;      // one of those blocks
 };
 
 struct FunctionPlace

@@ -24,9 +24,9 @@ const Findings::Class nameClasses[NLevels] = {Findings::NameSimple, Findings::Na
 std::string shownName(const char* stored, int level)
 {
     char* readable = demangle_name(stored, level + FirstMode);
-    const std::string result = comparedSpelling(readable == nullptr ? stored : readable);
+    const std::string shown = readable == nullptr ? stored : readable;
     std::free(readable);
-    return result;
+    return level == 1 ? withoutQualifiers(shown) : comparedSpelling(shown);
 }
 
 std::string expectedName(const PlainName& name, int level)
@@ -35,7 +35,7 @@ std::string expectedName(const PlainName& name, int level)
     case 0:
         return comparedSpelling(name._name);
     case 1:
-        return comparedSpelling(name._name) + withoutQualifiers(name._params);
+        return withoutQualifiers(name._name + name._params);
     default:
         return comparedSpelling(name._name + name._params);
     }
@@ -299,16 +299,16 @@ void CoverageComparison::writeTotals(std::ostream& out) const
     {
         const char* what;
         const Agreement& agreement;
-    } totals[] = {{"functions", _functions},       {"lines", _lines},
-                  {"names, simple", _rowNames[0]}, {"names, extended", _rowNames[1]},
-                  {"names, full", _rowNames[2]},
+    } totals[] = {
+        {"functions", _functions},       {"lines", _lines},
+        {"names, simple", _rowNames[0]}, {"names, extended", _rowNames[1]},
+        {"names, full", _rowNames[2]},
     };
     for (const auto& total : totals) {
-        const double share =
-            total.agreement._all == 0
-                ? 100
-                : 100.0 * static_cast<double>(total.agreement._agree) /
-                      static_cast<double>(total.agreement._all);
+        const double share = total.agreement._all == 0
+                                 ? 100
+                                 : 100.0 * static_cast<double>(total.agreement._agree) /
+                                       static_cast<double>(total.agreement._all);
         out << std::left << std::setw(16) << total.what << std::right << total.agreement._agree
             << " of " << total.agreement._all << " agree (" << std::fixed << std::setprecision(2)
             << share << "%)\n";

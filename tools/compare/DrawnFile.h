@@ -15,8 +15,8 @@ class ZEMFileRecord;
 class DrawnFile
 {
 public:
-    // Reads the source file that `record` names and puts the blocks on its lines. Returns false when
-    // the file is not there: the viewer shows nothing of it then.
+    // Reads the source file that `record` names and puts the blocks on its lines. Returns false
+    // when the file is not there: the viewer shows nothing of it then.
     bool open(const ZEMFileRecord& record);
 
     uint32_t nLines() const { return static_cast<uint32_t>(_browser.nLines()); }

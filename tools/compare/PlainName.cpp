@@ -38,9 +38,9 @@ size_t signLength(const char* sign)
     }
     const size_t all = std::strspn(sign, "<>=!+-*/%^&|~,");
     // "operator<" and "operator-" may have template arguments behind them.
-    static const char* const signs[] = {"<=>", "<<=", ">>=", "->*", "<<", ">>", "<=", ">=",
-                                        "->",  "==",  "!=",  "&&",  "||", "++", "--", "+=",
-                                        "-=",  "*=",  "/=",  "%=",  "^=", "&=", "|="};
+    static const char* const signs[] = {
+        "<=>", "<<=", ">>=", "->*", "<<", ">>", "<=", ">=", "->", "==", "!=", "&&",
+        "||",  "++",  "--",  "+=",  "-=", "*=", "/=", "%=", "^=", "&=", "|="};
     for (const char* known : signs) {
         if (std::strncmp(sign, known, std::strlen(known)) == 0) {
             // "operator<<int>" is "operator<" with an argument list, "operator<< <int>" is not.
@@ -83,7 +83,8 @@ size_t pastOne(const std::string& text, size_t i)
     if (startsAt(text, i, "->")) {
         return i + 2;
     }
-    return std::strchr("<([{", text[i]) != nullptr && text[i] != '\0' ? pastBracket(text, i) : i + 1;
+    return std::strchr("<([{", text[i]) != nullptr && text[i] != '\0' ? pastBracket(text, i)
+                                                                      : i + 1;
 }
 
 void replaceAll(std::string& text, const std::string& from, const std::string& to)
@@ -172,12 +173,13 @@ size_t nameStart(const std::string& text)
             if (past == i + 8) {
                 return start; // a conversion: blanks of the name
             }
-            i = past;
+            // A blank parts the sign from an argument list: "operator<< <int>".
+            i = startsAt(text, past, " <") ? past + 1 : past;
             continue;
         }
         const bool isMemberConst = text[i] == ' ' && i > 0 && text[i - 1] == ')' &&
-                                   (wordAt(text, i + 1, "const") || wordAt(text, i + 1, "volatile") ||
-                                    startsAt(text, i + 1, "&"));
+                                   (wordAt(text, i + 1, "const") ||
+                                    wordAt(text, i + 1, "volatile") || startsAt(text, i + 1, "&"));
         if (text[i] == ' ' && !isMemberConst) {
             start = i + 1;
         }
@@ -266,7 +268,8 @@ std::string constBehind(const std::string& text)
         while (end > start && text[end - 1] == ' ') {
             --end;
         }
-        result += constBehind(text.substr(start, end - start)) + " " + std::string(word, std::strlen(word) - 1);
+        result += constBehind(text.substr(start, end - start)) + " " +
+                  std::string(word, std::strlen(word) - 1);
         i = end;
     }
     return result;
@@ -296,7 +299,8 @@ std::string comparedSpelling(const std::string& text)
 {
     std::string filled = text;
     dropDefaults(filled);
-    for (const char* qualifier : {" const::", " volatile::", " const&::", " const&&::", "&&::", "&::"}) {
+    for (const char* qualifier :
+         {" const::", " volatile::", " const&::", " const&&::", "&&::", "&::"}) {
         replaceAll(filled, std::string(")") + qualifier, ")::");
     }
     const std::string moved = constBehind(filled);
