@@ -247,3 +247,25 @@ std::string storedFunctionName(const std::string& symbol, ImportLosses& losses)
     losses._renamedFunctions += isRenamed ? 1 : 0;
     return stored;
 }
+
+std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle&,
+                               ImportLosses& losses)
+{
+    return storedFunctionName(symbols.front(), losses);
+}
+
+std::string templateName(const std::string& symbol)
+{
+    ImportLosses ignored;
+    const std::string name = storedFunctionName(symbol, ignored);
+    std::string result;
+    int depth = 0;
+    for (const char c : name.substr(0, name.find("__F"))) {
+        depth += c == '<' ? 1 : 0;
+        if (depth == 0) {
+            result += c;
+        }
+        depth -= c == '>' && depth > 0 ? 1 : 0;
+    }
+    return result;
+}

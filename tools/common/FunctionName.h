@@ -13,6 +13,21 @@
 #include "tools/common/ImportLosses.h"
 
 #include <string>
+#include <vector>
+
+struct NameStyle
+{
+    bool _isFull = false; // long names are not shortened
+};
+
+// The stored form for the function at one place; `symbols` are all its instances (one or more),
+// sorted, each once.
+std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle& style,
+                               ImportLosses& losses);
+
+// What all instances of a template, and the variants of a constructor or destructor, have in
+// common; a plain function's name.
+std::string templateName(const std::string& symbol);
 
 // The stored form of a symbol in the compiler's encoding, or of a plain name. Counts in `losses`
 // where parameter types had to go or the name itself had to change. May be called from several
