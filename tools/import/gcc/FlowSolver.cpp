@@ -127,3 +127,8 @@ bool solveFlow(uint32_t nBlocks, std::vector<GcnoArc>& arcs, std::vector<int64_t
 {
     return FlowSolver(nBlocks, arcs).solve(counts);
 }
+
+bool solveFlow(GcnoFunction& function, std::vector<int64_t>& counts)
+{
+    return solveFlow(function._nBlocks, function._arcs, counts);
+}

@@ -12,3 +12,6 @@
 // each of the `nBlocks` blocks. Returns false when the counters do not determine every block; those are 0 then. The cost
 // is linear in blocks and arcs. Damaged counters may give any number, also a negative one.
 bool solveFlow(uint32_t nBlocks, std::vector<GcnoArc>& arcs, std::vector<int64_t>& counts);
+
+// The same for a function as it was read.
+bool solveFlow(GcnoFunction& function, std::vector<int64_t>& counts);
