@@ -59,11 +59,14 @@ private:
     void addBlocks(const GcnoFunction& function, const std::vector<int64_t>& counts,
                    std::vector<CovBlock>& blocks);
     void fail(const std::string& reason);
+    void failCounters(const std::string& reason);
 
     const SourceFilter& _filter;
     std::unordered_map<std::string, Source> _sources; // by the name in the notes
     std::vector<GccUnitFunction> _functions;
     ImportLosses _losses;
     std::string _failure;
+    std::string _countersPath;    // empty when they came from memory
+    std::string _countersProblem; // why they could not be read
     uint32_t _executionTime = 0;
 };
