@@ -3,53 +3,17 @@
 
 #include "tools/common/SourcePath.h"
 #include "tools/import/gcc/GcdaFile.h"
+#include "tools/import/gcc/GcovInput.h"
 #include "tools/import/gcc/GcovLines.h"
 
 #include <algorithm>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace {
 
-// Returns false when the file cannot be read whole.
-bool readWhole(const std::string& path, std::string& bytes)
-{
-    const int fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return false;
-    }
-    struct stat status = {};
-    bool isGood = fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
-    bytes.resize(isGood ? static_cast<size_t>(status.st_size) : 0);
-    size_t have = 0;
-    while (isGood && have < bytes.size()) {
-        const ssize_t got = read(fd, &bytes[have], bytes.size() - have);
-        isGood = got > 0;
-        have += isGood ? static_cast<size_t>(got) : 0;
-    }
-    close(fd);
-    return isGood;
-}
-
 const unsigned char* bytesOf(const std::string& text)
 {
     return reinterpret_cast<const unsigned char*>(text.data());
-}
-
-const char* textOf(GcdaFile::Result result)
-{
-    switch (result) {
-    case GcdaFile::NotCounters:
-        return "the .gcda file holds no counters";
-    case GcdaFile::UnknownVersion:
-        return "the .gcda file is of another compiler version";
-    case GcdaFile::OtherBuild:
-        return "the .gcda file belongs to another build of the unit (stamp mismatch)";
-    default:
-        return "the .gcda file is damaged";
-    }
 }
 
 const char mismatch[] = "the .gcda file does not fit the unit's functions";
@@ -95,6 +59,13 @@ void GccUnit::fail(const std::string& reason)
 {
     _failure = reason;
     _losses._failedUnits = 1;
+}
+
+// Says which counters cannot be used, and what to do about it.
+void GccUnit::failCounters(const std::string& reason)
+{
+    fail((_countersProblem.empty() ? reason : _countersProblem) +
+         ": run the tests again, or delete " + (_countersPath.empty() ? "it" : _countersPath));
 }
 
 const SourceNumber& GccUnit::source(const std::string& folder, const std::string& file)
@@ -185,7 +156,7 @@ bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string
 {
     const GcdaFile::Result result = counters.open(notes.stamp());
     if (result != GcdaFile::Ok) {
-        failure = textOf(result);
+        failure = GcdaFile::text(result);
         return false;
     }
     _losses._mostRuns = counters.runs();
@@ -260,12 +231,16 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     case GcnoFile::Ok:
         break;
     case GcnoFile::UnknownVersion:
-        return false;
+        if (notes.major() >= GcovWords::FirstMajor) {
+            return false; // a gcov that is as new can read it
+        }
+        fail(GcovWords::otherCompiler());
+        return true;
     case GcnoFile::NotNotes:
         fail("the .gcno file holds no notes");
         return true;
     case GcnoFile::Damaged:
-        fail("the .gcno file is damaged");
+        fail("the .gcno file is damaged: compile the unit again");
         return true;
     }
     static const std::string nothing;
@@ -285,31 +260,35 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     if (notes.damaged()) {
         _functions.clear();
         _losses = ImportLosses();
-        fail("the .gcno file is damaged");
+        fail("the .gcno file is damaged: compile the unit again");
         return true;
     }
     keep(used);
     if (!failure.empty()) {
-        fail(failure);
+        failCounters(failure);
     }
     return true;
 }
 
 bool GccUnit::readBlocks(const GccUnitFiles& files)
 {
-    std::string notes;
-    if (!readWhole(files._notes, notes)) {
-        fail("the .gcno file cannot be read");
+    GcovInput notes(GcovWords::NotesMagic);
+    if (!notes.read(files._notes)) {
+        fail("the .gcno file cannot be read: " + notes.problem());
         return true;
     }
     if (files._counters.empty()) {
-        return readBlocks(notes, nullptr);
+        return readBlocks(notes.bytes(), nullptr);
     }
-    // What cannot be read counts as damaged, not as never run.
-    std::string counters;
-    (void)readWhole(files._counters, counters);
+    // Counters that cannot be read are a failure, not those of a unit that never ran.
+    GcovInput counters(GcovWords::CountersMagic);
+    if (!counters.read(files._counters)) {
+        counters.bytes().clear();
+        _countersProblem = "the .gcda file cannot be read: " + counters.problem();
+    }
+    _countersPath = files._counters;
     _executionTime = modificationTime(files._counters);
-    return readBlocks(notes, &counters);
+    return readBlocks(notes.bytes(), &counters.bytes());
 }
 
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
@@ -317,7 +296,8 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
     std::string json;
     GcovLines lines;
     if (!runGcov(gcov, files, json) || !lines.parse(json)) {
-        fail(std::string(gcov) + " gave no lines for it");
+        fail(std::string(gcov) +
+             " gave no lines for it: name the gcov of its compiler with --gcov");
         return;
     }
     _losses._unitsAsLines = 1;

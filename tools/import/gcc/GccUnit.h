@@ -58,6 +58,7 @@ private:
     void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
+    void failCounters(const std::string& reason);
 
     SourceTable& _sources;
     GraphStore& _store;
@@ -65,5 +66,7 @@ private:
     std::vector<Function> _functions;
     ImportLosses _losses;
     std::string _failure;
+    std::string _countersPath;    // empty when they came from memory
+    std::string _countersProblem; // why they could not be read
     uint32_t _executionTime = 0;
 };

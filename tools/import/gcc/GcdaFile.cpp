@@ -50,7 +50,21 @@ GcdaFile::Result GcdaFile::open(uint32_t stamp)
         }
         _words.confine(end, _size);
     }
-    return _words.failed() ? Damaged : Ok;
+    return _words.failed() || !_words.isClosed() ? Damaged : Ok;
+}
+
+const char* GcdaFile::text(Result result)
+{
+    switch (result) {
+    case NotCounters:
+        return "the .gcda file holds no counters";
+    case UnknownVersion:
+        return "the .gcda file is of another compiler version";
+    case OtherBuild:
+        return "the .gcda file belongs to another build of the unit (stamp mismatch)";
+    default:
+        return "the .gcda file is damaged or ends early";
+    }
 }
 
 bool GcdaFile::fits(const GcnoFunction& function, size_t nCounters) const

@@ -26,9 +26,7 @@ GcnoFile::Result GcnoFile::open()
     if (!_words.isKnown()) {
         return UnknownVersion;
     }
-    bool isNull = false;
-    _folder = _words.text(isNull);
-    _words.word(); // whether unexecuted blocks are supported
+    _folder = _words.skipNotesHead();
     if (_words.failed()) {
         _damaged = true;
         return Damaged;
