@@ -251,21 +251,37 @@ std::string storedFunctionName(const std::string& symbol, ImportLosses& losses)
 std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle&,
                                ImportLosses& losses)
 {
-    return storedFunctionName(symbols.front(), losses);
+    if (symbols.size() == 1) {
+        return storedFunctionName(symbols.front(), losses);
+    }
+    bool isRenamed = false;
+    return plainName(templateName(symbols.front()), isRenamed);
 }
 
 std::string templateName(const std::string& symbol)
 {
-    ImportLosses ignored;
-    const std::string name = storedFunctionName(symbol, ignored);
+    std::string name;
+    std::string types;
+    if (!splitDemangled(demangled(symbol), name, types)) {
+        return symbol;
+    }
+    name.erase(0, findParts(name)._name);
     std::string result;
     int depth = 0;
-    for (const char c : name.substr(0, name.find("__F"))) {
-        depth += c == '<' ? 1 : 0;
-        if (depth == 0) {
-            result += c;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const size_t past = depth == 0 ? pastOperator(name, i) : i;
+        if (past != i) {
+            result.append(name, i, past - i);
+            i = past - 1;
+            continue;
         }
-        depth -= c == '>' && depth > 0 ? 1 : 0;
+        depth -= name[i] == '>' && name[i - 1] != '-' && depth > 0 ? 1 : 0;
+        if (depth == 0) {
+            result += name[i];
+        }
+        if (name[i] == '<' && ++depth == 1) {
+            result += "...";
+        }
     }
     return result;
 }
