@@ -76,7 +76,7 @@ bool addGraphFacts(const std::string& notes, const std::string& counters,
             return false;
         }
         // Where a function that returns twice leaves blocks open these are 0, as gcov has them.
-        (void)solveFlow(function, counts);
+        (void)solveFlow(function._nBlocks, function._arcs, counts);
         lines.add(function, counts);
     }
     if (graphs.damaged()) {
