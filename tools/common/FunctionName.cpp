@@ -247,3 +247,41 @@ std::string storedFunctionName(const std::string& symbol, ImportLosses& losses)
     losses._renamedFunctions += isRenamed ? 1 : 0;
     return stored;
 }
+
+std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle&,
+                               ImportLosses& losses)
+{
+    if (symbols.size() == 1) {
+        return storedFunctionName(symbols.front(), losses);
+    }
+    bool isRenamed = false;
+    return plainName(templateName(symbols.front()), isRenamed);
+}
+
+std::string templateName(const std::string& symbol)
+{
+    std::string name;
+    std::string types;
+    if (!splitDemangled(demangled(symbol), name, types)) {
+        return symbol;
+    }
+    name.erase(0, findParts(name)._name);
+    std::string result;
+    int depth = 0;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const size_t past = depth == 0 ? pastOperator(name, i) : i;
+        if (past != i) {
+            result.append(name, i, past - i);
+            i = past - 1;
+            continue;
+        }
+        depth -= name[i] == '>' && name[i - 1] != '-' && depth > 0 ? 1 : 0;
+        if (depth == 0) {
+            result += name[i];
+        }
+        if (name[i] == '<' && ++depth == 1) {
+            result += "...";
+        }
+    }
+    return result;
+}

@@ -4,6 +4,7 @@
 #include "qip/Support/qipVLRecFile.h"
 #include "tools/common/finishCoverage.h"
 #include "tools/common/parallel.h"
+#include "tools/common/writeCoverage.h"
 #include "tools/import/gcc/GccImporter.h"
 
 #include <cstring>
@@ -117,7 +118,7 @@ int importAndWrite(Importer& importer, const Output& output)
     if (!importer.import(model, losses, coreCount())) {
         return ExitBad;
     }
-    finishCoverage(model, losses, coreCount());
+    finishCoverage(model, NameStyle(), losses, coreCount());
     if (model._files.empty()) {
         const std::string text = losses.text();
         std::cerr << "zem-import: nothing to write: no function is left"

@@ -2,62 +2,58 @@
 #include "tools/import/gcc/GccUnit.h"
 
 #include "tools/common/SourcePath.h"
-#include "tools/import/gcc/FlowSolver.h"
 #include "tools/import/gcc/GcdaFile.h"
+#include "tools/import/gcc/GcovInput.h"
 #include "tools/import/gcc/GcovLines.h"
 
 #include <algorithm>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace {
-
-// Returns false when the file cannot be read whole.
-bool readWhole(const std::string& path, std::string& bytes)
-{
-    const int fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return false;
-    }
-    struct stat status = {};
-    bool isGood = fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
-    bytes.resize(isGood ? static_cast<size_t>(status.st_size) : 0);
-    size_t have = 0;
-    while (isGood && have < bytes.size()) {
-        const ssize_t got = read(fd, &bytes[have], bytes.size() - have);
-        isGood = got > 0;
-        have += isGood ? static_cast<size_t>(got) : 0;
-    }
-    close(fd);
-    return isGood;
-}
 
 const unsigned char* bytesOf(const std::string& text)
 {
     return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-const char* textOf(GcdaFile::Result result)
+const char mismatch[] = "the .gcda file does not fit the unit's functions";
+
+// What the compiler calls the parts that it makes of a coroutine.
+const char bodyEnd[] = ".actor";
+const char frameEnd[] = ".Frame";
+
+bool endsWith(const std::string& text, const std::string& end)
 {
-    switch (result) {
-    case GcdaFile::NotCounters:
-        return "the .gcda file holds no counters";
-    case GcdaFile::UnknownVersion:
-        return "the .gcda file is of another compiler version";
-    case GcdaFile::OtherBuild:
-        return "the .gcda file belongs to another build of the unit (stamp mismatch)";
-    default:
-        return "the .gcda file is damaged";
-    }
+    return text.size() >= end.size() &&
+           text.compare(text.size() - end.size(), std::string::npos, end) == 0;
 }
 
-const char mismatch[] = "the .gcda file does not fit the unit's functions";
+bool isBody(const GcnoFunction& function)
+{
+    return function._isArtificial && endsWith(function._symbol, bodyEnd);
+}
+
+// The symbol of the coroutine that a body belongs to. Some compilers name the body after it:
+// "_Z1fv.actor"; others put its frame behind its name as a parameter, a name of counted length:
+// "_Z1fPZ1fvE11_Z1fv.Frame.actor".
+std::string coroutineOf(const std::string& body)
+{
+    const std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
+    if (!endsWith(name, frameEnd)) {
+        return name;
+    }
+    for (size_t at = name.find("_Z", 1); at != std::string::npos; at = name.find("_Z", at + 1)) {
+        const std::string length = std::to_string(name.size() - at);
+        if (at >= length.size() && name.compare(at - length.size(), length.size(), length) == 0) {
+            return name.substr(at, name.size() - at - (sizeof(frameEnd) - 1));
+        }
+    }
+    return name;
+}
 
 } // namespace
 
-GccUnit::GccUnit(const SourceFilter& filter) : _filter(filter) {}
+GccUnit::GccUnit(SourceTable& sources, GraphStore& store) : _sources(sources), _store(store) {}
 
 void GccUnit::fail(const std::string& reason)
 {
@@ -65,68 +61,167 @@ void GccUnit::fail(const std::string& reason)
     _losses._failedUnits = 1;
 }
 
-const GccUnit::Source& GccUnit::source(const std::string& folder, const std::string& file)
+// Says which counters cannot be used, and what to do about it.
+void GccUnit::failCounters(const std::string& reason)
 {
-    const auto found = _sources.emplace(file, Source());
-    Source& source = found.first->second;
+    fail((_countersProblem.empty() ? reason : _countersProblem) +
+         ": run the tests again, or delete " + (_countersPath.empty() ? "it" : _countersPath));
+}
+
+const SourceNumber& GccUnit::source(const std::string& folder, const std::string& file)
+{
+    const auto found = _numbers.emplace(file, SourceNumber());
     if (found.second) {
-        source._path = absolutePath(folder, file);
-        source._answer = _filter.ask(source._path);
+        found.first->second = _sources.find(absolutePath(folder, file));
     }
-    return source;
+    return found.first->second;
 }
 
-bool GccUnit::isWanted(const GcnoFunction& function, const Source& source)
+KnownFunction::Kind GccUnit::kindOf(const GcnoFunction& function, const SourceNumber& source) const
 {
-    if (source._answer == SourceFilter::System) {
-        ++_losses._systemFunctions;
-    } else if (source._answer == SourceFilter::Excluded) {
-        ++_losses._excludedFunctions;
-    } else if (function._isArtificial) {
-        ++_losses._artificialFunctions;
-    } else {
-        return true;
+    switch (source._answer) {
+    case SourceFilter::System:
+        return KnownFunction::System;
+    case SourceFilter::Excluded:
+        return KnownFunction::Excluded;
+    case SourceFilter::Kept:
+        break;
     }
-    return false;
+    return function._isArtificial && !isBody(function) ? KnownFunction::Artificial
+                                                       : KnownFunction::Wanted;
 }
 
-void GccUnit::addBlocks(const GcnoFunction& function, const std::vector<int64_t>& counts,
-                        std::vector<CovBlock>& blocks)
+// Counts what is not.
+bool GccUnit::isWanted(KnownFunction::Kind kind)
 {
-    std::vector<CovBlock> all(function._nBlocks);
+    _losses._systemFunctions += kind == KnownFunction::System ? 1 : 0;
+    _losses._excludedFunctions += kind == KnownFunction::Excluded ? 1 : 0;
+    _losses._artificialFunctions += kind == KnownFunction::Artificial ? 1 : 0;
+    return kind == KnownFunction::Wanted;
+}
+
+// Lines of files that are left out stay out; a block that has no others is counted.
+void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph)
+{
+    std::vector<SourceNumber> files;
+    for (const std::string& file : function._files) {
+        files.push_back(source(folder, file));
+    }
+    std::vector<CopyLine>& lines = graph._copy._lines;
+    std::vector<bool> hasLines(function._nBlocks);
     std::vector<bool> isElsewhere(function._nBlocks);
     for (const GcnoLine& line : function._lines) {
-        if (line._file != 0) {
-            ++_losses._linesOfOtherFiles;
-            isElsewhere[line._block] = true;
+        if (line._block <= GcnoFunction::ExitBlock) {
             continue;
         }
-        CovBlock& block = all[line._block];
-        block._startLine =
-            block._startLine == 0 ? line._line : std::min(block._startLine, line._line);
-        block._stopLine = std::max(block._stopLine, line._line);
-    }
-    for (uint32_t i = GcnoFunction::ExitBlock + 1; i < function._nBlocks; ++i) {
-        if (all[i]._startLine != 0) {
-            all[i]._hits = counts[i];
-            blocks.push_back(all[i]);
-        } else if (isElsewhere[i]) {
-            ++_losses._blocksOfOtherFiles;
+        const SourceNumber& file = files[line._file];
+        if (file._answer == SourceFilter::Kept) {
+            lines.push_back({line._block, file._number, line._line});
+            hasLines[line._block] = true;
         } else {
-            ++_losses._blocksWithoutLine;
+            ++graph._linesOfOtherFiles;
+            isElsewhere[line._block] = true;
         }
     }
+    for (uint32_t block = 0; block < function._nBlocks; ++block) {
+        graph._blocksOfOtherFiles += isElsewhere[block] && !hasLines[block] ? 1 : 0;
+    }
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    lines.shrink_to_fit();
+}
+
+std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::string& folder)
+{
+    auto graph = std::make_unique<GccGraph>();
+    FunctionCopy& copy = graph->_copy;
+    copy._isBody = isBody(function);
+    copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::move(function._symbol);
+    copy._file = source(folder, function._files[0])._number;
+    copy._startLine = function._startLine;
+    copy._startColumn = function._startColumn;
+    copy._endLine = function._endLine;
+    copy._endColumn = function._endColumn;
+    graph->_nBlocks = function._nBlocks;
+    addLines(function, folder, *graph);
+    for (const GcnoArc& arc : function._arcs) {
+        graph->_nCounters += (arc._flags & GcnoArc::OnTree) == 0 ? 1 : 0;
+    }
+    function._arcs.shrink_to_fit();
+    graph->_arcs.swap(function._arcs);
+    return graph;
 }
 
 bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure)
 {
     const GcdaFile::Result result = counters.open(notes.stamp());
     if (result != GcdaFile::Ok) {
-        failure = textOf(result);
+        failure = GcdaFile::text(result);
         return false;
     }
     _losses._mostRuns = counters.runs();
     return true;
+}
+
+// Reads the function that was found last when the store does not know it. Returns false when it is
+// not wanted or the notes are damaged.
+bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
+{
+    KnownFunction known = _store.find(entry._bytes);
+    if (known._kind == KnownFunction::Unknown) {
+        if (!notes.readPlace(function)) {
+            return false;
+        }
+        known._kind = kindOf(function, source(notes.folder(), function._files[0]));
+        if (known._kind != KnownFunction::Wanted) {
+            _store.leaveOut(entry._bytes, known._kind);
+        }
+    }
+    if (!isWanted(known._kind)) {
+        return false;
+    }
+    entry._known = known._graph;
+    if (known._graph == nullptr) {
+        if (!notes.readGraph(function)) {
+            return false;
+        }
+        entry._read = makeGraph(function, notes.folder());
+    }
+    return true;
+}
+
+// Returns whether all counters fit; `counters` may be null.
+bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
+{
+    ContentKey folder;
+    folder.add(notes.folder().data(), notes.folder().size());
+    bool isFit = true;
+    GcnoFunction function;
+    while (notes.findFunction(function)) {
+        Function entry = {function._ident, folder, nullptr, nullptr};
+        notes.addContent(entry._bytes);
+        if (!readFunction(notes, function, entry)) {
+            continue;
+        }
+        const GccGraph& graph = entry._known != nullptr ? *entry._known : *entry._read;
+        isFit = isFit && (counters == nullptr || counters->fits(function, graph._nCounters));
+        _functions.push_back(std::move(entry));
+    }
+    return isFit;
+}
+
+// Puts what was read into the store, with its counters when there are some that can be used.
+void GccUnit::keep(GcdaFile* counters)
+{
+    for (Function& function : _functions) {
+        if (function._read != nullptr) {
+            function._known = _store.insert(function._bytes, std::move(function._read));
+        }
+        if (counters != nullptr) {
+            _store.addCounters(*function._known, *counters, function._ident);
+        }
+    }
+    _functions.clear();
 }
 
 bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* counterBytes)
@@ -136,78 +231,64 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     case GcnoFile::Ok:
         break;
     case GcnoFile::UnknownVersion:
-        return false;
+        if (notes.major() >= GcovWords::FirstMajor) {
+            return false; // a gcov that is as new can read it
+        }
+        fail(GcovWords::otherCompiler());
+        return true;
     case GcnoFile::NotNotes:
         fail("the .gcno file holds no notes");
         return true;
     case GcnoFile::Damaged:
-        fail("the .gcno file is damaged");
+        fail("the .gcno file is damaged: compile the unit again");
         return true;
     }
     static const std::string nothing;
     const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
     GcdaFile counters(bytesOf(bytes), bytes.size());
     std::string failure;
-    bool isUsed = counterBytes != nullptr && useCounters(counters, notes, failure);
+    GcdaFile* used =
+        counterBytes != nullptr && useCounters(counters, notes, failure) ? &counters : nullptr;
     _losses._unitsNotRun = counterBytes == nullptr ? 1 : 0;
 
-    GcnoFunction function;
-    std::vector<int64_t> counts;
-    while (notes.nextFunction(function)) {
-        const Source& source = this->source(notes.folder(), function._files[0]);
-        if (!isWanted(function, source)) {
-            continue;
-        }
-        if (!notes.readGraph(function)) {
-            break;
-        }
-        if (isUsed && !counters.fillCounters(function)) {
-            failure = mismatch;
-            isUsed = false;
-        }
-        if (!solveFlow(function, counts)) {
-            ++_losses._unsolvedFunctions;
-        }
-        _functions.emplace_back();
-        GccUnitFunction& entry = _functions.back();
-        entry._path = source._path;
-        entry._function._symbol = std::move(function._symbol);
-        entry._function._startLine = function._startLine;
-        entry._function._endLine = function._endLine;
-        addBlocks(function, counts, entry._function._blocks);
+    if (!readFunctions(notes, used)) {
+        // Counts of a unit that does not fit are no counts, also those of functions that did.
+        failure = mismatch;
+        used = nullptr;
+        _losses._mostRuns = 0;
     }
     if (notes.damaged()) {
         _functions.clear();
         _losses = ImportLosses();
-        fail("the .gcno file is damaged");
-    } else if (!failure.empty()) {
-        // Counts of a unit that does not fit are no counts, also those of functions that did.
-        for (GccUnitFunction& entry : _functions) {
-            for (CovBlock& block : entry._function._blocks) {
-                block._hits = 0;
-            }
-        }
-        _losses._mostRuns = 0;
-        fail(failure);
+        fail("the .gcno file is damaged: compile the unit again");
+        return true;
+    }
+    keep(used);
+    if (!failure.empty()) {
+        failCounters(failure);
     }
     return true;
 }
 
 bool GccUnit::readBlocks(const GccUnitFiles& files)
 {
-    std::string notes;
-    if (!readWhole(files._notes, notes)) {
-        fail("the .gcno file cannot be read");
+    GcovInput notes(GcovWords::NotesMagic);
+    if (!notes.read(files._notes)) {
+        fail("the .gcno file cannot be read: " + notes.problem());
         return true;
     }
     if (files._counters.empty()) {
-        return readBlocks(notes, nullptr);
+        return readBlocks(notes.bytes(), nullptr);
     }
-    // What cannot be read counts as damaged, not as never run.
-    std::string counters;
-    (void)readWhole(files._counters, counters);
+    // Counters that cannot be read are a failure, not those of a unit that never ran.
+    GcovInput counters(GcovWords::CountersMagic);
+    if (!counters.read(files._counters)) {
+        counters.bytes().clear();
+        _countersProblem = "the .gcda file cannot be read: " + counters.problem();
+    }
+    _countersPath = files._counters;
     _executionTime = modificationTime(files._counters);
-    return readBlocks(notes, &counters);
+    return readBlocks(notes.bytes(), &counters.bytes());
 }
 
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
@@ -215,7 +296,8 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
     std::string json;
     GcovLines lines;
     if (!runGcov(gcov, files, json) || !lines.parse(json)) {
-        fail(std::string(gcov) + " gave no lines for it");
+        fail(std::string(gcov) +
+             " gave no lines for it: name the gcov of its compiler with --gcov");
         return;
     }
     _losses._unitsAsLines = 1;
@@ -223,9 +305,18 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
     _losses._unitsNotRun = files._counters.empty() ? 1 : 0;
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
     for (GcovLineFunction& entry : lines.functions()) {
-        const Source& source = this->source(entry._folder, entry._file);
-        if (isWanted(GcnoFunction(), source)) {
-            _functions.push_back({source._path, std::move(entry._function)});
+        const SourceNumber source = this->source(entry._folder, entry._file);
+        if (!isWanted(kindOf(GcnoFunction(), source))) {
+            continue;
         }
+        entry._copy._file = source._number;
+        for (CopyLine& line : entry._copy._lines) {
+            line._file = source._number;
+        }
+        auto graph = std::make_unique<GccGraph>();
+        graph->_copy = entry._copy;
+        std::fill(graph->_copy._hits.begin(), graph->_copy._hits.end(), 0);
+        const ContentKey key = graph->key();
+        _store.addHits(*_store.insert(key, std::move(graph)), entry._copy);
     }
 }

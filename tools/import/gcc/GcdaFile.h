@@ -8,6 +8,7 @@
 //   0x01000000 function: ident, line checksum, graph checksum; empty for a copy that was not linked
 //   0x01a10000 arc counters of the function before it: 64 bits each, lower word first. A negative
 //              length stands for that many zeros
+//   0          closes the file. Without it some of the counters are missing
 //
 // Records with other tags are passed by. GccImporter reads one file of each unit that ran.
 #pragma once
@@ -25,15 +26,27 @@ public:
     GcdaFile(const unsigned char* data, size_t size);
 
     // Reads the head and finds the counters of each function. OtherBuild: the stamp is not `stamp`,
-    // so that these counters belong to another state of the source.
+    // so that these counters belong to another state of the source. Damaged: records do not fit
+    // together, or the file ends before it is closed.
     Result open(uint32_t stamp);
+
+    // What a result other than Ok means, for a message.
+    static const char* text(Result result);
 
     // The number of runs that the counters add up.
     uint32_t runs() const { return _runs; }
 
-    // Gives the arcs of `function` that are off the tree their counts; all zero when the file does
-    // not know the function. Returns false when it knows another function by that ident, or
-    // has another number of counters for it; nothing changes then.
+    // Whether the counters that the file has for `function` belong to it: it knows no such ident,
+    // or the same checksums and `nCounters` counters.
+    bool fits(const GcnoFunction& function, size_t nCounters) const;
+
+    // Adds to the arcs off the tree what the file has for the function `ident`. REQUIRES: fits().
+    void addCounters(uint32_t ident, std::vector<GcnoArc>& arcs);
+
+    // Both in one for a function that was just read. Gives the arcs of `function` that are off the
+    // tree their counts; all zero when the file does not know the function. Returns false when it
+    // knows another function by that ident, or has another number of counters for it; nothing
+    // changes then.
     bool fillCounters(GcnoFunction& function);
 
 private:

@@ -51,6 +51,13 @@ bool GcovWords::readHead(uint32_t magic)
     return true;
 }
 
+// clang++ gives its files the stamp of an old GCC unless it is told another one.
+const char* GcovWords::otherCompiler()
+{
+    return "built by clang++ or by a GCC older than 9: use g++ 9 or later, or add "
+           "-Xclang '-coverage-version=B02*' to clang++ --coverage";
+}
+
 uint32_t GcovWords::word()
 {
     if (left() < 4) {
@@ -85,29 +92,50 @@ std::string GcovWords::text(bool& isNull)
     return std::string(start, strnlen(start, bytes));
 }
 
-bool GcovWords::nextRecord(Record& record)
+std::string GcovWords::skipNotesHead()
 {
-    // A zero word ends the file; so do fewer bytes than a header has.
-    if (left() < 8) {
+    bool isNull = false;
+    const std::string folder = text(isNull);
+    word(); // whether unexecuted blocks are supported
+    return folder;
+}
+
+bool GcovWords::readRecordHead(Record& record)
+{
+    if (left() == 0) {
         return false;
     }
     record._tag = word();
+    _isClosed = record._tag == 0 && !failed();
     if (record._tag == 0) {
         return false;
     }
     const int32_t length = static_cast<int32_t>(word());
     record._isZeroed = length < 0;
     const uint64_t units = record._isZeroed ? 0 : static_cast<uint64_t>(length);
-    const uint64_t bytes = _major >= FirstMajorWithBytes ? units : units * 4;
+    record._size = _major >= FirstMajorWithBytes ? units : units * 4;
     record._start = _position;
-    if (bytes > left()) {
+    return !failed();
+}
+
+bool GcovWords::nextRecord(Record& record)
+{
+    if (!readRecordHead(record)) {
+        return false;
+    }
+    if (record._size > left()) {
         _position = _end;
         _failed = true;
         return false;
     }
-    record._size = bytes;
-    _position += bytes;
+    _position += record._size;
     return true;
+}
+
+void GcovWords::extend(const unsigned char* data, size_t size)
+{
+    _data = data;
+    confine(_position, size);
 }
 
 void GcovWords::confine(size_t position, size_t end)

@@ -22,6 +22,8 @@ public:
     static constexpr int FirstMajor = 9;
     static constexpr int LastMajor = 14;
 
+    static constexpr size_t RecordHeadSize = 8; // bytes
+
     // One record's header; its content is the `_size` bytes at `_start`.
     struct Record
     {
@@ -42,6 +44,8 @@ public:
     int major() const { return _major; }
     bool isKnown() const { return _major >= FirstMajor && _major <= LastMajor; }
     uint32_t stamp() const { return _stamp; }
+    // What a version below FirstMajor means, for a message.
+    static const char* otherCompiler();
 
     uint32_t word();
     // A count of 64 bits, lower word first.
@@ -49,14 +53,26 @@ public:
     // A length and that much text; `isNull` tells a missing string from an empty one.
     std::string text(bool& isNull);
 
+    // Moves behind what the notes have between the head and the first record. Returns the working
+    // folder.
+    std::string skipNotesHead();
+
     // Reads the header of the next record and moves behind its content. Returns false at the end of
     // the file, and with failed() set when the record is cut short.
     bool nextRecord(Record& record);
+
+    // Reads the header alone, wherever the content ends. Returns false like nextRecord().
+    bool readRecordHead(Record& record);
+
+    // Whether the zero word behind the last record was met. Only counters have one.
+    bool isClosed() const { return _isClosed; }
 
     size_t position() const { return _position; }
     // Moves to `position` and lets reads go up to `end`, both in bytes from the file's start.
     // REQUIRES: position <= end <= size of the file.
     void confine(size_t position, size_t end);
+    // Goes on at the same position with more of the same file: `size` bytes at `data`, borrowed.
+    void extend(const unsigned char* data, size_t size);
     size_t left() const { return _end - _position; }
     bool failed() const { return _failed; }
 
@@ -66,6 +82,7 @@ private:
     size_t _end;
     bool _isBigEndian = false;
     bool _failed = false;
+    bool _isClosed = false;
     int _major = 0;
     uint32_t _stamp = 0;
 };

@@ -4,6 +4,7 @@
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/GcovBuilder.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace {
@@ -76,6 +77,7 @@ TEST_F(GccUnitTest, OneFunctionThatDoesNotFitTakesTheUnitsCounts)
     counters.counters({5});
     counters.ran(2, 8, 7);
     counters.counters({5});
+    counters.word(0);
     ASSERT_TRUE(_unit.readBlocks(notes.bytes(), &counters.bytes()));
     EXPECT_EQ(blocks(), "/build/a.cc f: 1-1=0\n/build/a.cc g: 2-2=0\n");
     EXPECT_NE(_unit.failure(), "");
@@ -138,14 +140,51 @@ TEST_F(GccUnitTest, CountersThatDetermineNothingAreCounted)
 TEST_F(GccUnitTest, FilesThatCannotBeReadAreFailures)
 {
     ASSERT_TRUE(_unit.readBlocks({_dir.path("none.gcno"), ""}));
-    EXPECT_EQ(_unit.failure(), "the .gcno file cannot be read");
+    EXPECT_EQ(_unit.failure(), "the .gcno file cannot be read: No such file or directory");
     GccUnit folder(_filter);
     ASSERT_TRUE(folder.readBlocks({_dir.path(), ""}));
-    EXPECT_EQ(folder.failure(), "the .gcno file cannot be read");
-    GccUnit empty(_filter);
-    ASSERT_TRUE(
-        empty.readBlocks({_dir.write("a.gcno", sampleNotes(12)), _dir.write("a.gcda", "")}));
-    EXPECT_EQ(empty.failure(), "the .gcda file holds no counters");
+    EXPECT_EQ(folder.failure(), "the .gcno file cannot be read: Not a regular file");
+}
+
+TEST_F(GccUnitTest, CountersThatCannotBeUsedAreNamedWithWhatToDo)
+{
+    const std::string notes = _dir.write("a.gcno", sampleNotes(12));
+    const std::string advice = ": run the tests again, or delete ";
+    const std::string empty = _dir.write("a.gcda", "");
+    ASSERT_TRUE(_unit.readBlocks({notes, empty}));
+    EXPECT_EQ(_unit.failure(), "the .gcda file holds no counters" + advice + empty);
+    GccUnit folder(_filter);
+    ASSERT_TRUE(folder.readBlocks({notes, _dir.path()}));
+    EXPECT_EQ(folder.failure(),
+              "the .gcda file cannot be read: Not a regular file" + advice + _dir.path());
+    EXPECT_EQ(folder.functions().size(), 1u);
+    GccUnit cut(_filter);
+    const std::string counters = sampleCounters(12);
+    const std::string half = _dir.write("a.gcda", counters.substr(0, counters.size() - 4));
+    ASSERT_TRUE(cut.readBlocks({notes, half}));
+    EXPECT_EQ(cut.failure(), "the .gcda file is damaged or ends early" + advice + half);
+    EXPECT_EQ(cut.losses()._failedUnits, 1u);
+    EXPECT_EQ(cut.losses()._mostRuns, 0u);
+}
+
+TEST_F(GccUnitTest, HugeFilesOfSomethingElseAreNamed)
+{
+    const std::string notes = _dir.write("a.gcno", sampleNotes(12));
+    const std::string huge = _dir.write("a.gcda", "");
+    std::filesystem::resize_file(huge, 3ull << 30); // sparse
+    ASSERT_TRUE(_unit.readBlocks({notes, huge}));
+    EXPECT_NE(_unit.failure().find("the .gcda file holds no counters"), std::string::npos);
+    GccUnit other(_filter);
+    ASSERT_TRUE(other.readBlocks({huge, ""}));
+    EXPECT_EQ(other.failure(), "the .gcno file holds no notes");
+}
+
+TEST_F(GccUnitTest, NotesOfAnotherCompilerSayWhatWorks)
+{
+    const std::string clang = {'o', 'n', 'c', 'g', '*', '8', '0', '4', 1, 2, 3, 4, 0, 0, 0, 0};
+    ASSERT_TRUE(_unit.readBlocks(clang, nullptr));
+    EXPECT_NE(_unit.failure().find("built by clang++"), std::string::npos) << _unit.failure();
+    EXPECT_EQ(_unit.losses()._failedUnits, 1u);
 }
 
 TEST_F(GccUnitTest, MissingGcovIsAFailure)

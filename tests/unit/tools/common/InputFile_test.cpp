@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/InputFile.h"
+
+#include "tests/support/TempDir.h"
+
+#include <fcntl.h>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+class InputFileTest : public ::testing::Test
+{
+protected:
+    const TempDir _dir;
+    InputFile _file;
+    std::string _bytes;
+};
+
+TEST_F(InputFileTest, GivesItsBytesInPieces)
+{
+    ASSERT_TRUE(_file.open(_dir.write("a", "one two")));
+    EXPECT_EQ(_file.size(), 7u);
+    ASSERT_TRUE(_file.append(_bytes, 3));
+    EXPECT_EQ(_bytes, "one");
+    EXPECT_EQ(_file.position(), 3u);
+    ASSERT_TRUE(_file.append(_bytes, 100));
+    EXPECT_EQ(_bytes, "one two");
+    ASSERT_TRUE(_file.append(_bytes, 100));
+    EXPECT_EQ(_bytes, "one two");
+    EXPECT_TRUE(_file.isUnchanged());
+    EXPECT_EQ(_file.problem(), "");
+}
+
+TEST_F(InputFileTest, FileThatIsNotThereHasTheSystemsReason)
+{
+    EXPECT_FALSE(_file.open(_dir.path("none")));
+    EXPECT_EQ(_file.problem(), "No such file or directory");
+}
+
+TEST_F(InputFileTest, OnlyRegularFilesAreRead)
+{
+    EXPECT_FALSE(_file.open(_dir.path()));
+    EXPECT_EQ(_file.problem(), "Not a regular file");
+    ASSERT_EQ(mkfifo(_dir.path("pipe").c_str(), 0600), 0);
+    InputFile pipe;
+    EXPECT_FALSE(pipe.open(_dir.path("pipe")));
+}
+
+TEST_F(InputFileTest, FileThatBecomesShorterIsAnError)
+{
+    const std::string path = _dir.write("a", "one two");
+    ASSERT_TRUE(_file.open(path));
+    std::filesystem::resize_file(path, 2);
+    EXPECT_FALSE(_file.append(_bytes, 7));
+    EXPECT_EQ(_bytes, "on");
+    EXPECT_EQ(_file.problem(), "It became shorter while it was read");
+    EXPECT_FALSE(_file.isUnchanged());
+}
+
+TEST_F(InputFileTest, FileThatIsWrittenMeanwhileIsNoticed)
+{
+    const std::string path = _dir.write("a", "one two");
+    const timespec times[2] = {{100, 0}, {100, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    ASSERT_TRUE(_file.open(path));
+    ASSERT_TRUE(_file.append(_bytes, 7));
+    _dir.write("a", "ONE TWO");
+    EXPECT_FALSE(_file.isUnchanged());
+    EXPECT_EQ(_file.problem(), "It was written to while it was read");
+}
+
+} // namespace

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/InputFile.h"
+
+#include "qip/Support/qipAssert.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+InputFile::~InputFile()
+{
+    if (_fd >= 0) {
+        ::close(_fd);
+    }
+}
+
+bool InputFile::fail(const char* problem)
+{
+    _problem = problem;
+    return false;
+}
+
+bool InputFile::open(const std::string& path)
+{
+    qipAssert(_fd < 0);
+    // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
+    _fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (_fd < 0 || fstat(_fd, &_status) != 0) {
+        return fail(std::strerror(errno));
+    }
+    return S_ISREG(_status.st_mode) || fail("Not a regular file");
+}
+
+bool InputFile::append(std::string& bytes, size_t size)
+{
+    const size_t before = bytes.size();
+    size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, this->size() - _position));
+    bytes.resize(before + wanted);
+    while (wanted > 0) {
+        const ssize_t got =
+            pread(_fd, &bytes[bytes.size() - wanted], wanted, static_cast<off_t>(_position));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got <= 0) {
+            bytes.resize(bytes.size() - wanted);
+            return fail(got < 0 ? std::strerror(errno) : "It became shorter while it was read");
+        }
+        wanted -= static_cast<size_t>(got);
+        _position += static_cast<uint64_t>(got);
+    }
+    return true;
+}
+
+bool InputFile::isUnchanged()
+{
+    struct stat now = {};
+    if (fstat(_fd, &now) != 0) {
+        return fail(std::strerror(errno));
+    }
+    const bool isSame = now.st_size == _status.st_size &&
+                        now.st_mtim.tv_sec == _status.st_mtim.tv_sec &&
+                        now.st_mtim.tv_nsec == _status.st_mtim.tv_nsec;
+    return isSame || fail("It was written to while it was read");
+}

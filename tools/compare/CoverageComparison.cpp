@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+#include "tools/compare/CoverageComparison.h"
+
+#include "qip/Support/ListIterator.h"
+#include "tools/compare/DrawnFile.h"
+#include "tools/compare/PlainName.h"
+#include "zem/Demangle/demangle.h"
+#include "zem/Repository/ZEMRepository.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <iomanip>
+#include <ostream>
+
+namespace {
+
+constexpr uint32_t LastBlockLine = 65535;
+constexpr int NLevels = 3;
+constexpr int FirstMode = -1; // of demangle_name
+const Findings::Class nameClasses[NLevels] = {Findings::NameSimple, Findings::NameExtended,
+                                              Findings::NameFull};
+
+std::string shownName(const char* stored, int level)
+{
+    char* readable = demangle_name(stored, level + FirstMode);
+    const std::string shown = readable == nullptr ? stored : readable;
+    std::free(readable);
+    return level == 1 ? withoutQualifiers(shown) : comparedSpelling(shown);
+}
+
+std::string expectedName(const PlainName& name, int level)
+{
+    switch (level) {
+    case 0:
+        return comparedSpelling(name._name);
+    case 1:
+        return withoutQualifiers(name._name + name._params);
+    default:
+        return comparedSpelling(name._name + name._params);
+    }
+}
+
+bool anyBlockRan(const ZEMFuncRecord& function)
+{
+    return std::any_of(function._blockMap, function._blockMap + function._nBlocks,
+                       [](const ZEMBlkRecord& block) { return block._nHits > 0; });
+}
+
+bool anyLineRan(const FileFacts& facts, uint32_t first, uint32_t last)
+{
+    return std::any_of(facts._lines.begin(), facts._lines.end(), [=](const auto& line) {
+        return line.first >= first && line.first <= last &&
+               (line.second._count > 0 || line.second._blockRan);
+    });
+}
+
+std::string placeText(const std::string& path, uint32_t line)
+{
+    return path + ":" + std::to_string(line) + ": ";
+}
+
+} // namespace
+
+// A function of the map, or several that have one place and one name, and those of gcov that it
+// stands for.
+struct CoverageComparison::Row
+{
+    const ZEMFuncRecord* _record = nullptr; // the first of them
+    std::string _shown[NLevels];
+    bool _ran = false;
+    bool _isTold = false; // gcov has it
+    int64_t _entries = 0;
+    std::vector<const std::string*> _readable;
+};
+
+bool CoverageComparison::Agreement::add(bool agrees)
+{
+    ++_all;
+    _agree += agrees ? 1 : 0;
+    return agrees;
+}
+
+CoverageComparison::CoverageComparison(const BuildFacts& facts, size_t nExamples)
+    : _facts(facts), _findings(nExamples)
+{
+    for (const std::string& failure : facts._failures) {
+        _findings.add(Findings::UnitFailed, failure);
+    }
+    for (const auto& file : facts._files) {
+        for (const auto& function : file.second._functions) {
+            _names.insert(comparedSpelling(PlainName::of(function.second._readable)._name));
+        }
+    }
+}
+
+void CoverageComparison::run(const ZEMRepository& repository)
+{
+    std::map<std::string, const ZEMFileRecord*> records;
+    ListIterator<ZEMFileRecord*> files(repository.srcfiles());
+    while (const ZEMFileRecord* record = files.next()) {
+        records[record->_filename] = record;
+    }
+    for (const auto& file : _facts._files) {
+        const auto found = records.find(file.first);
+        if (found != records.end()) {
+            compareFile(file.first, file.second, *found->second);
+            continue;
+        }
+        for (const auto& line : file.second._lines) {
+            if (line.second._isListed) {
+                _lines.add(false);
+                _findings.add(Findings::FileMissing, placeText(file.first, line.first));
+            }
+        }
+    }
+}
+
+void CoverageComparison::compareFile(const std::string& path, const FileFacts& facts,
+                                     const ZEMFileRecord& record)
+{
+    compareLines(path, facts, record);
+    compareFunctions(path, facts, record);
+}
+
+void CoverageComparison::compareLines(const std::string& path, const FileFacts& facts,
+                                      const ZEMFileRecord& record)
+{
+    DrawnFile drawn;
+    if (!drawn.open(record)) {
+        _findings.add(Findings::SourceMissing, path);
+        return;
+    }
+    std::vector<uint32_t> lines;
+    for (const auto& line : facts._lines) {
+        lines.push_back(line.first);
+    }
+    std::sort(lines.begin(), lines.end()); // so that the examples are the first ones
+    for (const uint32_t line : lines) {
+        const LineFacts& known = facts._lines.at(line);
+        if (known._isListed) {
+            compareLine(path, line, known, drawn);
+        } else {
+            compareUnlisted(path, line, known, drawn);
+        }
+    }
+    for (uint32_t line = 1; line <= drawn.nLines(); ++line) {
+        if (facts._lines.count(line) == 0 && (drawn.isRed(line) || drawn.hasMark(line))) {
+            addLine(drawn.hasMark(line) ? Findings::LineStray : Findings::TextRed, path, line,
+                    LineFacts(), drawn);
+        }
+    }
+}
+
+void CoverageComparison::addLine(Findings::Class which, const std::string& path, uint32_t line,
+                                 const LineFacts& facts, DrawnFile& drawn)
+{
+    std::string example;
+    if (_findings.wantsExample(which)) {
+        example = placeText(path, line) + "gcov " +
+                  (facts._isListed ? std::to_string(facts._count) : "-") + ", drawn " +
+                  drawn.marks(line) + (drawn.isRed(line) ? " red" : "") + ": " + drawn.text(line);
+    }
+    _findings.add(which, example);
+}
+
+void CoverageComparison::compareLine(const std::string& path, uint32_t line, const LineFacts& facts,
+                                     DrawnFile& drawn)
+{
+    const bool isRed = drawn.isRed(line);
+    const bool isCovered = isRed || drawn.hasMark(line) || drawn.isInsideRun(line);
+    const bool ran = facts._count > 0;
+    _linesRun += ran ? 1 : 0;
+    if (line > drawn.nLines()) {
+        _lines.add(false);
+        addLine(Findings::LinePastEnd, path, line, facts, drawn);
+        return;
+    }
+    if (!_lines.add(isCovered && ran != isRed)) {
+        Findings::Class which = Findings::LineRanRed;
+        if (!isCovered) {
+            which = line > LastBlockLine ? Findings::LinePast65535 : Findings::LineMissing;
+        } else if (!isRed) {
+            which = facts._blockRan ? Findings::LinePassed : Findings::LineDeadBlack;
+        }
+        addLine(which, path, line, facts, drawn);
+    } else if (isRed && facts._blockRan) {
+        addLine(Findings::LinePassedRed, path, line, facts, drawn);
+    }
+}
+
+// A line that blocks touch and gcov does not list.
+void CoverageComparison::compareUnlisted(const std::string& path, uint32_t line,
+                                         const LineFacts& facts, DrawnFile& drawn)
+{
+    if (!drawn.isRed(line) && !drawn.hasMark(line)) {
+        return;
+    }
+    if (drawn.isRed(line) == facts._blockRan) {
+        addLine(facts._blockRan ? Findings::LineRanRed : Findings::LineDeadBlack, path, line, facts,
+                drawn);
+        return;
+    }
+    addLine(facts._isTouched ? Findings::LineUnlisted : Findings::LineMade, path, line, facts,
+            drawn);
+}
+
+void CoverageComparison::compareFunctions(const std::string& path, const FileFacts& facts,
+                                          const ZEMFileRecord& record)
+{
+    std::map<std::pair<uint32_t, uint32_t>, std::vector<Row>> rows;
+    ListIterator<ZEMFuncRecord*> functions(record._funcList);
+    while (const ZEMFuncRecord* function = functions.next()) {
+        std::vector<Row>& place = rows[{function->_startLine, function->_endLine}];
+        const auto same = std::find_if(place.begin(), place.end(), [function](const Row& row) {
+            return std::strcmp(row._record->_funcname, function->_funcname) == 0;
+        });
+        if (same != place.end()) {
+            same->_ran |= anyBlockRan(*function);
+            continue;
+        }
+        Row row;
+        row._record = function;
+        row._ran = anyBlockRan(*function);
+        for (int level = 0; level < NLevels; ++level) {
+            row._shown[level] = shownName(function->_funcname, level);
+        }
+        place.push_back(row);
+    }
+    for (const auto& function : facts._functions) {
+        const auto found = rows.find({function.first._startLine, function.first._endLine});
+        const std::string& readable = function.second._readable;
+        if (!_functions.add(found != rows.end())) {
+            _findings.add(Findings::FunctionMissing,
+                          placeText(path, function.first._startLine) + readable);
+            continue;
+        }
+        // Of several rows at one place the one with the name, best with the parameters, too.
+        Row* row = nullptr;
+        const PlainName plain = PlainName::of(readable);
+        for (int level = NLevels - 1; level >= 0 && row == nullptr; --level) {
+            const std::string expected = expectedName(plain, level);
+            for (Row& candidate : found->second) {
+                if (row == nullptr && isShown(expected, candidate._shown[level])) {
+                    row = &candidate;
+                }
+            }
+        }
+        row = row == nullptr ? &found->second.front() : row;
+        row->_isTold = true;
+        row->_entries += function.second._entries;
+        row->_readable.push_back(&readable);
+    }
+    for (const auto& place : rows) {
+        for (const Row& row : place.second) {
+            compareRow(path, facts, row);
+        }
+    }
+}
+
+void CoverageComparison::compareRow(const std::string& path, const FileFacts& facts, const Row& row)
+{
+    const ZEMFuncRecord& function = *row._record;
+    const std::string example = placeText(path, function._startLine) + function._funcname;
+    if (!row._isTold) {
+        const bool isPart = _names.count(row._shown[0]) != 0;
+        _findings.add(isPart ? Findings::FunctionPart : Findings::FunctionExtra, example);
+        return;
+    }
+    if (row._entries > 0 && !row._ran) {
+        _findings.add(Findings::FunctionDead, example);
+    } else if (row._entries == 0 && row._ran) {
+        _findings.add(anyLineRan(facts, function._startLine, function._endLine)
+                          ? Findings::FunctionInlined
+                          : Findings::FunctionRan,
+                      example);
+    }
+    compareNames(path, row);
+}
+
+void CoverageComparison::compareNames(const std::string& path, const Row& row)
+{
+    for (const std::string* readable : row._readable) {
+        const PlainName plain = PlainName::of(*readable);
+        for (int level = 0; level < NLevels; ++level) {
+            const std::string expected = expectedName(plain, level);
+            if (!_rowNames[level].add(isShown(expected, row._shown[level]))) {
+                _findings.add(nameClasses[level], placeText(path, row._record->_startLine) +
+                                                      expected + " is shown as " +
+                                                      row._shown[level]);
+            }
+        }
+    }
+}
+
+void CoverageComparison::writeTotals(std::ostream& out) const
+{
+    const struct
+    {
+        const char* what;
+        const Agreement& agreement;
+    } totals[] = {
+        {"functions", _functions},       {"lines", _lines},
+        {"names, simple", _rowNames[0]}, {"names, extended", _rowNames[1]},
+        {"names, full", _rowNames[2]},
+    };
+    for (const auto& total : totals) {
+        const double share = total.agreement._all == 0
+                                 ? 100
+                                 : 100.0 * static_cast<double>(total.agreement._agree) /
+                                       static_cast<double>(total.agreement._all);
+        out << std::left << std::setw(16) << total.what << std::right << total.agreement._agree
+            << " of " << total.agreement._all << " agree (" << std::fixed << std::setprecision(2)
+            << share << "%)\n";
+    }
+    out << "lines that ran  " << _linesRun << ", of them red "
+        << _findings.count(Findings::LineRanRed) << '\n';
+}

@@ -1,0 +1,351 @@
+// SPDX-License-Identifier: MIT
+#include "tools/compare/PlainName.h"
+
+#include <cctype>
+#include <cstring>
+
+namespace {
+
+bool isWord(char c)
+{
+    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$' || c == '.';
+}
+
+bool startsAt(const std::string& text, size_t at, const char* what)
+{
+    return text.compare(at, std::strlen(what), what) == 0;
+}
+
+bool endsWith(const std::string& text, const char* what)
+{
+    const size_t length = std::strlen(what);
+    return text.size() >= length && text.compare(text.size() - length, length, what) == 0;
+}
+
+// A whole word at `at`.
+bool wordAt(const std::string& text, size_t at, const char* word)
+{
+    const size_t end = at + std::strlen(word);
+    return startsAt(text, at, word) && (at == 0 || !isWord(text[at - 1])) &&
+           (end == text.size() || !isWord(text[end]));
+}
+
+// The length of an operator's sign at the start of `sign`, 0 for a conversion or new and delete.
+size_t signLength(const char* sign)
+{
+    if (std::strncmp(sign, "()", 2) == 0 || std::strncmp(sign, "[]", 2) == 0) {
+        return 2;
+    }
+    const size_t all = std::strspn(sign, "<>=!+-*/%^&|~,");
+    // "operator<" and "operator-" may have template arguments behind them.
+    static const char* const signs[] = {
+        "<=>", "<<=", ">>=", "->*", "<<", ">>", "<=", ">=", "->", "==", "!=", "&&",
+        "||",  "++",  "--",  "+=",  "-=", "*=", "/=", "%=", "^=", "&=", "|="};
+    for (const char* known : signs) {
+        if (std::strncmp(sign, known, std::strlen(known)) == 0) {
+            // "operator<<int>" is "operator<" with an argument list, "operator<< <int>" is not.
+            const bool isList = std::strcmp(known, "<<") == 0 && all == 2 && isWord(sign[2]);
+            return isList ? 1 : std::strlen(known);
+        }
+    }
+    return all > 0 ? 1 : 0;
+}
+
+// The place behind the word "operator" and its sign; `at` when there is none.
+size_t pastOperator(const std::string& text, size_t at)
+{
+    if (!wordAt(text, at, "operator")) {
+        return at;
+    }
+    return at + 8 + signLength(text.c_str() + at + 8);
+}
+
+// Steps over one character, an operator's sign, or a whole bracket. `i` stands on it.
+size_t pastOne(const std::string& text, size_t i);
+
+size_t pastBracket(const std::string& text, size_t i)
+{
+    const char* open = "<([{";
+    const char close = ">)]}"[std::strchr(open, text[i]) - open];
+    ++i;
+    while (i < text.size() && text[i] != close) {
+        i = pastOne(text, i);
+    }
+    return i < text.size() ? i + 1 : i;
+}
+
+size_t pastOne(const std::string& text, size_t i)
+{
+    const size_t past = pastOperator(text, i);
+    if (past != i) {
+        return past;
+    }
+    if (startsAt(text, i, "->")) {
+        return i + 2;
+    }
+    return std::strchr("<([{", text[i]) != nullptr && text[i] != '\0' ? pastBracket(text, i)
+                                                                      : i + 1;
+}
+
+void replaceAll(std::string& text, const std::string& from, const std::string& to)
+{
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at)) {
+        text.replace(at, from.size(), to);
+        at += to.size();
+    }
+}
+
+// Takes out each "[word ...]".
+void dropTags(std::string& text, const char* tag)
+{
+    for (size_t at = text.find(tag); at != std::string::npos; at = text.find(tag, at)) {
+        text.erase(at, pastBracket(text, text.find('[', at)) - at);
+    }
+}
+
+// Takes out ", NAME<...>" where it ends an argument list: the standard library's defaults.
+void dropDefault(std::string& text, const std::string& name)
+{
+    const std::string from = ", " + name + "<";
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + 1)) {
+        const size_t end = pastBracket(text, at + from.size() - 1);
+        const size_t next = text.find_first_not_of(' ', end);
+        if (next != std::string::npos && text[next] == '>') {
+            text.erase(at, end - at);
+        }
+    }
+}
+
+void dropDefaults(std::string& text)
+{
+    const char* const strings[] = {"std::__cxx11::basic_string", "std::basic_string"};
+    for (const char* string : strings) {
+        replaceAll(text,
+                   std::string(string) + "<char, std::char_traits<char>, std::allocator<char> >",
+                   "std::string");
+    }
+    // A map's allocator stands behind its order, a hash map's behind two more.
+    for (const char* name : {"std::allocator", "std::equal_to", "std::hash", "std::less",
+                             "std::char_traits", "std::default_delete"}) {
+        dropDefault(text, name);
+    }
+}
+
+// Where the parameter list that ends `text` starts; npos when it ends otherwise.
+size_t paramsStart(const std::string& text)
+{
+    size_t start = std::string::npos;
+    for (size_t i = 0; i < text.size();) {
+        const size_t past = pastOne(text, i);
+        if (text[i] == '(' && past > i + 1 && past == text.size()) {
+            start = i;
+        }
+        i = past;
+    }
+    return start;
+}
+
+void dropMemberQualifiers(std::string& text)
+{
+    for (bool isAny = true; isAny;) {
+        isAny = false;
+        for (const char* end : {" const", " volatile", "&", " noexcept"}) {
+            // "operator&" has no parameters behind it only in what is no function's text.
+            if (endsWith(text, end) && text.rfind(')') != std::string::npos) {
+                text.resize(text.size() - std::strlen(end));
+                isAny = true;
+            }
+        }
+        while (endsWith(text, " ")) {
+            text.resize(text.size() - 1);
+        }
+    }
+}
+
+// Where the qualified name starts: behind the last blank that is outside of brackets and belongs
+// neither to an operator nor to a member function's "const".
+size_t nameStart(const std::string& text)
+{
+    size_t start = 0;
+    for (size_t i = 0; i < text.size();) {
+        if (wordAt(text, i, "operator")) {
+            const size_t past = pastOperator(text, i);
+            if (past == i + 8) {
+                return start; // a conversion: blanks of the name
+            }
+            // A blank parts the sign from an argument list: "operator<< <int>".
+            i = startsAt(text, past, " <") ? past + 1 : past;
+            continue;
+        }
+        const bool isMemberConst = text[i] == ' ' && i > 0 && text[i - 1] == ')' &&
+                                   (wordAt(text, i + 1, "const") ||
+                                    wordAt(text, i + 1, "volatile") || startsAt(text, i + 1, "&"));
+        if (text[i] == ' ' && !isMemberConst) {
+            start = i + 1;
+        }
+        i = isMemberConst ? i + 2 : pastOne(text, i);
+    }
+    return start;
+}
+
+size_t lastPartStart(const std::string& name)
+{
+    size_t start = 0;
+    for (size_t i = 0; i < name.size();) {
+        if (wordAt(name, i, "operator") && pastOperator(name, i) == i + 8) {
+            return start;
+        }
+        if (startsAt(name, i, "::")) {
+            start = i + 2;
+        }
+        i = pastOne(name, i);
+    }
+    return start;
+}
+
+// Of each qualified name in the text only its last word.
+std::string withoutScopes(const std::string& text)
+{
+    std::string result;
+    std::string chain; // what a "::" would take away
+    for (size_t i = 0; i < text.size();) {
+        if (startsAt(text, i, "::")) {
+            chain.clear();
+            i += 2;
+            continue;
+        }
+        if (isWord(text[i])) {
+            chain += text[i++];
+            continue;
+        }
+        const size_t past = pastOne(text, i);
+        if (std::strchr("<({[", text[i]) != nullptr) {
+            chain += text[i] + withoutScopes(text.substr(i + 1, past - i - 1));
+        } else {
+            result += chain + text.substr(i, past - i);
+            chain.clear();
+        }
+        i = past;
+    }
+    return result + chain;
+}
+
+// A function that returns a function or an array has its own text inside: "void (*f(int))(char)".
+std::string innerText(const std::string& text)
+{
+    const size_t start = endsWith(text, ")") || endsWith(text, "]") ? text.find(" (*") : text.npos;
+    const size_t other = endsWith(text, ")") || endsWith(text, "]") ? text.find(" (&") : text.npos;
+    const size_t at = std::min(start, other);
+    if (at == std::string::npos || at != text.find(" (")) {
+        return text;
+    }
+    const size_t end = pastBracket(text, at + 1);
+    const std::string inner = text.substr(at + 3, end - at - 4);
+    return end < text.size() && paramsStart(inner) != std::string::npos ? inner : text;
+}
+
+// "const T*" as "T const*": c++filt has the word behind the type, the viewer before it.
+std::string constBehind(const std::string& text)
+{
+    std::string result;
+    for (size_t i = 0; i < text.size();) {
+        const bool isStart = i == 0 || std::strchr("(<,", text[i - 1]) != nullptr ||
+                             (text[i - 1] == ' ' && i > 1 && text[i - 2] == ',');
+        const char* word = nullptr;
+        for (const char* known : {"const ", "volatile "}) {
+            word = isStart && startsAt(text, i, known) ? known : word;
+        }
+        if (word == nullptr) {
+            result += text[i++];
+            continue;
+        }
+        const size_t start = i + std::strlen(word);
+        size_t end = start;
+        while (end < text.size() && std::strchr("*&,)>(", text[end]) == nullptr &&
+               !startsAt(text, end, " const")) {
+            end = pastOne(text, end);
+        }
+        while (end > start && text[end - 1] == ' ') {
+            --end;
+        }
+        result += constBehind(text.substr(start, end - start)) + " " +
+                  std::string(word, std::strlen(word) - 1);
+        i = end;
+    }
+    return result;
+}
+
+} // namespace
+
+PlainName PlainName::of(const std::string& filtered)
+{
+    std::string text = filtered;
+    dropTags(text, "[abi:");
+    dropTags(text, " [clone ");
+    dropDefaults(text);
+    text = innerText(text);
+    dropMemberQualifiers(text);
+    PlainName result;
+    const size_t params = paramsStart(text);
+    std::string name = text.substr(0, params);
+    result._params = params == std::string::npos ? std::string() : text.substr(params);
+    name.erase(0, params == std::string::npos ? 0 : nameStart(name));
+    const size_t last = lastPartStart(name);
+    result._name = name.substr(0, last) + withoutScopes(name.substr(last));
+    return result;
+}
+
+std::string comparedSpelling(const std::string& text)
+{
+    std::string filled = text;
+    dropDefaults(filled);
+    for (const char* qualifier :
+         {" const::", " volatile::", " const&::", " const&&::", "&&::", "&::"}) {
+        replaceAll(filled, std::string(")") + qualifier, ")::");
+    }
+    const std::string moved = constBehind(filled);
+    std::string result;
+    for (size_t i = 0; i < moved.size(); ++i) {
+        const bool isNeeded = moved[i] == ' ' && i > 0 && i + 1 < moved.size() &&
+                              isWord(moved[i - 1]) && isWord(moved[i + 1]);
+        if (moved[i] != ' ' || isNeeded) {
+            result += moved[i];
+        }
+    }
+    return result;
+}
+
+std::string withoutQualifiers(const std::string& text)
+{
+    std::string result;
+    for (size_t i = 0; i < text.size();) {
+        bool isTaken = false;
+        for (const char* word : {"const", "volatile"}) {
+            if (wordAt(text, i, word)) {
+                i += std::strlen(word);
+                isTaken = true;
+            }
+        }
+        if (!isTaken) {
+            result += text[i++];
+        }
+    }
+    return comparedSpelling(result);
+}
+
+bool isShown(const std::string& expected, const std::string& shown)
+{
+    size_t e = 0;
+    size_t s = 0;
+    while (e < expected.size() && s < shown.size()) {
+        const bool isList = startsAt(shown, s, "<...>") && expected[e] == '<';
+        const bool isLambda = startsAt(shown, s, "(...)") && expected[e] == '(';
+        if (isList || isLambda) {
+            e = pastBracket(expected, e);
+            s += 5;
+        } else if (expected[e++] != shown[s++]) {
+            return false;
+        }
+    }
+    return e == expected.size() && s == shown.size();
+}
