@@ -104,8 +104,8 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
     ASSERT_TRUE(gcov.parse(json));
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
     for (const GcovLineFunction& entry : gcov.functions()) {
-        for (const CovBlock& block : entry._function._blocks) {
-            compilers[entry._file][block._startLine] += block._hits;
+        for (const CopyLine& line : entry._copy._lines) {
+            compilers[entry._file][line._line] += entry._copy._hits[line._block];
         }
     }
     for (const auto& file : own.lines()) {
