@@ -42,6 +42,15 @@ bool endsWith(const std::string& text, const char* end)
     return text.size() >= length && text.compare(text.size() - length, length, end) == 0;
 }
 
+bool takeEnd(std::string& text, const char* end)
+{
+    if (!endsWith(text, end)) {
+        return false;
+    }
+    text.resize(text.size() - std::strlen(end));
+    return true;
+}
+
 // A bracket that waits for its partner, and how deep the lists inside are.
 struct OpenBracket
 {
@@ -140,10 +149,11 @@ void NameText::findParts()
     for (size_t i = 0; i < _text.size(); ++i) {
         const size_t past = pastOperator(i);
         if (past != i) {
-            const auto isNext = [&](const char* word) { return startsAt(_text, past, word); };
-            isConversion =
-                past == i + OperatorLength && startsAt(_text, past, " ") &&
-                std::none_of(std::begin(operatorWords), std::end(operatorWords), isNext);
+            const auto isNext = [&](const char* word) {
+                return startsAt(_text, past, word);
+            };
+            isConversion = past == i + OperatorLength && startsAt(_text, past, " ") &&
+                           std::none_of(std::begin(operatorWords), std::end(operatorWords), isNext);
             _conversionType = isConversion ? past + 1 : None;
             i = past - 1;
             continue;
@@ -266,19 +276,26 @@ void dropPart(std::string& text)
 
 } // namespace
 
-std::string withoutQualifiers(const std::string& text)
+std::string withoutQualifiers(const std::string& text, size_t nKept)
 {
     std::string result;
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] != ':') {
             result += text[i];
-        } else if (i + 1 < text.size() && text[i + 1] == ':') {
-            dropPart(result);
+        } else if (text.compare(i, 2, "::") == 0) {
             ++i;
-        } else if (endsWith(result, "auto")) {
-            while (i + 1 < text.size() && std::isdigit(static_cast<unsigned char>(text[i + 1]))) {
-                ++i; // "auto:1", a parameter of a lambda
+            if (nKept > 0) {
+                --nKept;
+                result += "::";
+                continue;
             }
+            dropPart(result);
+            while (takeEnd(result, "::")) {
+                dropPart(result); // the same name's, kept before
+            }
+        } else if (endsWith(result, "auto")) {
+            // "auto:1", a parameter of a lambda
+            i = std::min(text.find_first_not_of("0123456789", i + 1), text.size()) - 1;
         } else {
             result += '.';
         }

@@ -30,8 +30,8 @@ public:
     // Whether an argument list of a template is in the text.
     bool hasArguments() const { return _deepestList > 0; }
 
-    // At most `longest` characters where that can be done: the parameters of lambdas become "(...)",
-    // then the innermost argument lists `<...>`, then those around them.
+    // At most `longest` characters where that can be done: the parameters of lambdas become
+    // "(...)", then the innermost argument lists `<...>`, then those around them.
     std::string shortened(size_t longest) const;
     // Every argument list is `<...>`.
     std::string withoutArguments() const;
@@ -55,8 +55,9 @@ private:
     size_t _conversionType = None;
 };
 
-// `text` without the namespaces and classes in front of each name, and without any other ':'.
-std::string withoutQualifiers(const std::string& text);
+// `text` without the namespaces and classes in front of each name, and without any other ':'. The
+// first `nKept` "::" stay.
+std::string withoutQualifiers(const std::string& text, size_t nKept = 0);
 
 // The parts of a list of types between its commas, without blanks around them; none of an empty
 // list.

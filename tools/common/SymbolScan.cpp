@@ -79,7 +79,7 @@ private:
     struct Name
     {
         Length _length;
-        bool _isTemplate = false; // ends in template arguments
+        bool _isTemplate = false;    // ends in template arguments
         bool _isPlainResult = false; // constructor, destructor, conversion: has no result type
     };
 
@@ -111,6 +111,7 @@ private:
     bool qualifiers(Length& length);
     bool expression(Length& length);
     bool operatorExpression(Length& length);
+    bool scopedName(Length& length);
     bool expressionList(Length& length, char end);
     bool newExpression(Length& length);
     bool primary(Length& length);
@@ -119,7 +120,10 @@ private:
     bool foldExpression(Length& length);
     void expandPack(Length& length) const;
 
-    char peek(size_t ahead = 0) const { return _at + ahead < _text.size() ? _text[_at + ahead] : 0; }
+    char peek(size_t ahead = 0) const
+    {
+        return _at + ahead < _text.size() ? _text[_at + ahead] : 0;
+    }
     bool atEnd() const { return _at >= _text.size(); }
     bool take(char c)
     {
@@ -839,7 +843,8 @@ bool Scanner::qualifiedType(Length& length)
     for (;;) {
         const char c = peek();
         const bool isWord = c != 0 && std::strchr("rVK", c) != nullptr;
-        const bool isException = c == 'D' && peek(1) != 0 && std::strchr("xoOw", peek(1)) != nullptr;
+        const bool isException =
+            c == 'D' && peek(1) != 0 && std::strchr("xoOw", peek(1)) != nullptr;
         if (isWord) {
             ++_at;
             length.add(QualifierLength);
@@ -945,7 +950,7 @@ bool Scanner::operatorExpression(Length& length)
     length.add(WordLength);
     (void)take("gs");
     if (take("sr")) {
-        return type(length) && unresolvedName(length);
+        return scopedName(length);
     }
     if (take("cl")) {
         return expression(length) && expressionList(length, 'E');
@@ -1001,6 +1006,29 @@ bool Scanner::operatorExpression(Length& length)
         return true;
     }
     return false;
+}
+
+// A type and a name in it; or names one in another, an 'E' behind those that are not the last.
+bool Scanner::scopedName(Length& length)
+{
+    if (!type(length)) {
+        return false;
+    }
+    const size_t at = _at;
+    if (!take('E') && !unresolvedName(length)) {
+        return false;
+    }
+    while (isDigit(peek())) {
+        if (!unresolvedName(length)) {
+            return false;
+        }
+    }
+    // This 'E' closes the scopes only where another name follows.
+    if (_text[at] != 'E' && peek() == 'E' && isDigit(peek(1))) {
+        ++_at;
+        return unresolvedName(length);
+    }
+    return true;
 }
 
 bool Scanner::expressionList(Length& length, char end)
