@@ -4,6 +4,7 @@
 #include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/TempDir.h"
+#include "tests/unit/tools/common/CovSample.h"
 #include "tools/common/LogWriter.h"
 #include "tools/common/MapWriter.h"
 #include "tools/common/finishCoverage.h"
@@ -19,12 +20,7 @@ protected:
     CovFunction function(const char* symbol, uint32_t start, uint32_t end,
                          const std::vector<CovBlock>& blocks)
     {
-        CovFunction result;
-        result._symbol = symbol;
-        result._startLine = start;
-        result._endLine = end;
-        result._blocks = blocks;
-        return result;
+        return covFunction(symbol, start, end, blocks);
     }
 
     void addFile(const std::string& path, const std::vector<CovFunction>& functions)
@@ -51,7 +47,7 @@ TEST_F(WriteCoverageTest, WritesTheBytesOfAMapAndALog)
     addFile(path, {function("main", 1, 9, {{1, 4, 3}, {5, 9, 0}})});
     addFile("/s/z.cc", {function("f", 2, 2, {{2, 2, 1}})});
     _model._executionTime = 77;
-    finishCoverage(_model, _losses, 2);
+    finishCoverage(_model, NameStyle(), _losses, 2);
     std::string failure;
     ASSERT_EQ(writeCoverage(_model, _losses, _dir.path("run"), failure), 0);
 
@@ -75,7 +71,7 @@ TEST_F(WriteCoverageTest, FlagSaysThatCountsAreOnlyRanOrNot)
 {
     addFile("/s/a.cc", {function("f", 2, 2, {{2, 2, 1}})});
     _model._isBoolean = true;
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     std::string failure;
     ASSERT_EQ(writeCoverage(_model, _losses, _dir.path("run"), failure), 0);
     EXPECT_EQ(TempDir::read(_dir.path("run.log")),
@@ -93,7 +89,7 @@ TEST_F(WriteCoverageTest, EmptyModelLeavesNoFile)
 TEST_F(WriteCoverageTest, FolderThatIsNotThereNamesTheFile)
 {
     addFile("/s/a.cc", {function("f", 2, 2, {{2, 2, 1}})});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     std::string failure;
     EXPECT_EQ(writeCoverage(_model, _losses, _dir.path("none/run"), failure),
               qipVLRecFile::OpenFailed);
@@ -103,7 +99,7 @@ TEST_F(WriteCoverageTest, FolderThatIsNotThereNamesTheFile)
 TEST_F(WriteCoverageTest, NameThatCannotBeTakenLeavesNoTemporaryFile)
 {
     addFile("/s/a.cc", {function("f", 2, 2, {{2, 2, 1}})});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     std::filesystem::create_directory(_dir.path("run.log"));
     _dir.write("run.log/full", "");
     std::string failure;
@@ -117,7 +113,7 @@ TEST_F(WriteCoverageTest, NameThatCannotBeTakenLeavesNoTemporaryFile)
 TEST_F(WriteCoverageTest, RecordsAreNotReadByWriters)
 {
     addFile("/s/a.cc", {function("f", 2, 2, {{2, 2, 1}})});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     MapWriter map;
     ASSERT_EQ(map.create(_dir.path("x.map").c_str()), 0);
     ASSERT_EQ(map.add(_model._files[0]), 0);
