@@ -97,7 +97,7 @@ std::string ImportLosses::text() const
     for (const auto& file : _blocksPastLastLine) {
         blocks += file.second;
     }
-    append(result, pastLastLine(blocks) + " in " + std::to_string(_blocksPastLastLine.size()) +
-                       " files");
+    append(result,
+           pastLastLine(blocks) + " in " + std::to_string(_blocksPastLastLine.size()) + " files");
     return result;
 }

@@ -140,10 +140,11 @@ void NameText::findParts()
     for (size_t i = 0; i < _text.size(); ++i) {
         const size_t past = pastOperator(i);
         if (past != i) {
-            const auto isNext = [&](const char* word) { return startsAt(_text, past, word); };
-            isConversion =
-                past == i + OperatorLength && startsAt(_text, past, " ") &&
-                std::none_of(std::begin(operatorWords), std::end(operatorWords), isNext);
+            const auto isNext = [&](const char* word) {
+                return startsAt(_text, past, word);
+            };
+            isConversion = past == i + OperatorLength && startsAt(_text, past, " ") &&
+                           std::none_of(std::begin(operatorWords), std::end(operatorWords), isNext);
             _conversionType = isConversion ? past + 1 : None;
             i = past - 1;
             continue;

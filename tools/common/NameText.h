@@ -30,8 +30,8 @@ public:
     // Whether an argument list of a template is in the text.
     bool hasArguments() const { return _deepestList > 0; }
 
-    // At most `longest` characters where that can be done: the parameters of lambdas become "(...)",
-    // then the innermost argument lists `<...>`, then those around them.
+    // At most `longest` characters where that can be done: the parameters of lambdas become
+    // "(...)", then the innermost argument lists `<...>`, then those around them.
     std::string shortened(size_t longest) const;
     // Every argument list is `<...>`.
     std::string withoutArguments() const;

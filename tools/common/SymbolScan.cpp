@@ -79,7 +79,7 @@ private:
     struct Name
     {
         Length _length;
-        bool _isTemplate = false; // ends in template arguments
+        bool _isTemplate = false;    // ends in template arguments
         bool _isPlainResult = false; // constructor, destructor, conversion: has no result type
     };
 
@@ -119,7 +119,10 @@ private:
     bool foldExpression(Length& length);
     void expandPack(Length& length) const;
 
-    char peek(size_t ahead = 0) const { return _at + ahead < _text.size() ? _text[_at + ahead] : 0; }
+    char peek(size_t ahead = 0) const
+    {
+        return _at + ahead < _text.size() ? _text[_at + ahead] : 0;
+    }
     bool atEnd() const { return _at >= _text.size(); }
     bool take(char c)
     {
@@ -839,7 +842,8 @@ bool Scanner::qualifiedType(Length& length)
     for (;;) {
         const char c = peek();
         const bool isWord = c != 0 && std::strchr("rVK", c) != nullptr;
-        const bool isException = c == 'D' && peek(1) != 0 && std::strchr("xoOw", peek(1)) != nullptr;
+        const bool isException =
+            c == 'D' && peek(1) != 0 && std::strchr("xoOw", peek(1)) != nullptr;
         if (isWord) {
             ++_at;
             length.add(QualifierLength);

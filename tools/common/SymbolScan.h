@@ -2,8 +2,8 @@
 //
 // Reads a C++ symbol in the encoding of the Itanium ABI without making text of it: how long its
 // text would be, and where its name ends. A symbol may refer to its own parts again and again, so
-// 300 characters can stand for gigabytes; the C++ library's decoder has no limit of its own and must
-// only be called for what this has measured.
+// 300 characters can stand for gigabytes; the C++ library's decoder has no limit of its own and
+// must only be called for what this has measured.
 #pragma once
 
 #include <cstddef>

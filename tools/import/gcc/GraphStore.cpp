@@ -68,9 +68,8 @@ ContentKey GccGraph::key() const
 {
     ContentKey key;
     key.add(_copy._symbol.data(), _copy._symbol.size());
-    const uint32_t place[] = {_copy._file,    _copy._startLine,
-                              _copy._startColumn, _copy._endLine,
-                              _copy._endColumn,   _copy._isBody ? 1u : 0u,
+    const uint32_t place[] = {_copy._file,    _copy._startLine, _copy._startColumn,
+                              _copy._endLine, _copy._endColumn, _copy._isBody ? 1u : 0u,
                               _nBlocks};
     key.add(place, sizeof(place));
     for (const GcnoArc& arc : _arcs) {
