@@ -41,6 +41,11 @@ std::string expectedName(const PlainName& name, int level)
     }
 }
 
+std::string spelledParams(const PlainName& name, int level)
+{
+    return expectedName({"", name._params}, level);
+}
+
 bool anyBlockRan(const ZEMFuncRecord& function)
 {
     return std::any_of(function._blockMap, function._blockMap + function._nBlocks,
@@ -52,6 +57,16 @@ bool anyLineRan(const FileFacts& facts, uint32_t first, uint32_t last)
     return std::any_of(facts._lines.begin(), facts._lines.end(), [=](const auto& line) {
         return line.first >= first && line.first <= last &&
                (line.second._count > 0 || line.second._blockRan);
+    });
+}
+
+// Whether a function with lines of `row` was entered.
+bool anotherStarted(const FileFacts& facts, const ZEMFuncRecord& row)
+{
+    return std::any_of(facts._functions.begin(), facts._functions.end(), [&row](const auto& other) {
+        return other.second._entries > 0 && other.first._startLine <= row._endLine &&
+               row._startLine <= other.first._endLine &&
+               (other.first._startLine == row._startLine || other.first._endLine == row._endLine);
     });
 }
 
@@ -270,21 +285,35 @@ void CoverageComparison::compareRow(const std::string& path, const FileFacts& fa
     if (row._entries > 0 && !row._ran) {
         _findings.add(Findings::FunctionDead, example);
     } else if (row._entries == 0 && row._ran) {
-        _findings.add(anyLineRan(facts, function._startLine, function._endLine)
-                          ? Findings::FunctionInlined
-                          : Findings::FunctionRan,
-                      example);
+        Findings::Class which = Findings::FunctionRan;
+        if (anotherStarted(facts, function)) {
+            which = Findings::FunctionShared;
+        } else if (anyLineRan(facts, function._startLine, function._endLine)) {
+            which = Findings::FunctionInlined;
+        }
+        _findings.add(which, example);
     }
     compareNames(path, row);
 }
 
 void CoverageComparison::compareNames(const std::string& path, const Row& row)
 {
+    std::vector<PlainName> names;
     for (const std::string* readable : row._readable) {
-        const PlainName plain = PlainName::of(*readable);
-        for (int level = 0; level < NLevels; ++level) {
-            const std::string expected = expectedName(plain, level);
-            if (!_rowNames[level].add(isShown(expected, row._shown[level]))) {
+        names.push_back(PlainName::of(*readable));
+    }
+    for (int level = 0; level < NLevels; ++level) {
+        // Instances whose parameters differ share a row without parameters.
+        const bool isShared =
+            std::any_of(names.begin(), names.end(), [&names, level](const PlainName& name) {
+                return spelledParams(name, level) != spelledParams(names.front(), level);
+            });
+        for (const PlainName& name : names) {
+            const std::string expected = expectedName(name, level);
+            const bool isGood =
+                isShown(expected, row._shown[level]) ||
+                (isShared && isShown(expectedName({name._name, ""}, level), row._shown[level]));
+            if (!_rowNames[level].add(isGood)) {
                 _findings.add(nameClasses[level], placeText(path, row._record->_startLine) +
                                                       expected + " is shown as " +
                                                       row._shown[level]);

@@ -21,6 +21,7 @@ const ClassText texts[Findings::NClasses] = {
     {"function-dead", "gcov counts entries, no block of the row ran"},
     {"function-ran", "gcov counts no entry and no line, a block of the row ran"},
     {"function-inlined", "never entered, but its lines ran where it was inlined"},
+    {"function-shared", "never entered, but shows a line for another function that ran there"},
     {"function-part", "a row for the lines that a function has in another file"},
     {"function-extra", "a row where gcov has no function"},
     {"line-ran-red", "gcov counts runs, drawn red"},

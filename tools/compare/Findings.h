@@ -22,6 +22,7 @@ public:
         FunctionDead,
         FunctionRan,
         FunctionInlined,
+        FunctionShared,
         FunctionPart,
         FunctionExtra,
         LineRanRed,
