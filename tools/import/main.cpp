@@ -135,7 +135,7 @@ int importAndWrite(Importer& importer, const Output& output)
         return ExitBad;
     }
     summarise(model, losses, output.stem());
-    return losses._failedUnits == 0 ? ExitGood : ExitBad;
+    return losses.isIncomplete() ? ExitBad : ExitGood;
 }
 
 int runProgram(int argc, char** argv)
