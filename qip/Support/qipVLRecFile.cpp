@@ -94,13 +94,19 @@ int qipVLRecFile::writeHeader()
     return NoError;
 }
 
-void qipVLRecFile::closeStream()
+// False when the last bytes could not be written. Otherwise errno stays: what failed before this
+// call is what the caller reports.
+bool qipVLRecFile::closeStream()
 {
+    const int reason = errno;
+    bool isGood = true;
     if (_fp != nullptr) {
-        std::fclose(_fp);
+        isGood = std::fclose(_fp) == 0;
         _fp = nullptr;
     }
     _streamBuffer.reset();
+    errno = isGood ? reason : errno;
+    return isGood;
 }
 
 int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
@@ -147,7 +153,7 @@ int qipVLRecFile::openForReading()
     const int fd = openRegularFile(_filename, _fileSize);
     // One byte more, so that the read that fills it meets the end.
     const auto size = std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize);
-    if (fd < 0 || !openStream(fd, static_cast<size_t>(size))) {
+    if (fd < 0 || !openStream(fd, "rb", static_cast<size_t>(size))) {
         return OpenFailed;
     }
     _stepsBack = 0;
@@ -157,12 +163,13 @@ int qipVLRecFile::openForReading()
     return readHeader();
 }
 
-// Makes the stream that reads from `fd`, which is closed with it, or at once without memory.
-bool qipVLRecFile::openStream(int fd, size_t bufferSize)
+// Makes the stream that reads from or writes to `fd`, which is closed with it, or at once without
+// memory.
+bool qipVLRecFile::openStream(int fd, const char* mode, size_t bufferSize)
 {
-    const cookie_io_functions_t calls = {readSource, nullptr, seekSource, closeSource};
+    const cookie_io_functions_t calls = {readSource, writeSource, seekSource, closeSource};
     _source = {fd, 0};
-    _fp = fopencookie(&_source, "rb", calls);
+    _fp = fopencookie(&_source, mode, calls);
     if (_fp == nullptr) {
         ::close(fd);
         return false;
@@ -181,6 +188,22 @@ ssize_t qipVLRecFile::readSource(void* source, char* bytes, size_t size)
     const ssize_t result = pread(from->fd, bytes, size, from->position);
     from->position += std::max<ssize_t>(result, 0);
     return result;
+}
+
+// All the bytes, or 0 and the reason in errno.
+ssize_t qipVLRecFile::writeSource(void* source, const char* bytes, size_t size)
+{
+    auto* to = static_cast<Source*>(source);
+    size_t done = 0;
+    while (done < size) {
+        const ssize_t result = pwrite(to->fd, bytes + done, size - done, to->position);
+        if (result < 0) {
+            return 0;
+        }
+        done += static_cast<size_t>(result);
+        to->position += result;
+    }
+    return static_cast<ssize_t>(size);
 }
 
 int qipVLRecFile::seekSource(void* source, off64_t* offset, int whence)
@@ -214,25 +237,27 @@ bool qipVLRecFile::takeSmallBuffer()
         return true; // slow is better than not at all
     }
     closeStream();
-    return openStream(fd, SmallBufferSize);
+    return openStream(fd, "rb", SmallBufferSize);
 }
 
 int qipVLRecFile::openForWriting(int userHeaderSz)
 {
-    _fp = std::fopen(_filename, "wb");
-    if (_fp == nullptr) {
+    const int fd = ::open(_filename, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (fd < 0 || !openStream(fd, "wb", StreamBufferSize)) {
         return OpenFailed;
     }
     // Nothing of a file that this object had open before.
     _header = qipVLHeader(userHeaderSz);
     _header._firstOffset = static_cast<uint32_t>(userHeaderSz) + qipVLHeader::Size;
-    _header.write(_fp); // a full disk shows at the first record, and at close()
+    _header.write(_fp); // what went wrong shows when the stream is flushed
     const int result = writeHeader();
-    if (result != NoError) {
-        return result;
-    }
-    std::fflush(_fp);
-    return NoError;
+    return result == NoError ? flush() : result;
+}
+
+// Gives the system what the stream holds.
+int qipVLRecFile::flush()
+{
+    return std::fflush(_fp) == 0 && std::ferror(_fp) == 0 ? NoError : WriteFailed;
 }
 
 int qipVLRecFile::close()
@@ -246,18 +271,21 @@ int qipVLRecFile::close()
             return result;
         }
     }
-    std::fflush(_fp);
-    std::rewind(_fp);
-    int result = _header.write(_fp);
+    int result = flush();
+    if (result == NoError) {
+        std::rewind(_fp); // forgets errors
+        result = _header.write(_fp);
+    }
     if (result == NoError) {
         result = writeHeader();
+    }
+    if (result == NoError) {
+        result = flush();
     }
     if (result != NoError) {
         return result;
     }
-    std::fflush(_fp);
-    closeStream();
-    return NoError;
+    return closeStream() ? NoError : WriteFailed;
 }
 
 // A seek gives up the stream's buffer, so none is made where the stream
@@ -348,6 +376,7 @@ int qipVLRecFile::update()
         return ShutDown;
     }
     if (end > static_cast<off_t>(UINT32_MAX)) {
+        errno = EFBIG;
         return WriteFailed;
     }
     _header._lastOffset = static_cast<uint32_t>(end);
