@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Support/qipFileStream.h"
 
+#include "qip/Support/qipOpenFile.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <new>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -18,23 +19,6 @@ constexpr size_t StreamBufferSize = 128 * 1024;
 // small one, so that a file of nothing but such links takes seconds and not minutes.
 constexpr int ManyStepsBack = 256;
 constexpr size_t SmallBufferSize = 4096;
-
-// A descriptor of the file and its size in bytes; -1 when it cannot be read.
-int openRegularFile(const char* filename, int64_t& size)
-{
-    // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
-    const int fd = ::open(filename, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return -1;
-    }
-    struct stat status = {};
-    if (fstat(fd, &status) != 0 || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))) {
-        ::close(fd);
-        return -1;
-    }
-    size = status.st_size;
-    return fd;
-}
 
 } // namespace
 
@@ -61,10 +45,12 @@ bool qipFileStream::close()
 bool qipFileStream::openForReading(const char* filename)
 {
     close();
-    const int fd = openRegularFile(filename, _size);
+    struct stat status = {};
+    const int fd = qipOpenFile(filename, status);
     if (fd < 0) {
         return false;
     }
+    _size = status.st_size;
     _stepsBack = 0;
     _source.reads = 0;
     // One byte more, so that the read that fills it meets the end.
