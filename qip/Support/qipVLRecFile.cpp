@@ -3,25 +3,12 @@
 
 #include "qip/Support/qipEndian.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <iostream>
 #include <new>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
-
-// One system call for this many bytes of records; larger arrays bypass the buffer. A file that is
-// smaller gets a buffer of its size: there may be thousands of them.
-constexpr size_t StreamBufferSize = 128 * 1024;
-
-// Each seek to an earlier place fills the buffer again. A chain that goes back this often gets a
-// small one, so that a file of nothing but such links takes seconds and not minutes.
-constexpr int ManyStepsBack = 256;
-constexpr size_t SmallBufferSize = 4096;
 
 // A file whose records do not overlap is read at most once. Past this factor and slack its records
 // lie about their place.
@@ -53,28 +40,10 @@ private:
     uint64_t _limit = 1;
 };
 
-// A descriptor of the file and its size in bytes; -1 when it cannot be read.
-int openRegularFile(const char* filename, int64_t& size)
-{
-    // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
-    const int fd = ::open(filename, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return -1;
-    }
-    struct stat status = {};
-    if (fstat(fd, &status) != 0 || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))) {
-        ::close(fd);
-        return -1;
-    }
-    size = status.st_size;
-    return fd;
-}
-
 } // namespace
 
 qipVLRecFile::qipVLRecFile()
-    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0),
-      _currentRecord(nullptr), _source{-1, 0}, _fileSize(0), _stepsBack(0)
+    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0), _currentRecord(nullptr)
 {}
 
 qipVLRecFile::~qipVLRecFile()
@@ -94,19 +63,10 @@ int qipVLRecFile::writeHeader()
     return NoError;
 }
 
-// False when the last bytes could not be written. Otherwise errno stays: what failed before this
-// call is what the caller reports.
 bool qipVLRecFile::closeStream()
 {
-    const int reason = errno;
-    bool isGood = true;
-    if (_fp != nullptr) {
-        isGood = std::fclose(_fp) == 0;
-        _fp = nullptr;
-    }
-    _streamBuffer.reset();
-    errno = isGood ? reason : errno;
-    return isGood;
+    _fp = nullptr;
+    return _stream.close();
 }
 
 int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
@@ -150,102 +110,22 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 
 int qipVLRecFile::openForReading()
 {
-    const int fd = openRegularFile(_filename, _fileSize);
-    // One byte more, so that the read that fills it meets the end.
-    const auto size = std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize);
-    if (fd < 0 || !openStream(fd, "rb", static_cast<size_t>(size))) {
+    if (!_stream.openForReading(_filename)) {
         return OpenFailed;
     }
-    _stepsBack = 0;
+    _fp = _stream.fp();
     if (_header.read(_fp) < 0) {
         return FileCorrupt;
     }
     return readHeader();
 }
 
-// Makes the stream that reads from or writes to `fd`, which is closed with it, or at once without
-// memory.
-bool qipVLRecFile::openStream(int fd, const char* mode, size_t bufferSize)
-{
-    const cookie_io_functions_t calls = {readSource, writeSource, seekSource, closeSource};
-    _source = {fd, 0};
-    _fp = fopencookie(&_source, mode, calls);
-    if (_fp == nullptr) {
-        ::close(fd);
-        return false;
-    }
-    // Without memory for it the stream's own small buffer serves.
-    _streamBuffer.reset(new (std::nothrow) char[bufferSize]);
-    if (_streamBuffer) {
-        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, bufferSize);
-    }
-    return true;
-}
-
-ssize_t qipVLRecFile::readSource(void* source, char* bytes, size_t size)
-{
-    auto* from = static_cast<Source*>(source);
-    const ssize_t result = pread(from->fd, bytes, size, from->position);
-    from->position += std::max<ssize_t>(result, 0);
-    return result;
-}
-
-// All the bytes, or 0 and the reason in errno.
-ssize_t qipVLRecFile::writeSource(void* source, const char* bytes, size_t size)
-{
-    auto* to = static_cast<Source*>(source);
-    size_t done = 0;
-    while (done < size) {
-        const ssize_t result = pwrite(to->fd, bytes + done, size - done, to->position);
-        if (result < 0) {
-            return 0;
-        }
-        done += static_cast<size_t>(result);
-        to->position += result;
-    }
-    return static_cast<ssize_t>(size);
-}
-
-int qipVLRecFile::seekSource(void* source, off64_t* offset, int whence)
-{
-    auto* from = static_cast<Source*>(source);
-    switch (whence) {
-    case SEEK_CUR:
-        from->position += *offset;
-        break;
-    case SEEK_END:
-        from->position = lseek(from->fd, *offset, SEEK_END);
-        break;
-    default:
-        from->position = *offset;
-    }
-    *offset = from->position;
-    return from->position < 0 ? -1 : 0;
-}
-
-int qipVLRecFile::closeSource(void* source)
-{
-    return ::close(static_cast<Source*>(source)->fd);
-}
-
-// A stream's buffer can only be chosen while it is fresh, so the file gets another stream. False
-// when there is none any more.
-bool qipVLRecFile::takeSmallBuffer()
-{
-    const int fd = dup(_source.fd);
-    if (fd < 0) {
-        return true; // slow is better than not at all
-    }
-    closeStream();
-    return openStream(fd, "rb", SmallBufferSize);
-}
-
 int qipVLRecFile::openForWriting(int userHeaderSz)
 {
-    const int fd = ::open(_filename, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd < 0 || !openStream(fd, "wb", StreamBufferSize)) {
+    if (!_stream.openForWriting(_filename)) {
         return OpenFailed;
     }
+    _fp = _stream.fp();
     // Nothing of a file that this object had open before.
     _header = qipVLHeader(userHeaderSz);
     _header._firstOffset = static_cast<uint32_t>(userHeaderSz) + qipVLHeader::Size;
@@ -257,7 +137,7 @@ int qipVLRecFile::openForWriting(int userHeaderSz)
 // Gives the system what the stream holds.
 int qipVLRecFile::flush()
 {
-    return std::fflush(_fp) == 0 && std::ferror(_fp) == 0 ? NoError : WriteFailed;
+    return _stream.flush() ? NoError : WriteFailed;
 }
 
 int qipVLRecFile::close()
@@ -288,21 +168,6 @@ int qipVLRecFile::close()
     return closeStream() ? NoError : WriteFailed;
 }
 
-// A seek gives up the stream's buffer, so none is made where the stream
-// already stands, at `here`: writers put each record right behind the last.
-int qipVLRecFile::seekTo(uint32_t offset, int64_t here)
-{
-    const off_t target = static_cast<off_t>(offset);
-    if (here == target) {
-        return NoError;
-    }
-    if (target < here && _stepsBack < ManyStepsBack && ++_stepsBack == ManyStepsBack &&
-        !takeSmallBuffer()) {
-        return FileCorrupt;
-    }
-    return fseeko(_fp, target, SEEK_SET) == 0 ? NoError : FileCorrupt;
-}
-
 int qipVLRecFile::load()
 {
     if (_fp == nullptr) {
@@ -310,7 +175,7 @@ int qipVLRecFile::load()
     }
     CycleFinder walk;
     int64_t bytesRead = 0;
-    const int64_t readLimit = ReadFactor * _fileSize + ReadSlack;
+    const int64_t readLimit = ReadFactor * _stream.size() + ReadSlack;
     int count = 0;
     int64_t here = ftello(_fp); // the stream's position
     uint32_t offset = _header._firstOffset;
@@ -318,7 +183,9 @@ int qipVLRecFile::load()
         if (walk.comesBack(offset) || bytesRead > readLimit) {
             return FileCorrupt;
         }
-        if (seekTo(offset, here) != NoError) {
+        const bool isThere = _stream.seekTo(offset, here);
+        _fp = _stream.fp();
+        if (!isThere) {
             return FileCorrupt;
         }
         qipVLRecord record;

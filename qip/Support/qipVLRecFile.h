@@ -21,13 +21,12 @@
 // Where the system refused to open or to write (-1, -3, -10), errno has its reason.
 #pragma once
 
+#include "qip/Support/qipFileStream.h"
 #include "qip/Support/qipVLHeader.h"
 #include "qip/Support/qipVLRecord.h"
 
 #include <cstdint>
 #include <cstdio>
-#include <memory>
-#include <sys/types.h>
 
 class qipVLRecFile
 {
@@ -108,36 +107,18 @@ public:
     const qipVLHeader& header() const { return _header; }
 
 protected:
-    FILE* _fp; // null while no file is open
+    FILE* _fp; // of `_stream`; null while no file is open
     Mode _mode;
     char* _filename; // owned
     qipVLHeader _header;
     qipVLRecord* _currentRecord; // owned; null between calls
 
 private:
-    // What the stream reads from or writes to. Each call says where, so that a seek is none.
-    struct Source
-    {
-        int fd;
-        int64_t position;
-    };
-
-    static ssize_t readSource(void* source, char* bytes, size_t size);
-    static ssize_t writeSource(void* source, const char* bytes, size_t size);
-    static int seekSource(void* source, off64_t* offset, int whence);
-    static int closeSource(void* source);
-
     int openForReading();
     int openForWriting(int userHeaderSz);
-    int seekTo(uint32_t offset, int64_t here);
-    bool openStream(int fd, const char* mode, size_t bufferSize);
     int flush();
-    bool takeSmallBuffer();
     int link(uint32_t previousRecord);
     bool closeStream();
 
-    std::unique_ptr<char[]> _streamBuffer; // lives as long as `_fp`
-    Source _source;                        // of `_fp`
-    int64_t _fileSize;                     // bytes when the file was opened for reading
-    int _stepsBack;                        // seeks to an earlier place since then, up to a limit
+    qipFileStream _stream;
 };

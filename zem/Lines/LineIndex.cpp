@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Lines/LineIndex.h"
 
+#include "qip/Support/qipOpenFile.h"
 #include "zem/Lines/TextLine.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <new>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -24,16 +23,15 @@ struct Start
     int tabs;
 };
 
-// Opens without waiting: the path comes from a data file and may name a pipe.
 FILE* openRegularFile(const char* path)
 {
-    const int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat info = {};
+    const int fd = qipOpenFile(path, info);
     if (fd < 0) {
         return nullptr;
     }
-    struct stat info = {};
     FILE* fp = nullptr;
-    if (fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= LineIndex::LargestFile) {
+    if (S_ISREG(info.st_mode) && info.st_size <= LineIndex::LargestFile) {
         fp = fdopen(fd, "r");
     }
     if (fp == nullptr) {
