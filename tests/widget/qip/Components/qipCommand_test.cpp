@@ -184,6 +184,21 @@ TEST(qipCommandTest, ConfirmCommandAsksNothing)
     EXPECT_STREQ(command.question(), "Really?");
 }
 
+TEST(qipCommandTest, AQuestionMayBeItsOwnText)
+{
+    TestConfirmCommand command;
+    command.setQuestion(command.question());
+    EXPECT_STREQ(command.question(), "Execute this command?");
+    command.setQuestion(command.question() + 8);
+    EXPECT_STREQ(command.question(), "this command?");
+}
+
+TEST(qipCommandDeathTest, AQuestionMustNotBeNull)
+{
+    TestConfirmCommand command;
+    EXPECT_DEATH(command.setQuestion(nullptr), "qipConfirmCommand.cpp.*_question != 0");
+}
+
 TEST(qipCommandTest, TheQuitCommandHasItsQuestion)
 {
     const qipQuitCommand quit("quit", 0);
