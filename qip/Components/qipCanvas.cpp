@@ -109,7 +109,8 @@ void qipCanvas::input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
         KeySym key = NoSymbol;
         XmTranslateKey(event->xkey.display, static_cast<KeyCode>(event->xkey.keycode),
                        event->xkey.state, &modifiers, &key);
-        (void)canvas->keyPressed(key); // a key that is not ours is everybody's
+        // A key that is not ours is everybody's.
+        (void)canvas->keyPressed(key, event->xkey.state);
         return;
     }
     switch (event->xbutton.button) {
@@ -133,7 +134,7 @@ void qipCanvas::input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
     }
 }
 
-bool qipCanvas::keyPressed(KeySym key)
+bool qipCanvas::keyPressed(KeySym key, unsigned)
 {
     const int page = std::max(_view._dy - 1, 1);
     switch (key) {

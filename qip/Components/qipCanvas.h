@@ -33,9 +33,9 @@ protected:
     // filled already. `_gc` is there.
     virtual void refresh(Drawable drawable, qipView view) = 0;
 
-    // Called for a key that is pressed while the pointer or the focus is on the canvas. Returns
-    // whether it was one that this canvas acts on.
-    virtual bool keyPressed(KeySym key);
+    // Called for a key that is pressed while the pointer or the focus is on the canvas, with the
+    // modifiers that are held (ShiftMask ...). Returns whether it was one that this canvas acts on.
+    virtual bool keyPressed(KeySym key, unsigned modifiers);
 
     // Copies the picture to the window.
     void refreshDisplay();

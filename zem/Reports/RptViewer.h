@@ -57,8 +57,9 @@ protected:
     void refresh(Drawable drawable, qipView view) override;
     void destroyed() override;
 
-    // The canvas has translations of its own, which leave out those of the help key.
-    bool keyPressed(KeySym key) override;
+    // The canvas has translations of its own, which leave out those of the help key and of the keys
+    // that take the keyboard to another component.
+    bool keyPressed(KeySym key, unsigned modifiers) override;
 
 private:
     struct translationRecord

@@ -12,6 +12,8 @@
 #include "zem/Reports/ZEMRptTable.h"
 
 #include <X11/keysym.h>
+#include <Xm/PanedW.h>
+#include <Xm/PushB.h>
 #include <Xm/Xm.h>
 
 #include <string>
