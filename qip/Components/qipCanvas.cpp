@@ -16,7 +16,8 @@ namespace {
 
 constexpr int WheelRows = 3;
 constexpr int WheelColumns = 4;
-constexpr int CopyOffset = 2; // pixels, the width of the frame
+constexpr int FrameWidth = 2; // pixels
+constexpr int CopyOffset = FrameWidth;
 constexpr int LongestSide = 32767;
 
 // Where a picture starts in the window: a canvas centred in a larger view starts further in.
@@ -65,6 +66,16 @@ void qipCanvas::install(qipVCell* parent)
     XtAddCallback(_clientArea, XmNexposeCallback, expose_cbk, this);
     XtAddCallback(_clientArea, XmNresizeCallback, resize_cbk, this);
     XtAddEventHandler(_clientArea, ButtonPressMask | KeyPressMask, False, input_cbk, this);
+}
+
+int qipCanvas::heightFor(int rows) const
+{
+    Dimension bar = 0;
+    Dimension spacing = 0;
+    Dimension shadow = 0;
+    XtVaGetValues(_hsb->baseWidget(), XmNheight, &bar, nullptr);
+    XtVaGetValues(_base, XmNspacing, &spacing, XmNshadowThickness, &shadow, nullptr);
+    return rows * _vPixels + 2 * FrameWidth + bar + spacing + 2 * shadow;
 }
 
 const char* qipCanvas::className() const

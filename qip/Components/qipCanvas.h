@@ -27,6 +27,10 @@ public:
     int columnPixels() const { return _hPixels; }
     int rowPixels() const { return _vPixels; }
 
+    // The height in pixels of the base widget in which `rows` rows are whole, with the frame around
+    // them and the scroll bar below. REQUIRES: the canvas is installed.
+    int heightFor(int rows) const;
+
 protected:
     // Called by render() to draw the cells of `view` into `drawable`, its first cell at (0, 0).
     // Columns may lie past the canvas's width; rows do not lie past its height. The background is

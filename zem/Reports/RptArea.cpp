@@ -20,7 +20,7 @@ namespace {
 
 constexpr int PaneSpacing = 10;     // pixels
 constexpr int TallestPane = 10000;  // pixels; Motif's own 1000 leaves a gap on a tall screen
-constexpr int FewestRows = 2;       // that a sash leaves of the report
+constexpr int FewestRows = 2;       // that a sash leaves of the report, with its scroll bar
 constexpr int FewestSourceRows = 6; // of the source: its header, three lines and the scroll bar
 constexpr int FirstSourceRows = 14;
 
@@ -64,7 +64,7 @@ void RptArea::install(qipVCell* parent)
                                     XmNspacing, PaneSpacing, XmNsashIndent, 0, nullptr);
     _clientArea = _base;
     _rptViewer.install(this);
-    setPaneMinimum(_rptViewer, FewestRows * _rptViewer.rowPixels());
+    setPaneMinimum(_rptViewer, _rptViewer.heightFor(FewestRows));
     installDestroyHandler();
 }
 
@@ -75,6 +75,9 @@ const char* RptArea::className() const
 
 int RptArea::processFile(const char* logfile)
 {
+    if (logfile == nullptr) {
+        return qipVLRecFile::BadParameter;
+    }
     const int result = _theRepository.processFile(logfile);
     if (result < 0) {
         std::cerr << " *** RptArea::report: Error processing " << logfile << ": "
