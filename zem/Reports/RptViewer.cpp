@@ -145,6 +145,9 @@ void RptViewer::selection(int row)
 
 void RptViewer::select(int y)
 {
+    if (_vPixels <= 0) {
+        return; // not installed yet: a row has no height
+    }
     _clicked = 1;
     // Above the canvas, with the pointer dragged out of the window, there is no row either.
     selection(y < 0 ? -1 : _view._y + y / _vPixels);

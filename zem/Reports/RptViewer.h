@@ -41,7 +41,7 @@ public:
     void selection(int row);
 
     // Selects the row at `y` pixels from the top of the canvas and draws; below the last row
-    // nothing is selected.
+    // nothing is selected. Does nothing before install().
     void select(int y);
 
     // Opens the source of the selected row, once for each select.

@@ -239,6 +239,17 @@ TEST_F(RptViewerTest, ClickAboveTheCanvasSelectsNothing)
     EXPECT_EQ(_viewer.selection(), -1);
 }
 
+TEST_F(RptViewerTest, SelectBeforeInstallDoesNothing)
+{
+    RptViewer viewer("early");
+    show({{"d/alpha", 40, 10}});
+    viewer.installView(&_table);
+    viewer.select(0);
+    EXPECT_EQ(viewer.selection(), -1);
+    // Nothing has been clicked either: there is no report area to be called.
+    viewer.browse();
+}
+
 TEST_F(RptViewerTest, ClickCountsFromTheFirstVisibleRow)
 {
     std::vector<Row> rows;
