@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Reports/RptArea.h"
 
+#include "qip/Components/qipWindow.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Reports/RptText.h"
@@ -186,10 +187,9 @@ void RptArea::browse()
     _browsing = true;
 }
 
-// A window that has room for both panes keeps its size, another one grows.
+// A window that has room for both panes keeps its size, another one gets higher, and neither wider.
 void RptArea::showSource()
 {
-    const int height = heightOf(_base);
     allowShellResize(_base, False);
     int wanted = 0;
     if (_srcViewerInstalled) {
@@ -199,15 +199,24 @@ void RptArea::showSource()
         _srcViewer.unmanage();
         _srcViewerInstalled = true;
     }
-    const int least = FirstSourceRows * _srcViewer.rowPixels();
-    const int room = height - PaneSpacing - FewestRows * _rptViewer.rowPixels();
+    const int fewest = FewestSourceRows * _srcViewer.rowPixels();
+    const int first = FirstSourceRows * _srcViewer.rowPixels();
+    qipWindow::makeHigher(_base, first - roomForSource());
     // A pane that comes to a window on the screen gets its least height, which must be known when
     // it comes: without one it would be a single pixel high. The sash may make it smaller later.
-    setPaneMinimum(_srcViewer, std::max(std::min(wanted, room), least));
-    allowShellResize(_base, room < least);
+    const int height = std::min(std::max(wanted, first), roomForSource());
+    setPaneMinimum(_srcViewer, std::max(height, fewest));
     _srcViewer.manage();
-    setPaneMinimum(_srcViewer, FewestSourceRows * _srcViewer.rowPixels());
+    setPaneMinimum(_srcViewer, fewest);
     allowShellResize(_base, True);
+}
+
+// The height that the report can leave to the source.
+int RptArea::roomForSource() const
+{
+    Dimension margin = 0;
+    XtVaGetValues(_base, XmNmarginHeight, &margin, nullptr);
+    return heightOf(_base) - 2 * margin - PaneSpacing - _rptViewer.heightFor(FewestRows);
 }
 
 void RptArea::browseToggle()

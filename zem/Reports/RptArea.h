@@ -74,6 +74,7 @@ public:
 
 private:
     void showSource();
+    int roomForSource() const;
 
     int _demangleLevel;
     bool _browsing;           // the source view is open

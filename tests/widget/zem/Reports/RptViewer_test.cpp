@@ -21,7 +21,7 @@
 
 namespace {
 
-// The picture is copied behind the frame.
+// The picture is copied inside the frame.
 constexpr int Offset = 2;
 
 // A viewer that counts its pictures.
