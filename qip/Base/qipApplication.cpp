@@ -14,7 +14,7 @@
 qipApplication* theApplication = nullptr;
 
 qipApplication::qipApplication(const char* name)
-    : qipVCell(name), _display(nullptr), _appContext(nullptr)
+    : qipVCell(name), _display(nullptr), _appContext(nullptr), _geometry(nullptr)
 {
     theApplication = this;
 }
@@ -70,12 +70,15 @@ void qipApplication::initialize(int& argc, char** argv)
     _base = XtAppInitialize(&_appContext, _name, nullptr, 0, &argc, argv, nullptr, nullptr, 0);
     _display = XtDisplay(_base);
     installDestroyHandler();
+    char* geometry = nullptr;
+    XtVaGetValues(_base, XmNgeometry, &geometry, nullptr);
+    _geometry = geometry;
     const int screen = DefaultScreen(_display);
     // Motif maps a shell without a size as an empty stray window.
     XtVaSetValues(_base, XmNx, static_cast<Position>(DisplayWidth(_display, screen) / 2), XmNy,
                   static_cast<Position>(DisplayHeight(_display, screen) / 2), XmNwidth,
                   static_cast<Dimension>(1), XmNheight, static_cast<Dimension>(1),
-                  XmNmappedWhenManaged, False, nullptr);
+                  XmNmappedWhenManaged, False, XmNgeometry, nullptr, nullptr);
 }
 
 void qipApplication::addDefaults(const char* path)
@@ -83,6 +86,25 @@ void qipApplication::addDefaults(const char* path)
     qipAssertAs(_base != nullptr, "_base != 0");
     XrmDatabase database = XtScreenDatabase(XtScreen(_base));
     XrmCombineFileDatabase(path, &database, False);
+    takeMultiClickTime();
+}
+
+// The toolkit looks this resource up once, while the display is opened: before there are defaults.
+void qipApplication::takeMultiClickTime()
+{
+    static char name[] = "multiClickTime";
+    static char className[] = "MultiClickTime";
+    int before = XtGetMultiClickTime(_display);
+    int milliseconds = before;
+    XtResource resource = {name,
+                           className,
+                           const_cast<char*>(XtRInt),
+                           sizeof milliseconds,
+                           0,
+                           const_cast<char*>(XtRInt),
+                           &before};
+    XtGetApplicationResources(_base, &milliseconds, &resource, 1, nullptr, 0);
+    XtSetMultiClickTime(_display, milliseconds);
 }
 
 void qipApplication::handleEvents()

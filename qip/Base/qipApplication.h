@@ -44,9 +44,9 @@ public:
     // Initialises and shows every window and runs the event loop. Returns 0 if that ever ends.
     virtual int appMain(int& argc, char** argv);
 
-    // Adds the resources of the file `path` to the display's where they say nothing. To be called
-    // after initialize() and before the first widget that they are for. A file that cannot be read
-    // changes nothing.
+    // Adds the resources of the file `path` to the display's where they say nothing; a double
+    // click's time, which is no widget's, counts from now on. To be called after initialize() and
+    // before the first widget that they are for. A file that cannot be read changes nothing.
     void addDefaults(const char* path);
 
     // Called by qipWindow. The list does not own the windows.
@@ -57,10 +57,20 @@ public:
     XtAppContext appContext() const { return _appContext; } // null before initialize()
     const List<qipWindow*>& windows() const { return _windows; }
 
+    // The size and place that the user asked for (-geometry), as it was written; null without. The
+    // application shell, which nobody sees, leaves it to the main window. Valid to the program's
+    // end.
+    const char* geometry() const { return _geometry; }
+
 protected:
     Display* _display;
     XtAppContext _appContext;
     List<qipWindow*> _windows;
+
+private:
+    void takeMultiClickTime();
+
+    const char* _geometry; // the resource database's
 };
 
 // The application built last; null while there is none.

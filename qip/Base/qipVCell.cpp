@@ -5,36 +5,26 @@
 
 #include <Xm/Xm.h>
 
-#include <cstring>
-#include <new>
+namespace {
 
-qipVCell::qipVCell(const char* name) : _name(nullptr), _base(nullptr), _clientArea(nullptr)
+// A base class and its subclass may both install a handler. It must be in the list once: each entry
+// would be called, and the destructor takes one out.
+void addOnce(Widget widget, const char* list, XtCallbackProc callback, XtPointer data)
+{
+    XtRemoveCallback(widget, list, callback, data);
+    XtAddCallback(widget, list, callback, data);
+}
+
+} // namespace
+
+qipVCell::qipVCell(const char* name) : _base(nullptr), _clientArea(nullptr)
 {
     setName(name);
 }
 
-qipVCell::qipVCell(const qipVCell& other)
-    : _name(nullptr), _base(other._base), _clientArea(other._clientArea)
-{
-    if (other._name != nullptr) {
-        setName(other._name);
-    }
-}
+qipVCell::qipVCell(const qipVCell& other) = default;
 
-qipVCell& qipVCell::operator=(const qipVCell& other)
-{
-    if (this != &other) {
-        if (other._name != nullptr) {
-            setName(other._name);
-        } else {
-            delete[] _name;
-            _name = nullptr;
-        }
-        _base = other._base;
-        _clientArea = other._clientArea;
-    }
-    return *this;
-}
+qipVCell& qipVCell::operator=(const qipVCell& other) = default;
 
 qipVCell::~qipVCell()
 {
@@ -44,27 +34,20 @@ qipVCell::~qipVCell()
             XtRemoveCallback(_base, XmNhelpCallback, helpRequested_cbk, this);
         }
     }
-    delete[] _name;
 }
 
 void qipVCell::setName(const char* name)
 {
     qipAssertAs(name != nullptr, "name != 0");
-    // The new name may be the old one's own text, so the old one goes last.
-    char* const old = _name;
-    const size_t size = std::strlen(name) + 1;
-    _name = new (std::nothrow) char[size];
-    qipAssertAs(_name != nullptr, "_name != 0");
-    std::memcpy(_name, name, size);
-    delete[] old;
+    const bool isSet = _name.set(name);
+    qipAssertAs(isSet, "_name != 0");
 }
 
 void qipVCell::destroyed()
 {
     _base = nullptr;
     _clientArea = nullptr;
-    delete[] _name;
-    _name = nullptr;
+    _name.set(nullptr);
 }
 
 void qipVCell::helpRequested() const {}
@@ -97,14 +80,14 @@ void qipVCell::getResources(const XtResource*, int) {}
 void qipVCell::installDestroyHandler() const
 {
     qipAssertAs(_base != nullptr, "_base != 0");
-    XtAddCallback(_base, XmNdestroyCallback, destroyed_cbk, const_cast<qipVCell*>(this));
+    addOnce(_base, XmNdestroyCallback, destroyed_cbk, const_cast<qipVCell*>(this));
 }
 
 void qipVCell::installHelpHandler() const
 {
     qipAssertAs(_base != nullptr, "_base != 0");
     if (XtHasCallbacks(_base, XmNhelpCallback) != XtCallbackNoList) {
-        XtAddCallback(_base, XmNhelpCallback, helpRequested_cbk, const_cast<qipVCell*>(this));
+        addOnce(_base, XmNhelpCallback, helpRequested_cbk, const_cast<qipVCell*>(this));
     }
 }
 

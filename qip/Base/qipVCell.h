@@ -8,6 +8,8 @@
 // the cell forgets it > deleted by its owner. Deleting a cell does not destroy its widget.
 #pragma once
 
+#include "qip/Support/qipCString.h"
+
 #include <X11/Intrinsic.h>
 
 class qipVCell
@@ -43,8 +45,9 @@ public:
     virtual void setDefaultResources(Widget widget, const String* resources);
     virtual void getResources(const XtResource* resources, int count);
 
-    // Have destroyed() or helpRequested() called. A widget without a help callback list (a shell)
-    // takes no help handler. REQUIRES: there is a base widget.
+    // Have destroyed() or helpRequested() called, once for each event however often they are
+    // installed. A widget without a help callback list (a shell) takes no help handler.
+    // REQUIRES: there is a base widget.
     void installDestroyHandler() const;
     void installHelpHandler() const;
 
@@ -59,7 +62,7 @@ public:
 protected:
     void setName(const char* name);
 
-    char* _name;        // owned
+    qipCString _name;   // null once the widget has been destroyed
     Widget _base;       // root of the widget tree, owned by Xt; null before and after its life
     Widget _clientArea; // where children go
 

@@ -9,11 +9,48 @@
 #include <Xm/Protocols.h>
 #include <Xm/Xm.h>
 
+#include <algorithm>
+
 namespace {
 
 Atom deleteWindow(Widget shell)
 {
     return XInternAtom(XtDisplay(shell), "WM_DELETE_WINDOW", False);
+}
+
+// Top and bottom on the screen of a shell's window, with the frame that a window manager has put
+// around it.
+struct Extent
+{
+    int top;
+    int bottom;
+};
+
+Extent extentOf(Widget shell)
+{
+    Display* display = XtDisplay(shell);
+    Window window = XtWindow(shell);
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned nChildren = 0;
+    while (XQueryTree(display, window, &root, &parent, &children, &nChildren) != 0) {
+        if (children != nullptr) {
+            XFree(children);
+        }
+        if (parent == root) {
+            break;
+        }
+        window = parent;
+    }
+    XWindowAttributes frame = {};
+    XGetWindowAttributes(display, window, &frame);
+    return {frame.y, frame.y + frame.height + 2 * frame.border_width};
+}
+
+int clampTo(int value, int least, int most)
+{
+    return std::max(std::min(value, most), least);
 }
 
 } // namespace
@@ -96,6 +133,48 @@ void qipWindow::destroyed()
     _main = nullptr;
     _workArea = nullptr;
     qipVCell::destroyed();
+}
+
+void qipWindow::makeHigher(Widget inside, int pixels)
+{
+    Widget shell = inside;
+    while (!XtIsShell(shell)) {
+        shell = XtParent(shell);
+    }
+    if (!XtIsRealized(shell) || pixels <= 0) {
+        return;
+    }
+    const Extent extent = extentOf(shell);
+    const int below = std::max(HeightOfScreen(XtScreen(shell)) - extent.bottom, 0);
+    const int up = clampTo(pixels - below, 0, std::max(extent.top, 0));
+    const int growth = std::min(pixels, below + up);
+    Dimension height = 0;
+    XtVaGetValues(shell, XmNheight, &height, nullptr);
+    if (up > 0) {
+        // A window manager takes this as the place of its frame.
+        XtVaSetValues(shell, XmNy, static_cast<Position>(extent.top - up), nullptr);
+    }
+    if (growth > 0) {
+        XtVaSetValues(shell, XmNheight, static_cast<Dimension>(height + growth), nullptr);
+    }
+}
+
+void qipWindow::placeOnScreen(int frameWidth, int frameHeight)
+{
+    XtRealizeWidget(_base);
+    Position x = 0;
+    Position y = 0;
+    Dimension width = 0;
+    Dimension height = 0;
+    XtVaGetValues(_base, XmNx, &x, XmNy, &y, XmNwidth, &width, XmNheight, &height, nullptr);
+    const int roomX = std::max(WidthOfScreen(XtScreen(_base)) - frameWidth, 1);
+    const int roomY = std::max(HeightOfScreen(XtScreen(_base)) - frameHeight, 1);
+    const int newWidth = std::min<int>(width, roomX);
+    const int newHeight = std::min<int>(height, roomY);
+    XtVaSetValues(_base, XmNx, static_cast<Position>(clampTo(x, 0, roomX - newWidth)), XmNy,
+                  static_cast<Position>(clampTo(y, 0, roomY - newHeight)), XmNwidth,
+                  static_cast<Dimension>(newWidth), XmNheight, static_cast<Dimension>(newHeight),
+                  nullptr);
 }
 
 void qipWindow::closeRequested_cbk(Widget, XtPointer window, XtPointer)

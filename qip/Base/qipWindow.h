@@ -38,8 +38,18 @@ public:
     // Called when the user closes the window through the window manager: close() here.
     virtual void closeRequested();
 
+    // Makes the window that the widget `inside` stands in higher by `pixels`, within the screen:
+    // downwards, and where there is no room below it is moved up for the rest, as far as its top
+    // edge allows. Its width stays. Nothing while it has no window of the server.
+    static void makeHigher(Widget inside, int pixels);
+
 protected:
     void destroyed() override;
+
+    // Creates the server's window of the shell and takes care that it lies on the screen: at most
+    // as large, and within its edges. Called before the window is shown for the first time.
+    // `frameWidth` and `frameHeight`, in pixels, are left free for a window manager's frame.
+    void placeOnScreen(int frameWidth, int frameHeight);
 
     Widget _main;     // the Motif main window "aWindow"
     Widget _workArea; // what createWorkArea() made

@@ -5,23 +5,15 @@
 #include <Xm/Label.h>
 #include <Xm/Xm.h>
 
-#include <cstring>
-#include <new>
-
 namespace {
 
 constexpr char MessageTag[] = "FNT_STATUSBAR_MSG";
 
 } // namespace
 
-StatusBar::StatusBar(const char* name)
-    : qipVCell(name), _permMsg(nullptr), _msgArea(nullptr), _timer(this)
-{}
+StatusBar::StatusBar(const char* name) : qipVCell(name), _msgArea(nullptr), _timer(this) {}
 
-StatusBar::~StatusBar()
-{
-    delete[] _permMsg;
-}
+StatusBar::~StatusBar() = default;
 
 void StatusBar::install(qipVCell* parent)
 {
@@ -51,21 +43,15 @@ void StatusBar::destroyed()
 
 void StatusBar::setPermanent(const char* text)
 {
-    if (text == nullptr) {
-        return;
+    if (text != nullptr) {
+        _permMsg.set(text);
     }
-    char* copy = new (std::nothrow) char[std::strlen(text) + 1];
-    if (copy != nullptr) {
-        std::strcpy(copy, text);
-    }
-    delete[] _permMsg;
-    _permMsg = copy;
 }
 
 void StatusBar::refresh()
 {
     if (_msgArea != nullptr) {
-        showMessage(_permMsg == nullptr ? "" : _permMsg);
+        showMessage(_permMsg == nullptr ? "" : _permMsg.get());
     }
 }
 

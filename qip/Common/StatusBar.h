@@ -6,6 +6,7 @@
 
 #include "qip/Base/qipVCell.h"
 #include "qip/Monitors/qipTimeout.h"
+#include "qip/Support/qipCString.h"
 
 class StatusBar : public qipVCell
 {
@@ -44,8 +45,8 @@ protected:
     // keeps its text.
     static void setLabelText(Widget label, const char* text, const char* tag);
 
-    char* _permMsg;  // owned, null until one is set
-    Widget _msgArea; // the message label, null before install() and once it is gone
+    qipCString _permMsg; // null until one is set
+    Widget _msgArea;     // the message label, null before install() and once it is gone
 
 private:
     class MsgTimeout : public qipTimeout

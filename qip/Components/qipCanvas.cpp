@@ -16,7 +16,8 @@ namespace {
 
 constexpr int WheelRows = 3;
 constexpr int WheelColumns = 4;
-constexpr int CopyOffset = 2; // pixels, the width of the frame
+constexpr int FrameWidth = 2; // pixels
+constexpr int CopyOffset = FrameWidth;
 constexpr int LongestSide = 32767;
 
 // Where a picture starts in the window: a canvas centred in a larger view starts further in.
@@ -67,6 +68,16 @@ void qipCanvas::install(qipVCell* parent)
     XtAddEventHandler(_clientArea, ButtonPressMask | KeyPressMask, False, input_cbk, this);
 }
 
+int qipCanvas::heightFor(int rows) const
+{
+    Dimension bar = 0;
+    Dimension spacing = 0;
+    Dimension shadow = 0;
+    XtVaGetValues(_hsb->baseWidget(), XmNheight, &bar, nullptr);
+    XtVaGetValues(_base, XmNspacing, &spacing, XmNshadowThickness, &shadow, nullptr);
+    return rows * _vPixels + 2 * FrameWidth + bar + spacing + 2 * shadow;
+}
+
 const char* qipCanvas::className() const
 {
     return "qipCanvas";
@@ -109,7 +120,8 @@ void qipCanvas::input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
         KeySym key = NoSymbol;
         XmTranslateKey(event->xkey.display, static_cast<KeyCode>(event->xkey.keycode),
                        event->xkey.state, &modifiers, &key);
-        (void)canvas->keyPressed(key); // a key that is not ours is everybody's
+        // A key that is not ours is everybody's.
+        (void)canvas->keyPressed(key, event->xkey.state);
         return;
     }
     switch (event->xbutton.button) {
@@ -133,7 +145,7 @@ void qipCanvas::input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
     }
 }
 
-bool qipCanvas::keyPressed(KeySym key)
+bool qipCanvas::keyPressed(KeySym key, unsigned)
 {
     const int page = std::max(_view._dy - 1, 1);
     switch (key) {

@@ -27,15 +27,19 @@ public:
     int columnPixels() const { return _hPixels; }
     int rowPixels() const { return _vPixels; }
 
+    // The height in pixels of the base widget in which `rows` rows are whole, with the frame around
+    // them and the scroll bar below. REQUIRES: the canvas is installed.
+    int heightFor(int rows) const;
+
 protected:
     // Called by render() to draw the cells of `view` into `drawable`, its first cell at (0, 0).
     // Columns may lie past the canvas's width; rows do not lie past its height. The background is
     // filled already. `_gc` is there.
     virtual void refresh(Drawable drawable, qipView view) = 0;
 
-    // Called for a key that is pressed while the pointer or the focus is on the canvas. Returns
-    // whether it was one that this canvas acts on.
-    virtual bool keyPressed(KeySym key);
+    // Called for a key that is pressed while the pointer or the focus is on the canvas, with the
+    // modifiers that are held (ShiftMask ...). Returns whether it was one that this canvas acts on.
+    virtual bool keyPressed(KeySym key, unsigned modifiers);
 
     // Copies the picture to the window.
     void refreshDisplay();

@@ -5,18 +5,21 @@
 #include "qip/Support/ListIterator.h"
 #include "qip/Support/qipAssert.h"
 
-#include <cstring>
 #include <iostream>
-#include <new>
 
-qipCommand::qipCommand(const char* name, int disabled) : _disabled(disabled), _name(nullptr)
+qipCommand::qipCommand(const char* name, int disabled) : _disabled(disabled), _client(this)
 {
     setName(name);
 }
 
 qipCommand::~qipCommand()
 {
-    delete[] _name;
+    // Each is off the list before it is told: what it does then may be its own end.
+    while (qipSensor* sensor = _triggers.first()) {
+        removeServer(sensor);
+        sensor->clientGone(&_client);
+        sensor->deactivate();
+    }
 }
 
 void qipCommand::setName(const char* name)
@@ -26,11 +29,8 @@ void qipCommand::setName(const char* name)
                   << std::endl;
         name = "Nameless Command";
     }
-    char* const old = _name;
-    _name = new (std::nothrow) char[std::strlen(name) + 1];
+    _name.set(name);
     qipAssert(_name != 0);
-    std::strcpy(_name, name);
-    delete[] old;
 }
 
 int qipCommand::registerServer(qipSensor* ifac)
@@ -39,6 +39,7 @@ int qipCommand::registerServer(qipSensor* ifac)
     const int before = _triggers.length();
     const int length = _triggers.append(ifac);
     if (length > before) {
+        ifac->addClient(&_client);
         ifac->initialState(_disabled == 0 ? qipGadgetActive : qipGadgetInactive);
     }
     return length;
@@ -46,7 +47,16 @@ int qipCommand::registerServer(qipSensor* ifac)
 
 int qipCommand::removeServer(qipSensor* sensor)
 {
-    return _triggers.remove(sensor);
+    const int result = _triggers.remove(sensor);
+    if (result == 0) {
+        sensor->removeClient(&_client);
+    }
+    return result;
+}
+
+void qipCommand::Client::sensorGone(qipSensor* sensor)
+{
+    _command->_triggers.remove(sensor);
 }
 
 int qipCommand::inActivationList(qipCommand* command)

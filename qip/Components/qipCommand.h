@@ -3,11 +3,14 @@
 // The one place where an action lives. What triggers it, its sensors, registers with it and is
 // switched active and inactive with it. Disabling nests: n times needs n times enabling.
 //
-// A command owns neither its sensors nor the commands that it switches. Destroy its sensors, or
-// take them off, before the command.
+// A command owns neither its sensors nor the commands that it switches. Sensors and command may be
+// destroyed in any order: a sensor that goes is off the list, a command that goes switches its
+// sensors off. The commands that it switches outlive it or are not executed any more.
 #pragma once
 
+#include "qip/Monitors/qipSensorClient.h"
 #include "qip/Support/List.h"
+#include "qip/Support/qipCString.h"
 
 class qipSensor;
 
@@ -21,6 +24,7 @@ public:
 
     // The action. Called by execute(); returns 0 for success.
     virtual int doit() = 0;
+    // Deactivates the sensors and takes them off.
     virtual ~qipCommand();
 
     // Runs doit() and returns its result. After success the commands of the activation list are
@@ -44,15 +48,30 @@ public:
     int enable();
     bool isEnabled() const { return _disabled == 0; }
 
+    // As whom its sensors know this command.
+    const qipSensorClient* asClient() const { return &_client; }
+
     const char* name() const { return _name; }
 
 protected:
     void setName(const char* name);
 
 private:
+    // The command's end of the bond with its sensors.
+    class Client : public qipSensorClient
+    {
+    public:
+        explicit Client(qipCommand* command) : _command(command) {}
+        void sensorGone(qipSensor* sensor) override;
+
+    private:
+        qipCommand* _command;
+    };
+
     List<qipSensor*> _triggers;
     List<qipCommand*> _activationList;
     List<qipCommand*> _deactivationList;
     int _disabled; // 0 is enabled
-    char* _name;   // owned
+    qipCString _name;
+    Client _client;
 };

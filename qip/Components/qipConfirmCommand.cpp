@@ -3,26 +3,18 @@
 
 #include "qip/Support/qipAssert.h"
 
-#include <cstring>
-#include <new>
-
 qipConfirmCommand::qipConfirmCommand(const char* name, int disabled, int confirm)
-    : qipCommand(name, disabled), _confirm(confirm), _question(nullptr)
+    : qipCommand(name, disabled), _confirm(confirm)
 {
     setQuestion("Execute this command?");
 }
 
-qipConfirmCommand::~qipConfirmCommand()
-{
-    delete[] _question;
-}
+qipConfirmCommand::~qipConfirmCommand() = default;
 
 void qipConfirmCommand::setQuestion(const char* text)
 {
-    delete[] _question;
-    _question = new (std::nothrow) char[std::strlen(text) + 1];
+    _question.set(text);
     qipAssert(_question != 0);
-    std::strcpy(_question, text);
 }
 
 int qipConfirmCommand::execute()

@@ -22,5 +22,5 @@ public:
 
 private:
     int _confirm;
-    char* _question; // owned
+    qipCString _question;
 };

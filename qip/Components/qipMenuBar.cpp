@@ -20,7 +20,7 @@ int qipMenuBar::addPane(qipMenuPane* pane)
 void qipMenuBar::install(qipVCell* parent)
 {
     qipAssert(parent != 0);
-    _base = XmCreateMenuBar(parent->clientArea(), _name, nullptr, 0);
+    _base = XmCreateMenuBar(parent->clientArea(), const_cast<char*>(_name.get()), nullptr, 0);
     _clientArea = _base;
     ListIterator<qipMenuPane*> panes(_menuPanes);
     while (qipMenuPane* pane = panes.next()) {

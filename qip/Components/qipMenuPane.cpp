@@ -10,7 +10,6 @@
 #include <Xm/RowColumn.h>
 #include <Xm/Xm.h>
 
-#include <cstring>
 #include <new>
 
 namespace {
@@ -26,7 +25,7 @@ void setMnemonic(Widget button, char mnemonic)
 } // namespace
 
 qipMenuPane::qipMenuPane(const char* name, char mnemonic, const char* label)
-    : qipVCell(name), _pane(nullptr), _label(nullptr), _mnemonic(mnemonic)
+    : qipVCell(name), _pane(nullptr), _mnemonic(mnemonic)
 {
     setLabel(label);
 }
@@ -41,19 +40,12 @@ qipMenuPane::~qipMenuPane()
     while (const qipSeparator* separator = separators.next()) {
         delete separator;
     }
-    delete[] _label;
 }
 
 void qipMenuPane::setLabel(const char* label)
 {
-    char* const old = _label;
-    _label = nullptr;
-    if (label != nullptr) {
-        _label = new (std::nothrow) char[std::strlen(label) + 1];
-        qipAssert(_label != 0);
-        std::strcpy(_label, label);
-    }
-    delete[] old;
+    const bool isSet = _label.set(label);
+    qipAssertAs(isSet, "_label != 0");
 }
 
 void qipMenuPane::addButton(qipVCell* btn, char mnemonic)
@@ -75,7 +67,7 @@ void qipMenuPane::addSeparator()
 
 void qipMenuPane::install(qipVCell* parent)
 {
-    _base = XmCreatePulldownMenu(parent->clientArea(), _name, nullptr, 0);
+    _base = XmCreatePulldownMenu(parent->clientArea(), const_cast<char*>(_name.get()), nullptr, 0);
     qipAssert(_base != 0);
     _clientArea = _base;
     installDestroyHandler();
@@ -89,7 +81,7 @@ void qipMenuPane::install(qipVCell* parent)
 void qipMenuPane::installLabel()
 {
     if (_label != nullptr) {
-        XmString string = XmStringCreateLocalized(_label);
+        XmString string = XmStringCreateLocalized(const_cast<char*>(_label.get()));
         XtVaSetValues(_pane, XmNlabelString, string, nullptr);
         XmStringFree(string);
     }

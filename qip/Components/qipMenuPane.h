@@ -6,6 +6,7 @@
 
 #include "qip/Base/qipVCell.h"
 #include "qip/Support/List.h"
+#include "qip/Support/qipCString.h"
 
 class qipMenuPane_item;
 class qipSeparator;
@@ -27,6 +28,7 @@ public:
     void install(qipVCell* parent) override;
     const char* className() const override;
 
+    // Keeps a copy; null takes the label away.
     void setLabel(const char* label);
     const char* label() const { return _label; }
     Widget cascadeButton() const { return _pane; }
@@ -40,7 +42,7 @@ private:
     void installLabel();
     void installItems();
 
-    char* _label; // owned
+    qipCString _label;
     char _mnemonic;
     List<qipMenuPane_item*> _buttons; // owned
     List<qipSeparator*> _separators;  // owned; the buttons are the caller's

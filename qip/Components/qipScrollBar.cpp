@@ -67,6 +67,9 @@ void qipScrollBar::maxValue(int v)
         return;
     }
     _maxValue = v;
+    if (_base == nullptr) {
+        return;
+    }
     // A maximum below the value or the slider would draw a warning.
     _pageLength = std::max(std::min(_pageLength, v), 1);
     _curValue = std::max(std::min(_curValue, v - _pageLength), 0);

@@ -62,7 +62,7 @@ void qipTCanvas::requireFont(const char* name)
 
 int qipTCanvas::setTextColor(const char* name)
 {
-    if (_clientArea == nullptr) {
+    if (_clientArea == nullptr || name == nullptr) {
         return -1;
     }
     _textColor = makeColorPixel(_clientArea, name, 0);

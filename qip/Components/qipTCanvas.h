@@ -16,7 +16,7 @@ public:
     // there; what was set before stays then. REQUIRES: the application has its display.
     int setFont(const char* name);
 
-    // Returns 0, or -1 before install().
+    // Returns 0; or -1 before install() and for a null name, and the colour stays.
     int setTextColor(const char* name);
 
     // Takes the font "Fixed" when none is loaded; on a display without it the next best one.

@@ -8,12 +8,23 @@ qipTCmdBtn::ExecButton::ExecButton(qipCommand* client) : _client(client) {}
 
 qipTCmdBtn::ExecButton::~ExecButton()
 {
-    _client->removeServer(this);
+    if (_client != nullptr) {
+        _client->removeServer(this);
+    }
 }
 
 void qipTCmdBtn::ExecButton::triggered()
 {
-    _client->execute();
+    if (_client != nullptr) {
+        _client->execute();
+    }
+}
+
+void qipTCmdBtn::ExecButton::clientGone(const qipSensorClient* client)
+{
+    if (_client != nullptr && client == _client->asClient()) {
+        _client = nullptr;
+    }
 }
 
 qipTCmdBtn::qipTCmdBtn(const char* name, qipCommand* client, const char* label,

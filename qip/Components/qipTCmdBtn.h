@@ -15,13 +15,16 @@ public:
     class ExecButton : public qipButton
     {
     public:
-        // `client` is borrowed and outlives the button.
+        // `client` is borrowed. It outlives the button, unless the button is on its list: then the
+        // button learns of its end.
         explicit ExecButton(qipCommand* client);
         ~ExecButton() override;
+        // Executes the command; nothing once it is gone.
         void triggered() override;
+        void clientGone(const qipSensorClient* client) override;
 
     private:
-        qipCommand* _client;
+        qipCommand* _client; // null once it is gone
     };
 
     // `label` and the XPM pictures may be null.

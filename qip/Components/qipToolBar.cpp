@@ -6,6 +6,9 @@
 #include <Xm/Form.h>
 #include <Xm/Xm.h>
 
+#include <algorithm>
+#include <vector>
+
 namespace {
 
 constexpr int Margin = 10; // pixels above and below the groups
@@ -32,21 +35,22 @@ void attachRight(qipVCell* group, qipVCell* neighbour)
     }
 }
 
-// Takes one entry of `group` out of `groups` and gives its place to the one behind it.
-void take(List<qipVCell*>& groups, qipVCell* group, void (*attach)(qipVCell*, qipVCell*))
+// Stands the groups side by side in the order of the list. A group that is listed more than once
+// stands where its last entry is: attached at each entry it would hang on itself.
+void arrange(const List<qipVCell*>& groups, void (*attach)(qipVCell*, qipVCell*))
 {
-    qipVCell* before = nullptr;
+    std::vector<qipVCell*> row;
     ListIterator<qipVCell*> it(groups);
-    for (qipVCell* each = it.next(); each != nullptr; each = it.next()) {
-        if (each == group) {
-            qipVCell* behind = it.next();
-            groups.remove(group);
-            if (behind != nullptr && behind != group) {
-                attach(behind, before);
-            }
-            return;
+    while (qipVCell* each = it.next()) {
+        row.erase(std::remove(row.begin(), row.end(), each), row.end());
+        if (each->baseWidget() != nullptr) {
+            row.push_back(each);
         }
-        before = each;
+    }
+    qipVCell* neighbour = nullptr;
+    for (qipVCell* each : row) {
+        attach(each, neighbour);
+        neighbour = each;
     }
 }
 
@@ -72,40 +76,36 @@ const char* qipToolBar::className() const
 
 void qipToolBar::addGroup(qipVCell* group)
 {
-    if (group == nullptr) {
-        return;
-    }
-    if (group->baseWidget() == nullptr) {
-        group->install(this);
-    }
-    qipVCell* last = _normalGroups.last();
-    if (last != group) {
-        attachLeft(group, last);
-    }
-    _normalGroups.append(group);
+    add(_normalGroups, group, attachLeft);
 }
 
 void qipToolBar::addHelpGroup(qipVCell* group)
 {
+    add(_helpGroups, group, attachRight);
+}
+
+void qipToolBar::removeGroup(qipVCell* group)
+{
+    if (_normalGroups.remove(group) == 0) {
+        arrange(_normalGroups, attachLeft);
+    }
+}
+
+void qipToolBar::removeHelpGroup(qipVCell* group)
+{
+    if (_helpGroups.remove(group) == 0) {
+        arrange(_helpGroups, attachRight);
+    }
+}
+
+void qipToolBar::add(List<qipVCell*>& groups, qipVCell* group, Attach attach)
+{
     if (group == nullptr) {
         return;
     }
     if (group->baseWidget() == nullptr) {
         group->install(this);
     }
-    qipVCell* last = _helpGroups.last();
-    if (last != group) {
-        attachRight(group, last);
-    }
-    _helpGroups.append(group);
-}
-
-void qipToolBar::removeGroup(qipVCell* group)
-{
-    take(_normalGroups, group, attachLeft);
-}
-
-void qipToolBar::removeHelpGroup(qipVCell* group)
-{
-    take(_helpGroups, group, attachRight);
+    groups.append(group);
+    arrange(groups, attach);
 }

@@ -6,7 +6,6 @@
 #include <Xm/PushB.h>
 #include <Xm/Xm.h>
 
-#include <cstring>
 #include <new>
 
 namespace {
@@ -16,7 +15,7 @@ constexpr char LabelTag[] = "FNT_BUTTON_LBL";
 } // namespace
 
 qipButton_X::qipButton_X(const char* name, qipButton* client)
-    : qipVCell(name), qipButton_impl(client), _label(nullptr), _button(nullptr)
+    : qipVCell(name), qipButton_impl(client), _button(nullptr)
 {}
 
 qipButton_X::~qipButton_X()
@@ -27,7 +26,6 @@ qipButton_X::~qipButton_X()
         XtVaSetValues(_button, XmNlabelType, XmSTRING, XmNlabelPixmap, XmUNSPECIFIED_PIXMAP,
                       XmNlabelInsensitivePixmap, XmUNSPECIFIED_PIXMAP, nullptr);
     }
-    delete[] _label;
 }
 
 void qipButton_X::setLabel(const char* text)
@@ -35,10 +33,8 @@ void qipButton_X::setLabel(const char* text)
     if (text == nullptr) {
         return;
     }
-    delete[] _label;
-    _label = new (std::nothrow) char[std::strlen(text) + 1];
+    _label.set(text);
     qipAssert(_label != 0);
-    std::strcpy(_label, text);
 }
 
 void qipButton_X::setImage(const char* const* image, const char* const* insensitiveImage)

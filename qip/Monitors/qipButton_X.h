@@ -7,6 +7,7 @@
 #include "qip/Base/qipVCell.h"
 #include "qip/Drawing/qipIcon.h"
 #include "qip/Monitors/qipButton_impl.h"
+#include "qip/Support/qipCString.h"
 
 #include <memory>
 
@@ -47,7 +48,7 @@ protected:
     // Sets the text of a label or button in the font of buttons.
     static void setText(Widget widget, const char* text);
 
-    char* _label;   // owned
+    qipCString _label;
     Widget _button; // what is pressed; null before install() and once it is gone
     std::unique_ptr<qipIcon> _image;
     std::unique_ptr<qipIcon> _insensitiveImage;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Support/qipVLRecFile.h"
 
+#include "qip/Support/qipCString.h"
 #include "qip/Support/qipEndian.h"
 
 #include <cerrno>
-#include <cstring>
 #include <iostream>
 #include <new>
 
@@ -74,13 +74,9 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
     if (filename == nullptr) {
         return BadParameter;
     }
-    char* copy = new (std::nothrow) char[std::strlen(filename) + 1];
-    if (copy == nullptr) {
+    if (!qipCString::replace(_filename, filename)) {
         return OutOfMemory;
     }
-    std::strcpy(copy, filename);
-    delete[] _filename;
-    _filename = copy;
 
     if (_fp != nullptr) {
         close();

@@ -86,6 +86,9 @@ public:
     // Opens `filename` (keeps a copy) and reads or writes both headers. `userHeaderSz` is in bytes
     // and counts only for WRITE, which truncates an existing file. A file that is open for writing
     // is completed first. Only regular files are read: a directory is -9, a pipe or device -1.
+    // A file opened for WRITE starts with a header of its own: counts and offsets of a file that
+    // the object had open before are of no use in it, and readers of a half-written file would take
+    // them for its own. Pinned by qipVLRecFileTest.AnotherFileStartsWithAFreshHeader.
     // Returns 0; -1 when the file cannot be opened; -3 when it cannot take the headers; -9 when the
     // header is cut short; -11 for a null name or an unknown mode; or what readHeader() or
     // writeHeader() returned. After a failure no file is open.

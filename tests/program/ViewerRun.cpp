@@ -35,7 +35,8 @@ int fileFor(const std::string& path)
 
 } // namespace
 
-ViewerRun::ViewerRun() : _display(nullptr), _program(0), _status(0)
+ViewerRun::ViewerRun(int screenWidth, int screenHeight)
+    : _server(screenWidth, screenHeight), _display(nullptr), _program(0), _status(0)
 {
     if (_server.started()) {
         XSetErrorHandler(ignoreError);
@@ -203,6 +204,56 @@ int ViewerRun::height(Window window)
     XWindowAttributes attributes = {};
     XGetWindowAttributes(_display, window, &attributes);
     return attributes.height;
+}
+
+int ViewerRun::left(Window window)
+{
+    int x = 0;
+    int y = 0;
+    Window child = 0;
+    XTranslateCoordinates(_display, window, DefaultRootWindow(_display), 0, 0, &x, &y, &child);
+    return x;
+}
+
+int ViewerRun::top(Window window)
+{
+    int x = 0;
+    int y = 0;
+    Window child = 0;
+    XTranslateCoordinates(_display, window, DefaultRootWindow(_display), 0, 0, &x, &y, &child);
+    return y;
+}
+
+XWindowAttributes ViewerRun::frameOf(Window window)
+{
+    Window root = 0;
+    Window parent = 0;
+    Window* children = nullptr;
+    unsigned nChildren = 0;
+    while (XQueryTree(_display, window, &root, &parent, &children, &nChildren) != 0) {
+        if (children != nullptr) {
+            XFree(children);
+        }
+        if (parent == root) {
+            break;
+        }
+        window = parent;
+    }
+    XWindowAttributes attributes = {};
+    XGetWindowAttributes(_display, window, &attributes);
+    return attributes;
+}
+
+int ViewerRun::frameRight(Window window)
+{
+    const XWindowAttributes frame = frameOf(window);
+    return frame.x + frame.width + 2 * frame.border_width;
+}
+
+int ViewerRun::frameBottom(Window window)
+{
+    const XWindowAttributes frame = frameOf(window);
+    return frame.y + frame.height + 2 * frame.border_width;
 }
 
 void ViewerRun::resize(Window window, int newWidth, int newHeight)

@@ -16,8 +16,8 @@
 class ViewerRun
 {
 public:
-    // Starts the server; check started().
-    ViewerRun();
+    // Starts the server, with a screen of this size; check started().
+    explicit ViewerRun(int screenWidth = XServer::Width, int screenHeight = XServer::Height);
     // Ends the program and the server.
     ~ViewerRun();
     ViewerRun(const ViewerRun&) = delete;
@@ -51,6 +51,15 @@ public:
     int width(Window window);
     int height(Window window);
 
+    // Where the window's upper left corner is on the screen.
+    int left(Window window);
+    int top(Window window);
+
+    // The first pixels to the right of and below the frame that the window manager has put around
+    // the window; of the window itself without one.
+    int frameRight(Window window);
+    int frameBottom(Window window);
+
     // Gives the window a size, near the upper left corner of the screen, and waits until it has it.
     void resize(Window window, int width, int height);
 
@@ -72,6 +81,7 @@ public:
 
 private:
     Window findMain();
+    XWindowAttributes frameOf(Window window);
 
     XServer _server;
     TempDir _dir;

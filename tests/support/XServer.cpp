@@ -84,14 +84,15 @@ bool hasProperty(Display* display, Atom property)
 
 } // namespace
 
-XServer::XServer() : _server(0), _windowManager(0), _connection(nullptr), _probe(0), _probeX(0)
+XServer::XServer(int width, int height)
+    : _server(0), _windowManager(0), _connection(nullptr), _probe(0), _probeX(0)
 {
     int fds[2];
     if (pipe(fds) != 0) {
         _problem = "no pipe to be had";
         return;
     }
-    const std::string screen = std::to_string(Width) + "x" + std::to_string(Height) + "x24";
+    const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
     _server = start(
         {"Xvfb", "-displayfd", "3", "-screen", "0", screen.c_str(), "-nolisten", "tcp", "-noreset"},
         fds[1]);

@@ -14,8 +14,8 @@ public:
     static constexpr int Width = 1280; // pixels
     static constexpr int Height = 1024;
 
-    // Starts the server and sets DISPLAY. Check started().
-    XServer();
+    // Starts the server, with a screen of this size, and sets DISPLAY. Check started().
+    explicit XServer(int width = Width, int height = Height);
     ~XServer();
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;

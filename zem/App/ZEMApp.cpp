@@ -16,6 +16,8 @@
 #include <iostream>
 #include <string>
 
+ZEMApp* zemApp = nullptr;
+
 const char* const compilation_date = "10/24/96";
 
 namespace {

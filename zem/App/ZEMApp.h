@@ -21,6 +21,9 @@ public:
     int appMain(int& argc, char** argv) override;
 };
 
+// The one application of the viewer; null in a program without one.
+extern ZEMApp* zemApp;
+
 // The date that the usage text gives.
 extern const char* const compilation_date;
 

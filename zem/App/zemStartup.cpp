@@ -12,13 +12,12 @@
 
 namespace {
 
-ZEMApp* const zemApp = new ZEMApp("zem");
-
 [[maybe_unused]] const bool made = [] {
+    zemApp = new ZEMApp("zem");
     theReportContainer = new RptArea("rptArea");
     theStatusBar = new ZEMStsBar("statusBar");
     theQuitCommand = new qipQuitCommand("anotherQuitCommand", 0);
-    return zemApp != nullptr;
+    return true;
 }();
 
 } // namespace

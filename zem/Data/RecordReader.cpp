@@ -48,13 +48,11 @@ int RecordReader::words(FILE* stream, uint32_t* values, int count)
 {
     unsigned char bytes[16];
     const size_t size = static_cast<size_t>(count) * 4;
-    if (fread_unlocked(bytes, 1, size, stream) != size) {
-        return qipVLRecFile::FileCorrupt;
-    }
-    for (int i = 0; i < count; ++i) {
+    const size_t read = fread_unlocked(bytes, 1, size, stream);
+    for (size_t i = 0; i < read / 4; ++i) {
         values[i] = qipGetBig32(bytes + 4 * i);
     }
-    return qipVLRecFile::NoError;
+    return read == size ? qipVLRecFile::NoError : qipVLRecFile::FileCorrupt;
 }
 
 int RecordReader::name(FILE* stream, char*& name)

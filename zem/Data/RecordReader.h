@@ -14,7 +14,8 @@
 
 namespace RecordReader {
 
-// Reads `count` (at most 4) words.
+// Reads `count` (at most 4) words. When the stream ends early, the words that were there are read
+// and the other values stay.
 [[nodiscard]] int words(FILE* stream, uint32_t* values, int count);
 
 // Reads a 16-bit length N and N bytes of name. `name`, owned by the caller, is replaced by a new

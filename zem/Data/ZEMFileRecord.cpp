@@ -79,12 +79,16 @@ int ZEMFileRecord::readFunctions(FILE* stream, std::vector<uint32_t>& lines)
         if (func == nullptr) {
             return qipVLRecFile::OutOfMemory;
         }
+        const int result = func->readLines(stream, lines);
+        if (func->_funcname == nullptr) {
+            delete func; // nothing of it could be read
+            return result;
+        }
         const int before = _funcList.length();
         if (_funcList.append(func) == before) {
             delete func;
             return qipVLRecFile::OutOfMemory;
         }
-        const int result = func->readLines(stream, lines);
         if (result != qipVLRecFile::NoError) {
             return result;
         }

@@ -47,13 +47,13 @@ int ZEMFuncRecord::readLines(FILE* stream, std::vector<uint32_t>& lines)
     if (result != qipVLRecFile::NoError) {
         return result;
     }
-    uint32_t words[3];
+    uint32_t words[3] = {_startLine, _endLine, 0};
     result = RecordReader::words(stream, words, 3);
+    _startLine = words[0];
+    _endLine = words[1];
     if (result != qipVLRecFile::NoError) {
         return result;
     }
-    _startLine = words[0];
-    _endLine = words[1];
     const size_t before = lines.size();
     result = RecordReader::array(stream, words[2], lines);
     _nBlocks = static_cast<uint32_t>(lines.size() - before);

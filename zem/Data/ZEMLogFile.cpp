@@ -73,7 +73,7 @@ dLinkT<ZEMLogFileRecord*>* ZEMLogFile::makeNode()
 
 void ZEMLogFile::dump(std::ostream& out)
 {
-    out << "\n" << _logHeader << " Number of records : " << _header._nRecords << "\n";
+    out << "\n" << _logHeader << " Number of records : " << _toc.length() << "\n";
     int number = 0;
     ListIterator<ZEMLogFileRecord*> records(_toc);
     while (ZEMLogFileRecord* record = records.next()) {

@@ -38,6 +38,7 @@ public:
     // qipVLRecFile::open(): -5 and -6 from the log header.
     [[nodiscard]] int open(const char* filename, Mode mode, int userHeaderSz = 0) override;
 
+    // The number of records that there are, and with each record the number that the header states.
     void dump(std::ostream& out) override;
 
     // The records in file order. They and the list's nodes are the file's: nothing may be taken

@@ -59,7 +59,7 @@ int ZEMMapFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
 
 void ZEMMapFile::dump(std::ostream& out)
 {
-    out << "\n" << _mapHeader << " Number of records : " << _header._nRecords << "\n";
+    out << "\n" << _mapHeader << " Number of records : " << _toc.length() << "\n";
     int number = 0;
     ListIterator<ZEMFileRecord*> files(_toc);
     while (ZEMFileRecord* file = files.next()) {

@@ -32,6 +32,7 @@ public:
     // qipVLRecFile::open(): -5 and -6 from the map header.
     [[nodiscard]] int open(const char* filename, Mode mode, int userHeaderSz = 0) override;
 
+    // The number of records that there are, and with each record the number that the header states.
     void dump(std::ostream& out) override;
 
     // The file records in record order.

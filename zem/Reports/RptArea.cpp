@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Reports/RptArea.h"
 
+#include "qip/Base/qipWindow.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Rows/RptText.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr int PaneSpacing = 10;     // pixels
 constexpr int TallestPane = 10000;  // pixels; Motif's own 1000 leaves a gap on a tall screen
-constexpr int FewestRows = 2;       // that a sash leaves of the report
+constexpr int FewestRows = 2;       // that a sash leaves of the report, with its scroll bar
 constexpr int FewestSourceRows = 6; // of the source: its header, three lines and the scroll bar
 constexpr int FirstSourceRows = 14;
 
@@ -64,7 +65,7 @@ void RptArea::install(qipVCell* parent)
                                     XmNspacing, PaneSpacing, XmNsashIndent, 0, nullptr);
     _clientArea = _base;
     _rptViewer.install(this);
-    setPaneMinimum(_rptViewer, FewestRows * _rptViewer.rowPixels());
+    setPaneMinimum(_rptViewer, _rptViewer.heightFor(FewestRows));
     installDestroyHandler();
 }
 
@@ -75,6 +76,9 @@ const char* RptArea::className() const
 
 int RptArea::processFile(const char* logfile)
 {
+    if (logfile == nullptr) {
+        return qipVLRecFile::BadParameter;
+    }
     const int result = _theRepository.processFile(logfile);
     if (result < 0) {
         std::cerr << " *** RptArea::report: Error processing " << logfile << ": "
@@ -183,10 +187,9 @@ void RptArea::browse()
     _browsing = true;
 }
 
-// A window that has room for both panes keeps its size, another one grows.
+// A window that has room for both panes keeps its size, another one gets higher, and neither wider.
 void RptArea::showSource()
 {
-    const int height = heightOf(_base);
     allowShellResize(_base, False);
     int wanted = 0;
     if (_srcViewerInstalled) {
@@ -196,15 +199,24 @@ void RptArea::showSource()
         _srcViewer.unmanage();
         _srcViewerInstalled = true;
     }
-    const int least = FirstSourceRows * _srcViewer.rowPixels();
-    const int room = height - PaneSpacing - FewestRows * _rptViewer.rowPixels();
+    const int fewest = FewestSourceRows * _srcViewer.rowPixels();
+    const int first = FirstSourceRows * _srcViewer.rowPixels();
+    qipWindow::makeHigher(_base, first - roomForSource());
     // A pane that comes to a window on the screen gets its least height, which must be known when
     // it comes: without one it would be a single pixel high. The sash may make it smaller later.
-    setPaneMinimum(_srcViewer, std::max(std::min(wanted, room), least));
-    allowShellResize(_base, room < least);
+    const int height = std::min(std::max(wanted, first), roomForSource());
+    setPaneMinimum(_srcViewer, std::max(height, fewest));
     _srcViewer.manage();
-    setPaneMinimum(_srcViewer, FewestSourceRows * _srcViewer.rowPixels());
+    setPaneMinimum(_srcViewer, fewest);
     allowShellResize(_base, True);
+}
+
+// The height that the report can leave to the source.
+int RptArea::roomForSource() const
+{
+    Dimension margin = 0;
+    XtVaGetValues(_base, XmNmarginHeight, &margin, nullptr);
+    return heightOf(_base) - 2 * margin - PaneSpacing - _rptViewer.heightFor(FewestRows);
 }
 
 void RptArea::browseToggle()

@@ -27,7 +27,8 @@ public:
     const char* className() const override;
 
     // Merges a log file. A failure is one line on the standard error stream and nothing in the
-    // window. Returns the repository's result; report() shows what has changed.
+    // window. Returns the repository's result; report() shows what has changed. Null is -11 and
+    // changes nothing, without a line.
     int processFile(const char* logfile);
 
     // See ZEMRepository::addFilter().
@@ -73,6 +74,7 @@ public:
 
 private:
     void showSource();
+    int roomForSource() const;
 
     int _demangleLevel;
     bool _browsing;           // the source view is open

@@ -11,6 +11,7 @@
 #include "zem/Rows/ZEMRptTable.h"
 #include "zem/Rows/ZEMView.h"
 
+#include <X11/keysym.h>
 #include <Xm/Xm.h>
 #include <Xm/XmStrDefs.h>
 
@@ -98,13 +99,22 @@ void RptViewer::destroyed()
     qipTCanvas::destroyed();
 }
 
-bool RptViewer::keyPressed(KeySym key)
+bool RptViewer::keyPressed(KeySym key, unsigned modifiers)
 {
-    if (key == osfXK_Help) {
+    switch (key) {
+    case osfXK_Help:
         helpRequested();
         return true;
+    case XK_ISO_Left_Tab: // what a keyboard may make of Shift and Tab
+        XmProcessTraversal(_clientArea, XmTRAVERSE_PREV_TAB_GROUP);
+        return true;
+    case XK_Tab:
+        XmProcessTraversal(_clientArea, (modifiers & ShiftMask) != 0 ? XmTRAVERSE_PREV_TAB_GROUP
+                                                                     : XmTRAVERSE_NEXT_TAB_GROUP);
+        return true;
+    default:
+        return qipTCanvas::keyPressed(key, modifiers);
     }
-    return qipTCanvas::keyPressed(key);
 }
 
 void RptViewer::installView(ZEMRptTable* table)
@@ -135,6 +145,9 @@ void RptViewer::selection(int row)
 
 void RptViewer::select(int y)
 {
+    if (_vPixels <= 0) {
+        return; // not installed yet: a row has no height
+    }
     _clicked = 1;
     // Above the canvas, with the pointer dragged out of the window, there is no row either.
     selection(y < 0 ? -1 : _view._y + y / _vPixels);

@@ -41,7 +41,7 @@ public:
     void selection(int row);
 
     // Selects the row at `y` pixels from the top of the canvas and draws; below the last row
-    // nothing is selected.
+    // nothing is selected. Does nothing before install().
     void select(int y);
 
     // Opens the source of the selected row, once for each select.
@@ -57,8 +57,9 @@ protected:
     void refresh(Drawable drawable, qipView view) override;
     void destroyed() override;
 
-    // The canvas has translations of its own, which leave out those of the help key.
-    bool keyPressed(KeySym key) override;
+    // The canvas has translations of its own, which leave out those of the help key and of the keys
+    // that take the keyboard to another component.
+    bool keyPressed(KeySym key, unsigned modifiers) override;
 
 private:
     struct translationRecord

@@ -7,6 +7,11 @@
 // The totals are added up for each merged log record: two logs of one file count its blocks twice,
 // and a block that ran in only one of them counts once as untested. Rows come from the merged
 // counts. Pinned by ZEMRepositoryTest.TotalsAddUpForEachRecord.
+//
+// The hits of a log wait beside the blocks until somebody looks: loading leaves the blocks as they
+// were, srcfiles() and the making of any table bring all of them up to date. So the records that
+// the rows of a table lead to show the counts of that table until the next look. The totals are up
+// to date always; the dump shows no hits. Pinned by ZEMRepositoryLookTest.
 #pragma once
 
 #include "qip/Support/List.h"
@@ -68,8 +73,7 @@ public:
     static void showView(ZEMRptTable table);
 
     const List<char*>& mapfiles() const { return _mapfiles; }
-    // The hits of the blocks are up to date, as they are after the making of a table; not so after
-    // a mere load.
+    // Brings the hits of the blocks up to date.
     const List<ZEMFileRecord*>& srcfiles() const;
 
 private:

@@ -1,20 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Rows/RptInfo.h"
 
-#include <cstring>
-#include <new>
-
 RptInfo::RptInfo()
-    : _sortKeys(nullptr), _type(RptByFile), _showHitCounts(0), _markUncovered(1),
-      _showPercentage(0), _showLineNumbers(1)
+    : _type(RptByFile), _showHitCounts(0), _markUncovered(1), _showPercentage(0),
+      _showLineNumbers(1)
 {}
 
-RptInfo::~RptInfo()
-{
-    delete[] _sortKeys;
-}
+RptInfo::~RptInfo() = default;
 
-RptInfo::RptInfo(const RptInfo& other) : _sortKeys(nullptr)
+RptInfo::RptInfo(const RptInfo& other)
 {
     copyFlags(other);
     sortKeys(other._sortKeys);
@@ -31,17 +25,9 @@ RptInfo& RptInfo::operator=(const RptInfo& other)
 
 void RptInfo::sortKeys(const char* keys)
 {
-    if (keys == nullptr || *keys == '\0') {
-        return;
+    if (keys != nullptr && *keys != '\0') {
+        _sortKeys.set(keys);
     }
-    const size_t size = strlen(keys) + 1;
-    char* copy = new (std::nothrow) char[size];
-    if (copy != nullptr) {
-        memcpy(copy, keys, size);
-    }
-    // Only now: `keys` may be the very string that is freed.
-    delete[] _sortKeys;
-    _sortKeys = copy;
 }
 
 void RptInfo::copyFlags(const RptInfo& other)

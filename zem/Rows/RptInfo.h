@@ -4,6 +4,7 @@
 // viewer, which keeps a copy.
 #pragma once
 
+#include "qip/Support/qipCString.h"
 #include "zem/Rows/RptType.h"
 
 class RptInfo
@@ -25,7 +26,7 @@ public:
     const char* sortKeys() const { return _sortKeys; }
     void sortKeys(const char* keys);
 
-    char* _sortKeys; // owned, or null
+    qipCString _sortKeys;
     RptType _type;
     int _showHitCounts;   // the source viewer shows the count of each line
     int _markUncovered;   // the source viewer marks lines with blocks that never ran

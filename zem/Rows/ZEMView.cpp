@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Rows/ZEMView.h"
 
+#include "qip/Support/qipCString.h"
+
 #include <algorithm>
 #include <climits>
-#include <cstring>
-#include <new>
 
 namespace {
 
@@ -70,17 +70,11 @@ const char* ZEMView::classname() const
 void ZEMView::setName(char*& field, const char* value)
 {
     if (value != nullptr) {
-        setName(field, value, strlen(value));
+        qipCString::replace(field, value);
     }
 }
 
 void ZEMView::setName(char*& field, const char* value, size_t length)
 {
-    char* copy = new (std::nothrow) char[length + 1];
-    if (copy != nullptr) {
-        memcpy(copy, value, length);
-        copy[length] = '\0';
-    }
-    delete[] field;
-    field = copy;
+    qipCString::replace(field, value, length);
 }

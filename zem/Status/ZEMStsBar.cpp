@@ -25,11 +25,33 @@ Dimension widthOf(Widget widget)
     return width;
 }
 
+// The width that a label's text asks for, at least 1.
+int naturalWidth(Widget label)
+{
+    XtVaSetValues(label, XmNrecomputeSize, True, nullptr);
+    XtWidgetGeometry natural = {};
+    XtQueryGeometry(label, nullptr, &natural);
+    return std::max<int>(natural.width, 1);
+}
+
+// A text that is too long for its label shows its beginning.
+void setWidth(Widget label, int width)
+{
+    XtVaSetValues(label, XmNalignment, XmALIGNMENT_BEGINNING, XmNrecomputeSize, False, XmNwidth,
+                  static_cast<Dimension>(width), nullptr);
+}
+
 } // namespace
 
 ZEMStsBar::ZEMStsBar(const char* name) : StatusBar(name), _coverageSummary(nullptr) {}
 
-ZEMStsBar::~ZEMStsBar() = default;
+ZEMStsBar::~ZEMStsBar()
+{
+    if (_base != nullptr) {
+        // The widgets may live on.
+        XtRemoveEventHandler(_base, StructureNotifyMask, False, resized_cbk, this);
+    }
+}
 
 void ZEMStsBar::install(qipVCell* parent)
 {
@@ -99,22 +121,27 @@ void ZEMStsBar::resized_cbk(Widget, XtPointer bar, XEvent* event, Boolean*)
     }
 }
 
-// Gives the message its natural width or what the summary leaves, whichever is less. The frames
-// would overlap otherwise, the message's above.
+// Gives message and summary their natural widths while there is room for both. Where there is less
+// the message gets what the summary leaves, and where that is nothing the summary is clipped, too:
+// the frames would overlap otherwise, the message's above.
 void ZEMStsBar::fitMessage()
 {
     if (_msgArea == nullptr || _coverageSummary == nullptr) {
         return;
     }
-    XtVaSetValues(_msgArea, XmNrecomputeSize, True, nullptr);
-    XtWidgetGeometry natural = {};
-    XtQueryGeometry(_msgArea, nullptr, &natural);
-    const int frame = widthOf(XtParent(_msgArea)) - widthOf(_msgArea);
-    const int room = widthOf(_base) - widthOf(XtParent(_coverageSummary)) - Gap - frame;
-    int width = std::max<int>(natural.width, 1);
+    int message = naturalWidth(_msgArea);
+    int summary = naturalWidth(_coverageSummary);
     if (XtIsRealized(_base)) {
-        width = std::max(std::min(width, room), 1);
+        Widget frame = XtParent(_msgArea);
+        const int borders = widthOf(frame) - widthOf(_msgArea) +
+                            widthOf(XtParent(_coverageSummary)) - widthOf(_coverageSummary);
+        const int texts = widthOf(_base) - borders;
+        const int gap = std::max(std::min(Gap, texts - 2), 0);
+        // Narrower than two borders there is no place for the message at all.
+        XtSetMappedWhenManaged(frame, texts >= 2);
+        summary = std::max(std::min(summary, texts - gap - 1), 1);
+        message = std::max(std::min(message, texts - gap - summary), 1);
     }
-    XtVaSetValues(_msgArea, XmNrecomputeSize, False, XmNwidth, static_cast<Dimension>(width),
-                  nullptr);
+    setWidth(_coverageSummary, summary);
+    setWidth(_msgArea, message);
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // The viewer's status bar: messages on the left, the block summary on the right. A message that
-// does not fit beside the summary is clipped.
+// does not fit beside the summary is clipped, and in a window narrower than the summary that is,
+// too.
 #pragma once
 
 #include "qip/Common/StatusBar.h"
@@ -10,6 +11,7 @@ class ZEMStsBar : public StatusBar
 {
 public:
     explicit ZEMStsBar(const char* name);
+    // Takes its resize handler off widgets that live on.
     ~ZEMStsBar() override;
 
     // Creates the form "statusbar_work" with the frames "statFrame" (label "msgLbl") and "covFrame"

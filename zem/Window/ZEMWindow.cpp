@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/ZEMWindow.h"
 
+#include "qip/Base/qipApplication.h"
 #include "qip/Components/qipQuitCommand.h"
 #include "zem/Icons/browse.xpm"
 #include "zem/Icons/exit.xpm"
@@ -14,6 +15,14 @@
 #include <Xm/Form.h>
 #include <Xm/Frame.h>
 #include <Xm/Xm.h>
+
+namespace {
+
+// Pixels that window managers put around a window, at most, in all.
+constexpr int FrameWidth = 30;
+constexpr int FrameHeight = 50;
+
+} // namespace
 
 ZEMWindow::Menus::Menus()
     : file("File", 'F', "File"), help("Help", 'H', "Help"), overview("overview", "Overview"),
@@ -60,6 +69,10 @@ const char* ZEMWindow::className() const
 
 Widget ZEMWindow::createWorkArea(Widget parent)
 {
+    const char* geometry = theApplication->geometry();
+    if (geometry != nullptr) {
+        XtVaSetValues(_base, XmNgeometry, geometry, nullptr);
+    }
     _clientArea = _main;
     constructMenubar();
     constructBorder(parent);
@@ -72,6 +85,8 @@ Widget ZEMWindow::createWorkArea(Widget parent)
                   XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
     XtVaSetValues(statusBar, XmNtopAttachment, XmATTACH_NONE, XmNbottomAttachment, XmATTACH_FORM,
                   XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+    // A size that the user asked for is taken to the letter, as far as the screen goes.
+    placeOnScreen(geometry != nullptr ? 0 : FrameWidth, geometry != nullptr ? 0 : FrameHeight);
     manage();
     return _workArea;
 }

@@ -6,7 +6,8 @@
 //                             > "outerframe" > "workarea" > "toolbar", report area,
 //                                                           "statusbar_work"
 //
-// The report area takes all height that tool bar and status bar leave.
+// The report area takes all height that tool bar and status bar leave. The window has the size and
+// place that the user asked for, else its contents' size; either as far as the screen goes.
 #pragma once
 
 #include "qip/Base/qipWindow.h"

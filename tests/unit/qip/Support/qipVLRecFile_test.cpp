@@ -239,6 +239,9 @@ TEST_F(qipVLRecFileTest, AnotherFileStartsWithAFreshHeader)
     other.setWord(0, 0x09090909).setWord(24, 7).setByte(63, 'x');
     ASSERT_EQ(load(other.record(1, "abc")), 1);
     ASSERT_EQ(write(), 0);
+    EXPECT_EQ(_file.header()._nRecords, 0u);
+    EXPECT_EQ(onDisk().substr(4, 8), std::string(8, '\0'))
+        << "the counts while it is being written";
     ASSERT_EQ(_file.newRecord(100, "abc", 3), 0);
     ASSERT_EQ(_file.close(), 0);
     EXPECT_EQ(onDisk(), once);

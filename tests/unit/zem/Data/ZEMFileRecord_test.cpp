@@ -117,6 +117,22 @@ TEST(ZEMFileRecordTest, CutAtAnyLengthIsCorruptAndStaysWalkable)
     }
 }
 
+TEST(ZEMFileRecordTest, AFunctionOfWhichNothingCouldBeReadIsNotInTheList)
+{
+    const MapSource one = {"src/a.c", {sample.funcs[0]}};
+    const std::string first = mapPayload(one);
+    std::string whole = mapPayload({"src/a.c", {sample.funcs[0], sample.funcs[2]}});
+    for (size_t length = first.size(); length < whole.size(); ++length) {
+        MemoryStream stream(whole.substr(0, length));
+        ZEMFileRecord file;
+        EXPECT_EQ(file.read(stream.get()), -9);
+        // Its name has a length of two bytes.
+        EXPECT_EQ(file._funcList.length(), length < first.size() + 2 ? 1 : 2) << length;
+        ASSERT_EQ(file._funcList.first()->_nBlocks, 2u);
+        EXPECT_EQ(file._funcList.first()->_blockMap[1]._stopLine, 9);
+    }
+}
+
 TEST(ZEMFileRecordTest, FunctionCountThatTheFileCannotHoldIsCorrupt)
 {
     MemoryStream stream(ByteString()
@@ -131,7 +147,7 @@ TEST(ZEMFileRecordTest, FunctionCountThatTheFileCannotHoldIsCorrupt)
                             .bytes());
     ZEMFileRecord file;
     EXPECT_EQ(file.read(stream.get()), -9);
-    EXPECT_GE(file._funcList.length(), 1);
+    EXPECT_EQ(file._funcList.length(), 1);
     EXPECT_EQ(file._nFuncs, 0xffffffffu);
 }
 

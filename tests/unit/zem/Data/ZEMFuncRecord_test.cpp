@@ -124,6 +124,8 @@ TEST(ZEMFuncRecordTest, CutAtAnyLengthIsCorruptAndKeepsWhatWasRead)
         } else if (length >= 2) {
             EXPECT_EQ(func._funcname, whole.substr(2, length - 2)) << length;
         }
+        EXPECT_EQ(func._startLine, length < 15 ? 0 : 70000u) << length;
+        EXPECT_EQ(func._endLine, length < 19 ? 0 : 80000u) << length;
         const uint32_t blocks = length < 23 ? 0 : static_cast<uint32_t>(length - 23) / 4;
         EXPECT_EQ(func._nBlocks, blocks) << length;
         for (uint32_t i = 0; i < func._nBlocks; ++i) {

@@ -160,6 +160,15 @@ TEST_F(ZEMLogFileTest, FileOpenedForWritingGetsNoLogHeader)
     EXPECT_EQ(_file.header()._firstOffset, 128u);
 }
 
+TEST_F(ZEMLogFileTest, DumpCountsTheRecordsBesideWhatTheHeaderSays)
+{
+    ASSERT_EQ(load(logFile({sources[0], sources[1]}).setWord(8, 7)), 2);
+    std::ostringstream out;
+    out << _file;
+    EXPECT_NE(out.str().find("\n Number of records : 2\n     Record 1/7\n"), std::string::npos);
+    EXPECT_NE(out.str().find("\n     Record 2/7\n"), std::string::npos);
+}
+
 TEST_F(ZEMLogFileTest, DumpShowsHeaderAndRecords)
 {
     ASSERT_EQ(load(logFile({sources[1]})), 1);

@@ -214,6 +214,15 @@ TEST_F(ZEMMapFileTest, RecordThatCannotBeParsedEndsTheLoad)
     EXPECT_STREQ(_file.toc().first()->_filename, "src/a.c");
 }
 
+TEST_F(ZEMMapFileTest, DumpCountsTheRecordsBesideWhatTheHeaderSays)
+{
+    ASSERT_EQ(load(mapFile({sources[0], sources[1]}).setWord(8, 7)), 2);
+    std::ostringstream out;
+    out << _file;
+    EXPECT_NE(out.str().find("\n Number of records : 2\n     Record 1/7\n"), std::string::npos);
+    EXPECT_NE(out.str().find("\n     Record 2/7\n"), std::string::npos);
+}
+
 TEST_F(ZEMMapFileTest, DumpShowsHeaderAndRecords)
 {
     ASSERT_EQ(load(mapFile({sources[0]}).setWord(64 + 4, 3).setWord(64 + 8, 1)), 1);

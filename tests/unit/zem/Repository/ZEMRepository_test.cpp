@@ -284,6 +284,97 @@ TEST_F(ZEMRepositoryTest, EachTableShowsWhatWasLoadedBefore)
     EXPECT_EQ(rows(_repository.viewByClass()), "A 2/2 10\n");
 }
 
+// Who loads and does not look leaves the blocks as they were; each way of looking brings them up to
+// date.
+class ZEMRepositoryLookTest : public ZEMRepositoryTest
+{
+protected:
+    void SetUp() override
+    {
+        _map = map("a.map", {{"src/a.c", {func("A::f", 2)}}});
+        run();
+        ListIterator<ZEMFileRecord*> files(_repository.srcfiles());
+        _blocks = files.next()->blocks();
+        ASSERT_EQ(hits(), 3u);
+        run();
+        ASSERT_EQ(hits(), 3u) << "nobody has looked since";
+    }
+
+    void run() { ASSERT_EQ(load({{"src/a.c", _map, {3, 0}}}), 0); }
+    uint32_t hits() const { return _blocks[0]._nHits; }
+
+    std::string _map;
+    const ZEMBlkRecord* _blocks = nullptr;
+};
+
+TEST_F(ZEMRepositoryLookTest, AtTheSourceFiles)
+{
+    (void)_repository.srcfiles();
+    EXPECT_EQ(hits(), 6u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheReportByFile)
+{
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/2 6\n");
+    EXPECT_EQ(hits(), 6u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheReportByFileThatAFilterEmpties)
+{
+    _repository.addFilter('F', "src/none.c");
+    EXPECT_EQ(rows(_repository.viewByFile()), "");
+    EXPECT_EQ(hits(), 6u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheReportByFunction)
+{
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "A::f 1/2 6\n");
+    EXPECT_EQ(hits(), 6u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheReportByDirectory)
+{
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "src 1/2 6\n");
+    EXPECT_EQ(hits(), 6u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheReportByClass)
+{
+    EXPECT_EQ(rows(_repository.viewByClass()), "A 1/2 6\n");
+    EXPECT_EQ(hits(), 6u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheDumpWhichShowsNoHitsAndLosesNone)
+{
+    std::ostringstream out;
+    out << _repository;
+    EXPECT_EQ(out.str().substr(out.str().rfind('+')), "+ A::f, lines: 1-90, blocks: 2\n"
+                                                      "                     [1-1][2-2]\n");
+    EXPECT_EQ(hits(), 3u);
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/2 6\n");
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheSummaryWhichIsAddedUpWhileLoading)
+{
+    EXPECT_EQ(totals(), "2 of 4");
+    EXPECT_EQ(hits(), 3u);
+}
+
+TEST_F(ZEMRepositoryLookTest, AtTheRowsOfAnOlderTable)
+{
+    ZEMRptTable older = _repository.viewByFunction(0);
+    ASSERT_EQ(older._nItems, 1);
+    run();
+    // A source that is opened from such a row shows the counts of the report that it stands in.
+    const auto* record = static_cast<const ZEMFuncRecord*>(older._view[0]->_owner);
+    EXPECT_EQ(older._view[0]->_hits, 6);
+    EXPECT_EQ(record->_blockMap[0]._nHits, 6u);
+    (void)_repository.srcfiles();
+    EXPECT_EQ(older._view[0]->_hits, 6);
+    EXPECT_EQ(record->_blockMap[0]._nHits, 9u);
+    older.deleteRows();
+}
+
 // Bytes that the program holds; 0 where a sanitizer keeps the books.
 size_t bytesInUse()
 {

@@ -160,6 +160,19 @@ TEST_F(qipApplicationStartTest, ClassIsTheApplicationsNameAndInstanceThePrograms
     EXPECT_NE(application.appContext(), nullptr);
 }
 
+TEST_F(qipApplicationStartTest, TheGeometryIsForTheMainWindow)
+{
+    EXPECT_EQ(application.geometry(), nullptr);
+    start({"zem", "-geometry", "500x400+120+80"});
+    EXPECT_STREQ(application.geometry(), "500x400+120+80");
+    XtRealizeWidget(application.baseWidget());
+    Position x = 0;
+    Dimension width = 0;
+    XtVaGetValues(application.baseWidget(), XmNx, &x, XmNwidth, &width, nullptr);
+    EXPECT_EQ(x, XServer::Width / 2);
+    EXPECT_EQ(width, 1);
+}
+
 TEST_F(qipApplicationStartTest, DefaultsDoNotReplaceWhatTheUserHasSet)
 {
     const TempDir folder;
@@ -169,6 +182,25 @@ TEST_F(qipApplicationStartTest, DefaultsDoNotReplaceWhatTheUserHasSet)
         folder.write("defaults", "*first: of the program\n*second: of the program\n").c_str());
     EXPECT_EQ(resource("zem.first"), "of the user");
     EXPECT_EQ(resource("zem.second"), "of the program");
+}
+
+TEST_F(qipApplicationStartTest, TheTimeOfADoubleClickIsTakenFromTheDefaults)
+{
+    const TempDir folder;
+    start({"zem"});
+    EXPECT_EQ(XtGetMultiClickTime(application.display()), 200);
+    application.addDefaults(folder.write("defaults", "zem*multiClickTime: 345\n").c_str());
+    EXPECT_EQ(XtGetMultiClickTime(application.display()), 345);
+}
+
+TEST_F(qipApplicationStartTest, TheUsersOwnTimeOfADoubleClickStays)
+{
+    const TempDir folder;
+    start({"zem", "-xrm", "zem*multiClickTime: 600"});
+    application.addDefaults(folder.write("defaults", "zem*multiClickTime: 345\n").c_str());
+    EXPECT_EQ(XtGetMultiClickTime(application.display()), 600);
+    application.addDefaults(folder.path("missing").c_str());
+    EXPECT_EQ(XtGetMultiClickTime(application.display()), 600);
 }
 
 TEST_F(qipApplicationStartTest, DefaultsThatCannotBeReadChangeNothing)

@@ -194,6 +194,32 @@ TEST_F(qipVCellTest, HelpKeyReachesTheCell)
     EXPECT_EQ(cell.timesHelped, 1);
 }
 
+TEST_F(qipVCellTest, HandlersInstalledTwiceAreCalledOnceAndLeaveNothingBehind)
+{
+    auto cell = std::make_unique<Cell>("cell");
+    cell->install(window);
+    for (int i = 0; i < 2; ++i) {
+        cell->installDestroyHandler();
+        cell->installHelpHandler();
+    }
+    Widget widget = cell->baseWidget();
+    XtCallCallbacks(widget, XmNhelpCallback, nullptr);
+    EXPECT_EQ(cell->timesHelped, 1);
+    cell.reset();
+    EXPECT_EQ(XtHasCallbacks(widget, XmNdestroyCallback), XtCallbackHasNone);
+    EXPECT_EQ(XtHasCallbacks(widget, XmNhelpCallback), XtCallbackHasNone);
+}
+
+TEST_F(qipVCellTest, ADestroyHandlerInstalledTwiceIsCalledOnce)
+{
+    Cell cell("cell");
+    cell.install(window);
+    cell.installDestroyHandler();
+    cell.installDestroyHandler();
+    XtDestroyWidget(cell.baseWidget());
+    EXPECT_EQ(cell.timesDestroyed, 1);
+}
+
 TEST_F(qipVCellTest, ShellTakesNoHelpHandlerAndNoWarningComes)
 {
     window->installHelpHandler();

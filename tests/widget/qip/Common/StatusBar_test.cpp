@@ -98,6 +98,8 @@ TEST_F(StatusBarTest, BeforeInstallNothingHappens)
     _bar->displayMessage("nobody sees it");
     _bar->setPermanent("kept");
     EXPECT_STREQ(_bar->permanent(), "kept");
+    _bar->setPermanent(_bar->permanent());
+    EXPECT_STREQ(_bar->permanent(), "kept");
 }
 
 TEST_F(StatusBarTest, AMessageDoesNotOutliveItsLabel)

@@ -4,9 +4,11 @@
 
 #include "qip/Components/qipConfirmCommand.h"
 #include "qip/Components/qipQuitCommand.h"
+#include "qip/Components/qipTCmdBtn.h"
 #include "qip/Monitors/qipSensor.h"
 #include "tests/support/StdErr.h"
 
+#include <memory>
 #include <string>
 
 namespace {
@@ -124,6 +126,109 @@ TEST(qipCommandTest, ARemovedSensorIsLeftAlone)
     EXPECT_EQ(sensor.log, "");
 }
 
+TEST(qipCommandTest, ADestroyedCommandSwitchesItsSensorsOffAndLeavesThem)
+{
+    LoggingSensor sensor;
+    LoggingSensor other;
+    {
+        TestCommand command;
+        command.registerServer(&sensor);
+        command.registerServer(&other);
+    }
+    EXPECT_EQ(sensor.log, "-");
+    EXPECT_EQ(sensor.status(), qipGadgetInactive);
+    EXPECT_EQ(other.log, "-");
+}
+
+TEST(qipCommandTest, ADestroyedSensorIsOffEveryCommand)
+{
+    TestCommand command;
+    TestCommand second;
+    auto sensor = std::make_unique<LoggingSensor>();
+    LoggingSensor stays;
+    command.registerServer(sensor.get());
+    command.registerServer(sensor.get());
+    second.registerServer(sensor.get());
+    command.registerServer(&stays);
+    sensor.reset();
+    LoggingSensor late;
+    EXPECT_EQ(second.registerServer(&late), 1);
+    EXPECT_EQ(command.registerServer(&late), 2);
+    command.disable();
+    EXPECT_EQ(stays.log, "-");
+}
+
+TEST(qipCommandTest, ARemovedSensorKnowsNothingOfTheCommandsEnd)
+{
+    LoggingSensor sensor;
+    TestCommand second;
+    {
+        TestCommand command;
+        command.registerServer(&sensor);
+        second.registerServer(&sensor);
+        command.removeServer(&sensor);
+    }
+    EXPECT_EQ(sensor.log, "");
+    EXPECT_EQ(second.removeServer(&sensor), 0);
+}
+
+// Deletes another sensor of its command when it is switched off.
+class DeletingSensor : public qipSensor
+{
+public:
+    int deactivate() override
+    {
+        victim.reset();
+        return qipSensor::deactivate();
+    }
+    std::unique_ptr<LoggingSensor> victim = std::make_unique<LoggingSensor>();
+};
+
+TEST(qipCommandTest, ASensorMayGoWhileTheCommandGoes)
+{
+    DeletingSensor sensor;
+    LoggingSensor last;
+    {
+        TestCommand command;
+        command.registerServer(&sensor);
+        command.registerServer(sensor.victim.get());
+        command.registerServer(&last);
+    }
+    EXPECT_EQ(sensor.victim, nullptr);
+    EXPECT_EQ(last.log, "-");
+}
+
+TEST(qipCommandTest, AButtonOutlivesItsCommand)
+{
+    auto command = std::make_unique<TestCommand>();
+    qipTCmdBtn::ExecButton unlisted(command.get());
+    unlisted.triggered();
+    EXPECT_EQ(command->nDone, 1);
+
+    auto shortLived = std::make_unique<TestCommand>();
+    TestCommand other;
+    const qipTCmdBtn button("button", shortLived.get(), "Button");
+    auto* sensor = const_cast<qipButton*>(button.sensor());
+    other.registerServer(sensor);
+    shortLived.reset();
+    EXPECT_EQ(sensor->status(), qipGadgetInactive);
+    sensor->triggered(); // of a command that is gone
+    EXPECT_EQ(other.nDone, 0);
+}
+
+TEST(qipCommandTest, AButtonKeepsItsCommandWhenAnotherOneGoes)
+{
+    TestCommand command;
+    const qipTCmdBtn button("button", &command, "Button");
+    auto* sensor = const_cast<qipButton*>(button.sensor());
+    {
+        TestCommand other;
+        other.registerServer(sensor);
+    }
+    sensor->triggered();
+    EXPECT_EQ(command.nDone, 1);
+}
+
 TEST(qipCommandTest, SuccessEnablesThenDisables)
 {
     TestCommand command;
@@ -182,6 +287,21 @@ TEST(qipCommandTest, ConfirmCommandAsksNothing)
     EXPECT_EQ(command.nDone, 1);
     command.setQuestion("Really?");
     EXPECT_STREQ(command.question(), "Really?");
+}
+
+TEST(qipCommandTest, AQuestionMayBeItsOwnText)
+{
+    TestConfirmCommand command;
+    command.setQuestion(command.question());
+    EXPECT_STREQ(command.question(), "Execute this command?");
+    command.setQuestion(command.question() + 8);
+    EXPECT_STREQ(command.question(), "this command?");
+}
+
+TEST(qipCommandDeathTest, AQuestionMustNotBeNull)
+{
+    TestConfirmCommand command;
+    EXPECT_DEATH(command.setQuestion(nullptr), "qipConfirmCommand.cpp.*_question != 0");
 }
 
 TEST(qipCommandTest, TheQuitCommandHasItsQuestion)

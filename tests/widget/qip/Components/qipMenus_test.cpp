@@ -183,6 +183,17 @@ TEST_F(qipMenusTest, CellsForgetDestroyedWidgets)
     EXPECT_EQ(_window->open.deactivate(), -1);
 }
 
+TEST_F(qipMenusTest, APanesLabelIsACopyAndMayBeItsOwnText)
+{
+    qipMenuPane pane("pane", 'P', "A label");
+    pane.setLabel(pane.label());
+    EXPECT_STREQ(pane.label(), "A label");
+    pane.setLabel(pane.label() + 2);
+    EXPECT_STREQ(pane.label(), "label");
+    pane.setLabel(nullptr);
+    EXPECT_EQ(pane.label(), nullptr);
+}
+
 TEST_F(qipMenusTest, ClassNames)
 {
     EXPECT_STREQ(_window->bar.className(), "qipMenuBar");

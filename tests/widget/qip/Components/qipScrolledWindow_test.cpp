@@ -302,6 +302,11 @@ TEST_F(qipScrollBarTest, StoresWhatItIsToldBeforeItsWidget)
     EXPECT_EQ(bar.currentValue(), 4);
     EXPECT_EQ(bar.maxValue(), 40);
     EXPECT_EQ(bar.pageLength(), 6);
+    // Not even a maximum below both changes them.
+    bar.maxValue(2);
+    EXPECT_EQ(bar.maxValue(), 2);
+    EXPECT_EQ(bar.currentValue(), 4);
+    EXPECT_EQ(bar.pageLength(), 6);
     EXPECT_EQ(bar.baseWidget(), nullptr);
 }
 

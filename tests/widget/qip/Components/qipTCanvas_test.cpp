@@ -119,6 +119,8 @@ TEST_F(qipTCanvasTest, TextColourNeedsAWidget)
     window.open();
     EXPECT_EQ(canvas.setTextColor("red"), 0);
     EXPECT_EQ(canvas.textColor(), Pixel(0xff0000));
+    EXPECT_EQ(canvas.setTextColor(nullptr), -1);
+    EXPECT_EQ(canvas.textColor(), Pixel(0xff0000));
 }
 
 TEST_F(qipTCanvasTest, UnknownTextColourBecomesWhiteWithAWarning)

@@ -97,7 +97,10 @@ protected:
         return left(cell) + width;
     }
     qipToolGroup& group(int i) { return *_window->group[i]; }
+    // A group that the window has not added.
+    qipToolGroup& third() { return _third; }
 
+    qipToolGroup _third{"third"};
     std::unique_ptr<ToolWindow> _window;
 };
 
@@ -153,10 +156,51 @@ TEST_F(qipToolBarTest, AGroupAddedTwiceIsInstalledOnceAndListedTwice)
     Widget before = group(1).baseWidget();
     _window->bar.addGroup(&group(1));
     EXPECT_EQ(group(1).baseWidget(), before);
+    EXPECT_EQ(left(group(1)), right(group(0)));
     // One entry goes, the other keeps the group's place.
     _window->bar.removeGroup(&group(1));
+    _window->bar.addGroup(&third());
+    settle();
+    EXPECT_EQ(left(third()), right(group(1)));
     _window->bar.removeGroup(&group(1));
+    settle();
+    EXPECT_EQ(left(third()), right(group(0)));
     _window->bar.removeGroup(&group(1));
+    EXPECT_EQ(left(third()), right(group(0)));
+}
+
+TEST_F(qipToolBarTest, AGroupAddedAgainAfterAnotherStandsAfterIt)
+{
+    _window->bar.addGroup(&group(0));
+    settle();
+    EXPECT_EQ(left(group(1)), 0);
+    EXPECT_EQ(left(group(0)), right(group(1)));
+    _window->bar.addGroup(&third());
+    settle();
+    EXPECT_EQ(left(third()), right(group(0)));
+
+    _window->bar.addHelpGroup(&group(2));
+    settle();
+    EXPECT_EQ(right(group(3)), right(_window->bar));
+    EXPECT_EQ(right(group(2)), left(group(3)));
+}
+
+TEST_F(qipToolBarTest, OneOfTwoEntriesRemovedLeavesTheGroupAtTheOther)
+{
+    _window->bar.addGroup(&group(0));
+    _window->bar.removeGroup(&group(0));
+    settle();
+    EXPECT_EQ(left(group(1)), 0);
+    EXPECT_EQ(left(group(0)), right(group(1)));
+}
+
+TEST_F(qipToolBarTest, AGroupWhoseWidgetIsGoneIsPassedOver)
+{
+    XtDestroyWidget(group(0).baseWidget());
+    ASSERT_EQ(group(0).baseWidget(), nullptr);
+    _window->bar.addGroup(&third());
+    settle();
+    EXPECT_EQ(left(third()), right(group(1)));
 }
 
 TEST_F(qipToolBarTest, TheNeighbourTakesARemovedGroupsPlace)

@@ -140,6 +140,16 @@ TEST_F(qipButtonTest, NullLabelsAndImagesAreIgnored)
     EXPECT_FALSE(engine.hasImage());
 }
 
+TEST_F(qipButtonTest, ALabelMayBeItsOwnText)
+{
+    qipButton_X engine("press", &_sensor);
+    engine.setLabel("Press here");
+    engine.setLabel(engine.label());
+    EXPECT_STREQ(engine.label(), "Press here");
+    engine.setLabel(engine.label() + 6);
+    EXPECT_STREQ(engine.label(), "here");
+}
+
 TEST_F(qipButtonTest, AToolButtonWithoutATextHidesItsLabel)
 {
     qipTButton_X engine("tool", &_sensor);

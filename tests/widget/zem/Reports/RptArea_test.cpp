@@ -3,6 +3,7 @@
 #include "tests/support/CellWindow.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/Pixels.h"
+#include "tests/support/StdErr.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/WidgetTree.h"
 #include "tests/support/XInput.h"
@@ -14,6 +15,7 @@
 #include <Xm/Xm.h>
 
 #include <chrono>
+#include <iostream>
 #include <memory>
 #include <string>
 
@@ -276,6 +278,34 @@ TEST_F(RptAreaTest, ADoubleClickBrowsesOnItsSecondRelease)
     XInput::release(display());
     EXPECT_TRUE(waitFor([&] { return _area->browsing(); }));
     EXPECT_EQ(firstSourceLine(), 50);
+}
+
+TEST_F(RptAreaTest, TheLeastHeightOfTheReportShowsTwoRowsAndTheScrollBar)
+{
+    report(RptByFile, 0);
+    const RptViewer& viewer = _area->rptViewer();
+    Dimension least = 0;
+    XtVaGetValues(viewer.baseWidget(), XmNpaneMinimum, &least, nullptr);
+    resizeWindow(400, least);
+    EXPECT_EQ(heightOf(viewer.baseWidget()), least);
+    EXPECT_EQ(viewer.view()._dy, 2);
+    // Two rows between the frame's edges, which are two pixels wide.
+    EXPECT_EQ(heightOf(viewer.clientArea()), 2 * viewer.rowPixels() + 4);
+    Widget bar = findWidget(viewer.baseWidget(), "rptViewer_hsb");
+    Position y = 0;
+    XtVaGetValues(bar, XmNy, &y, nullptr);
+    EXPECT_EQ(y + heightOf(bar), least);
+    saveScreenshot(display(), XtWindow(_window->baseWidget()), "area-least");
+}
+
+TEST_F(RptAreaTest, ANullLogIsNoLogAndSaysNothing)
+{
+    StdErr err;
+    EXPECT_EQ(_area->processFile(nullptr), -11);
+    std::cerr << "still there\n";
+    EXPECT_EQ(err.text(), "still there\n");
+    _area->report();
+    EXPECT_EQ(_area->table()._nItems, 3);
 }
 
 TEST_F(RptAreaTest, AFirstBrowseShowsLinesOfTheSource)

@@ -12,6 +12,8 @@
 #include "zem/Rows/ZEMRptTable.h"
 
 #include <X11/keysym.h>
+#include <Xm/PanedW.h>
+#include <Xm/PushB.h>
 #include <Xm/Xm.h>
 
 #include <string>
@@ -19,7 +21,7 @@
 
 namespace {
 
-// The picture is copied behind the frame.
+// The picture is copied inside the frame.
 constexpr int Offset = 2;
 
 // A viewer that counts its pictures.
@@ -237,6 +239,17 @@ TEST_F(RptViewerTest, ClickAboveTheCanvasSelectsNothing)
     EXPECT_EQ(_viewer.selection(), -1);
 }
 
+TEST_F(RptViewerTest, SelectBeforeInstallDoesNothing)
+{
+    RptViewer viewer("early");
+    show({{"d/alpha", 40, 10}});
+    viewer.installView(&_table);
+    viewer.select(0);
+    EXPECT_EQ(viewer.selection(), -1);
+    // Nothing has been clicked either: there is no report area to be called.
+    viewer.browse();
+}
+
 TEST_F(RptViewerTest, ClickCountsFromTheFirstVisibleRow)
 {
     std::vector<Row> rows;
@@ -326,6 +339,70 @@ TEST_F(RptViewerTest, HelpKeyAsksForHelpAlthoughTheTranslationsLeaveItOut)
     EXPECT_TRUE(waitFor([this] { return _viewer.nHelps == 1; }));
     settle();
     EXPECT_EQ(_viewer.nHelps, 1);
+}
+
+TEST_F(RptViewerTest, ARequestForHelpIsAnsweredOnceAndByNobodyOnceTheViewerIsGone)
+{
+    XtCallCallbacks(_viewer.baseWidget(), XmNhelpCallback, nullptr);
+    EXPECT_EQ(_viewer.nHelps, 1);
+
+    auto deleted = std::make_unique<RptViewer>("deleted");
+    CellWindow window(*deleted);
+    window.initialize();
+    Widget base = deleted->baseWidget();
+    EXPECT_EQ(XtHasCallbacks(base, XmNhelpCallback), XtCallbackHasSome);
+    deleted.reset();
+    EXPECT_EQ(XtHasCallbacks(base, XmNhelpCallback), XtCallbackHasNone);
+    EXPECT_EQ(XtHasCallbacks(base, XmNdestroyCallback), XtCallbackHasNone);
+}
+
+// A window around a report with a button before and one after it.
+class ReportBetweenButtons : public qipWindow
+{
+public:
+    explicit ReportBetweenButtons(RptViewer& viewer) : qipWindow("between"), _viewer(viewer) {}
+
+    Widget createWorkArea(Widget parent) override
+    {
+        _clientArea = XtVaCreateManagedWidget("panes", xmPanedWindowWidgetClass, parent, nullptr);
+        Widget before =
+            XtVaCreateManagedWidget("before", xmPushButtonWidgetClass, _clientArea, nullptr);
+        _viewer.install(this);
+        Widget after =
+            XtVaCreateManagedWidget("after", xmPushButtonWidgetClass, _clientArea, nullptr);
+        for (Widget button : {before, after}) {
+            XtVaSetValues(button, XmNnavigationType, XmTAB_GROUP, nullptr);
+        }
+        return _clientArea;
+    }
+
+private:
+    RptViewer& _viewer;
+};
+
+TEST_F(RptViewerTest, TabAndShiftTabLeaveTheReport)
+{
+    CountingViewer viewer;
+    ReportBetweenButtons window(viewer);
+    window.initialize();
+    window.manage();
+    ASSERT_TRUE(waitFor([&] { return isViewable(viewer.clientArea()); }));
+    const auto focus = [&] {
+        return XmGetFocusWidget(window.baseWidget());
+    };
+    const auto comesTo = [&](Widget widget) {
+        return waitFor([&] { return focus() == widget; });
+    };
+    XInput::click(display(), XtWindow(viewer.clientArea()), 30, 30);
+    ASSERT_TRUE(comesTo(viewer.clientArea()));
+    XInput::key(display(), XK_Tab);
+    ASSERT_TRUE(waitFor([&] { return focus() != viewer.clientArea(); }));
+    Widget next = focus();
+    XInput::key(display(), XK_Tab, XK_Shift_L);
+    ASSERT_TRUE(comesTo(viewer.clientArea()));
+    XInput::key(display(), XK_Tab, XK_Shift_L);
+    ASSERT_TRUE(waitFor([&] { return focus() != viewer.clientArea(); }));
+    EXPECT_NE(focus(), next) << "the other way";
 }
 
 TEST_F(RptViewerTest, KeysScroll)

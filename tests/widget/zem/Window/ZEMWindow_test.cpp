@@ -1,5 +1,6 @@
 #include "tests/support/gtest_x.h"
 
+#include "tests/support/CellWindow.h"
 #include "tests/support/Golden.h"
 #include "tests/support/Pixels.h"
 #include "tests/support/StdErr.h"
@@ -10,6 +11,8 @@
 #include <Xm/Label.h>
 #include <Xm/Xm.h>
 
+#include <cstring>
+#include <new>
 #include <string>
 
 namespace {
@@ -219,6 +222,122 @@ TEST_F(ZEMWindowTest, LongMessagesAreClippedBeforeTheSummary)
     theStatusBar->displayMessage("short");
     settle();
     EXPECT_LT(box("statFrame").width, 100);
+}
+
+TEST_F(ZEMWindowTest, TheFramesNeverOverlapHoweverNarrowTheWindowIs)
+{
+    theStatusBar->coverageSummary(71, 100);
+    theStatusBar->reportInfo("Report: by function, Sort keys: dFf");
+    settle();
+    const Box whole = box("covFrame");
+    const Box message = box("statFrame");
+    ASSERT_GT(message.width, 150);
+    for (const int width : {700, 400, 320, 280, 200}) {
+        resize(width, 300);
+        expectStatusBarInOrder();
+        saveScreenshot(display(), XtWindow(_window->baseWidget()),
+                       "window-narrow-" + std::to_string(width));
+        // Another summary is fitted as well.
+        theStatusBar->coverageSummary(1234567, 7654321);
+        settle();
+        expectStatusBarInOrder();
+        theStatusBar->coverageSummary(71, 100);
+    }
+    resize(900, 300);
+    EXPECT_EQ(box("covFrame").width, whole.width);
+    EXPECT_EQ(box("statFrame").width, message.width);
+}
+
+// A status bar in a window of its own, which the window manager leaves alone: it has a least size.
+class LoneStatusBarTest : public ZEMWindowTest
+{
+protected:
+    void SetUp() override
+    {
+        ZEMWindowTest::SetUp();
+        if (HasFatalFailure()) {
+            return;
+        }
+        _bar = new (_memory) ZEMStsBar("lone");
+        _lone = std::make_unique<CellWindow>(*_bar);
+        _lone->initialize();
+        XtVaSetValues(_lone->baseWidget(), XmNoverrideRedirect, True, nullptr);
+        _lone->manage();
+        ASSERT_TRUE(waitFor([&] { return isViewable(_lone->baseWidget()); }));
+        settle();
+        _base = _bar->baseWidget();
+    }
+
+    void TearDown() override
+    {
+        if (_bar != nullptr) {
+            _bar->~ZEMStsBar();
+        }
+        ZEMWindowTest::TearDown();
+    }
+
+    static int widthOf(Widget widget)
+    {
+        Dimension width = 0;
+        XtVaGetValues(widget, XmNwidth, &width, nullptr);
+        return width;
+    }
+
+    static int leftOf(Widget widget)
+    {
+        Position x = 0;
+        XtVaGetValues(widget, XmNx, &x, nullptr);
+        return x;
+    }
+
+    void resizeBar(int width)
+    {
+        XtVaSetValues(_lone->baseWidget(), XmNwidth, width, nullptr);
+        ASSERT_TRUE(waitFor([&] { return widthOf(_base) == width; }));
+        settle();
+    }
+
+    // Its bytes can be looked at when it is gone.
+    alignas(ZEMStsBar) unsigned char _memory[sizeof(ZEMStsBar)];
+    ZEMStsBar* _bar = nullptr;
+    Widget _base = nullptr;
+    std::unique_ptr<CellWindow> _lone;
+};
+
+TEST_F(LoneStatusBarTest, ItsFramesNeverOverlap)
+{
+    Widget message = findWidget(_base, "statFrame");
+    Widget summary = findWidget(_base, "covFrame");
+    _bar->reportInfo("Report: by function, Sort keys: dFf");
+    for (const int width : {300, 100, 40, 20, 12, 11, 10, 9, 8, 7, 6, 5, 3, 1}) {
+        resizeBar(width);
+        EXPECT_EQ(leftOf(summary) + widthOf(summary), width);
+        if (isViewable(message)) {
+            EXPECT_EQ(leftOf(message), 0);
+            EXPECT_LE(widthOf(message), leftOf(summary)) << width;
+        } else {
+            EXPECT_LT(width, 10) << "there is room for both";
+        }
+    }
+    EXPECT_FALSE(isViewable(message));
+    resizeBar(300);
+    EXPECT_TRUE(isViewable(message));
+}
+
+TEST_F(LoneStatusBarTest, OnceDeletedItDoesNotHearOfItsWidgets)
+{
+    Widget message = findWidget(_base, "msgLbl");
+    unsigned char living[sizeof _memory];
+    std::memcpy(living, _memory, sizeof _memory);
+    _bar->~ZEMStsBar();
+    _bar = nullptr;
+    // A handler that is still called works on what looks like the living object.
+    std::memcpy(_memory, living, sizeof _memory);
+    XtVaSetValues(message, XmNrecomputeSize, True, nullptr);
+    resizeBar(345);
+    Boolean recompute = False;
+    XtVaGetValues(message, XmNrecomputeSize, &recompute, nullptr);
+    EXPECT_TRUE(recompute) << "the message has been fitted";
 }
 
 TEST_F(ZEMWindowTest, TheReportTakesTheHeightThatTheStatusBarLeaves)
