@@ -140,8 +140,8 @@ TEST_F(ZemImportTest, MapHoldsFilesFunctionsAndNames)
     ASSERT_EQ(import("gcc -o out.d --name first build"), 0) << output();
     const std::string text = mapText(_dir.path("out.d/first.map"));
     for (const char* name :
-         {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<int>__Fii\n",
-          "  larger<long>__Fll\n", "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n",
+         {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<...>\n",
+          "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n",
           "  jobs::total__Fi\n", "  (anonymous namespace)::counted__Fv\n",
           "  jobs::Square::Square__Fi\n"}) {
         const size_t at = text.find(name);
@@ -193,7 +193,7 @@ TEST_F(ZemImportTest, LinesRoadGivesTheSameFilesAndSaysSo)
     EXPECT_NE(output().find("2 units taken as lines from gcov"), std::string::npos) << output();
     const std::string text = mapText(_dir.path("lines.map"));
     EXPECT_NE(text.find("jobs and shapes.cc\n"), std::string::npos);
-    EXPECT_NE(text.find("  larger<int>__Fii\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  larger<...>\n"), std::string::npos) << text;
 }
 
 TEST_F(ZemImportTest, CountersOfAnotherBuildAreAnErrorOfTheirUnit)
