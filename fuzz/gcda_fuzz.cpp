@@ -29,6 +29,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         builder.add(entry._path, entry._function);
     }
     ImportLosses losses;
-    finishCoverage(model, losses, 1);
+    finishCoverage(model, NameStyle(), losses, 1);
     return 0;
 }

@@ -14,6 +14,11 @@
 
 #include <string>
 
+struct NameStyle
+{
+    bool _isFull = false; // no template argument list is left out because a name is long
+};
+
 // The stored form of a symbol in the compiler's encoding, or of a plain name. Counts in `losses`
 // where parameter types had to go or the name itself had to change. May be called from several
 // threads: demangle_name() keeps nothing between calls.

@@ -2,7 +2,6 @@
 #include "tools/common/finishCoverage.h"
 
 #include "tools/common/BlockList.h"
-#include "tools/common/FunctionName.h"
 #include "tools/common/RecordPayload.h"
 #include "tools/common/SourcePath.h"
 #include "tools/common/parallel.h"
@@ -84,7 +83,8 @@ public:
 
 } // namespace
 
-void finishCoverage(CoverageModel& model, ImportLosses& losses, unsigned int nThreads)
+void finishCoverage(CoverageModel& model, const NameStyle&, ImportLosses& losses,
+                    unsigned int nThreads)
 {
     const auto named =
         std::remove_if(model._files.begin(), model._files.end(), [](const CovFile& file) {

@@ -37,8 +37,8 @@ TEST_F(FolderWalkTest, GivesFilesOfAllFoldersBelow)
     _dir.write("b/c/d", "");
     _dir.write("b/.e", "");
     fs::create_directory(_dir.path("empty"));
-    EXPECT_EQ(walk(_dir.path()), (std::vector<std::string>{_dir.path("a"), _dir.path("b/.e"),
-                                                           _dir.path("b/c/d")}));
+    EXPECT_EQ(walk(_dir.path()),
+              (std::vector<std::string>{_dir.path("a"), _dir.path("b/.e"), _dir.path("b/c/d")}));
     EXPECT_TRUE(_problems.empty());
 }
 

@@ -38,7 +38,7 @@ TEST_F(FinishCoverageTest, FilesAndFunctionsAreInOrder)
 {
     addFile("/s/b.cc", {function("two", 9, 12, {{9, 9, 0}}), function("one", 1, 4, {{1, 1, 0}})});
     addFile("/s/a.cc", {function("zz", 1, 4, {{1, 1, 0}}), function("aa", 1, 4, {{1, 1, 0}})});
-    finishCoverage(_model, _losses, 2);
+    finishCoverage(_model, NameStyle(), _losses, 2);
     ASSERT_EQ(_model._files.size(), 2u);
     EXPECT_EQ(_model._files[0]._path, "/s/a.cc");
     EXPECT_EQ(_model._files[0]._functions[0]._storedName, "aa");
@@ -52,7 +52,7 @@ TEST_F(FinishCoverageTest, OrderDoesNotDependOnTheOrderGivenOrOnCounts)
         function("f", 1, 9, {{1, 1, 5}, {2, 2, 5}}), function("f", 1, 9, {{1, 1, 7}, {3, 3, 0}}),
         function("f", 1, 9, {{1, 1, 0}}), function("f", 1, 9, {{1, 2, 9}})};
     addFile("/s/a.cc", {variants[0], variants[1], variants[2], variants[3]});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     CoverageModel other;
     other._files.emplace_back();
     other._files[0]._path = "/s/a.cc";
@@ -60,11 +60,12 @@ TEST_F(FinishCoverageTest, OrderDoesNotDependOnTheOrderGivenOrOnCounts)
     for (CovFunction& each : other._files[0]._functions) {
         each._blocks[0]._hits = 1;
     }
-    finishCoverage(other, _losses, 2);
-    std::string failure;
-    ASSERT_EQ(writeCoverage(_model, _losses, _dir.path("one"), failure), 0);
-    ASSERT_EQ(writeCoverage(other, _losses, _dir.path("two"), failure), 0);
-    EXPECT_EQ(TempDir::read(_dir.path("one.map")), TempDir::read(_dir.path("two.map")));
+    finishCoverage(other, NameStyle(), _losses, 2);
+    CoverageResult one;
+    CoverageResult two;
+    ASSERT_TRUE(writeCoverage(_model, _losses, {_dir.path("one"), "run", false}, one));
+    ASSERT_TRUE(writeCoverage(other, _losses, {_dir.path("two"), "run", false}, two));
+    EXPECT_EQ(TempDir::read(one._map), TempDir::read(two._map));
 }
 
 TEST_F(FinishCoverageTest, CountsAreKeptWithinWhatViewsShow)
@@ -72,7 +73,7 @@ TEST_F(FinishCoverageTest, CountsAreKeptWithinWhatViewsShow)
     addFile("/s/a.cc",
             {function("f", 1, 4,
                       {{1, 1, -1}, {2, 2, 2147483647}, {3, 3, 2147483648}, {4, 4, INT64_MAX}})});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     const std::vector<CovBlock>& blocks = _model._files[0]._functions[0]._blocks;
     EXPECT_EQ(blocks[0]._hits, 0);
     EXPECT_EQ(blocks[1]._hits, 2147483647);
@@ -86,7 +87,7 @@ TEST_F(FinishCoverageTest, WhatHasNoBlocksIsTakenOut)
 {
     addFile("/s/a.cc", {function("f", 1, 4, {}), function("g", 1, 4, {{70000, 70000, 1}})});
     addFile("/s/b.cc", {function("h", 1, 4, {{1, 1, 1}}), function("f", 1, 4, {})});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     ASSERT_EQ(_model._files.size(), 1u);
     EXPECT_EQ(_model._files[0]._functions.size(), 1u);
     EXPECT_EQ(_losses._blocksPastLastLine, 1u);
@@ -95,7 +96,7 @@ TEST_F(FinishCoverageTest, WhatHasNoBlocksIsTakenOut)
 TEST_F(FinishCoverageTest, PathTooLongForARecordIsRefused)
 {
     addFile("/" + std::string(65534, 'p'), {function("f", 1, 4, {{1, 1, 1}})});
-    finishCoverage(_model, _losses, 1);
+    finishCoverage(_model, NameStyle(), _losses, 1);
     EXPECT_TRUE(_model._files.empty());
     EXPECT_EQ(_losses._refusedFiles, 1u);
 }
