@@ -34,6 +34,7 @@ const LossKind lossKinds[] = {
     {&ImportLosses::_unsolvedFunctions, "functions with unknown counts taken as 0"},
     {&ImportLosses::_renamedFunctions, "functions renamed"},
     {&ImportLosses::_namesWithoutTypes, "names without parameter types"},
+    {&ImportLosses::_namesNotUnfolded, "names too long to unfold"},
     {&ImportLosses::_sourcesNotFound, "sources not found"},
     {&ImportLosses::_refusedFiles, "files with a path too long"},
 };

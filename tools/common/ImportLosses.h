@@ -28,6 +28,7 @@ struct ImportLosses
     uint64_t _unsolvedFunctions = 0; // counters that do not determine every block
     uint64_t _renamedFunctions = 0;  // the stored name differs from the compiler's
     uint64_t _namesWithoutTypes = 0; // parameter types that have no code
+    uint64_t _namesNotUnfolded = 0;  // symbols whose text would be out of all proportion
     uint64_t _sourcesNotFound = 0;
     uint64_t _refusedFiles = 0; // path longer than a record can hold
     uint64_t _unitsNotRun = 0;  // no counters
