@@ -210,7 +210,7 @@ void Writer::closeList()
     Open open;
     open._arguments.swap(_open.back()._arguments);
     _open.pop_back();
-    if (_text.back() == ' ' && _text.size() > 1 && _text[_text.size() - 2] == '>') {
+    if (_text.back() == ' ') {
         _text.pop_back();
     }
     const size_t bracket = open._arguments.front() - 1;

@@ -18,15 +18,21 @@ namespace {
 // Whether a path is one of those where build systems compile programs to try the compiler.
 bool isBuildProbe(const std::string& path)
 {
-    static const char* const patterns[] = {"*/CMakeFiles/*/CompilerId*",
-                                           "*/CMakeFiles/CMakeTmp/*",
-                                           "*/CMakeFiles/CMakeScratch/*",
-                                           "*/meson-private/*",
-                                           "*/conftest.*",
-                                           "*/.conf_check_*"};
+    static const char* const patterns[] = {
+        "*/CMakeFiles/*/CompilerId*", "*/CMakeFiles/CMakeTmp/*", "*/CMakeFiles/CMakeScratch/*",
+        "*/meson-private/*",          "*/conftest.*",            "*/.conf_check_*"};
     return std::any_of(std::begin(patterns), std::end(patterns), [&path](const char* pattern) {
         return fnmatch(pattern, path.c_str(), 0) == 0;
     });
+}
+
+void leaveOutProbes(std::vector<GccUnitFiles>& units, ImportLosses& losses)
+{
+    const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
+        return isBuildProbe(unit._notes);
+    });
+    losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
+    units.erase(kept, units.end());
 }
 
 // Reads all units; each item is one.
@@ -142,11 +148,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
         return false;
     }
     if (!_keepsProbes) {
-        const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
-            return isBuildProbe(unit._notes);
-        });
-        losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
-        units.erase(kept, units.end());
+        leaveOutProbes(units, losses);
     }
     if (units.empty()) {
         std::cerr << "zem-import: no .gcno file found; was it built with g++ --coverage?\n";

@@ -149,6 +149,45 @@ TEST_F(GccUnitTest, WhatIsLeftOutIsCounted)
     EXPECT_EQ(_solved._blocksWithoutLine, 1u);
 }
 
+TEST_F(GccUnitTest, LinesThatFunctionsLeftOutHoldAreKept)
+{
+    GcovBuilder notes(12);
+    notes.notesHead(SampleStamp, "/build");
+    notes.function(1, 2, 3, "find_if", 0, "/usr/include/x.h", 1, 6);
+    notes.blocks(4);
+    notes.arcs(0, {{2, 0}});
+    notes.arcs(2, {{3, 1}});
+    notes.arcs(3, {{1, 1}});
+    notes.lines(2, "/usr/include/x.h", {2}, "a.cc", {9});
+    notes.function(2, 2, 3, "_ZN1AC2ERKS_", 1, "a.cc", 5, 5);
+    notes.blocks(3);
+    notes.arcs(0, {{2, 0}});
+    notes.arcs(2, {{1, 1}});
+    notes.lines(2, "a.cc", {5, 8});
+    GcovBuilder counters(12);
+    counters.countersHead(SampleStamp);
+    counters.ran(1, 2, 3);
+    counters.counters({4});
+    counters.ran(2, 2, 3);
+    counters.counters({5});
+    counters.word(0);
+    for (int i = 0; i < 2; ++i) {
+        GccUnit unit(_sources, _store);
+        ASSERT_TRUE(unit.readBlocks(notes.bytes(), &counters.bytes()));
+        EXPECT_EQ(unit.losses()._systemFunctions, 1u);
+        EXPECT_EQ(unit.losses()._artificialFunctions, 1u);
+    }
+    const std::vector<FunctionCopy> copies = _store.solve(1, _solved);
+    ASSERT_EQ(copies.size(), 2u);
+    const FunctionCopy& system = copies[copies[0]._symbol == "find_if" ? 0 : 1];
+    const FunctionCopy& made = copies[copies[0]._symbol == "find_if" ? 1 : 0];
+    EXPECT_EQ(row(system), "/usr/include/x.h find_if: /build/a.cc:9=8\n");
+    EXPECT_EQ(row(made), "/build/a.cc _ZN1AC2ERKS_: 5,8=10\n");
+    EXPECT_FALSE(system._isHidden);
+    EXPECT_TRUE(made._isHidden);
+    EXPECT_EQ(_solved._blocksWithoutLine + _solved._linesOfOtherFiles, 0u);
+}
+
 TEST_F(GccUnitTest, ExcludedFunctionsAreCounted)
 {
     _filter.exclude("*.cc");
@@ -220,15 +259,15 @@ TEST_F(GccUnitTest, RelativeNamesInTwoFoldersAreTwoFiles)
 }
 
 // A function that the compiler made of a coroutine.
-std::string coroutineNotes(const char* symbol, uint32_t isArtificial)
+std::string coroutineNotes(const char* symbol, uint32_t line)
 {
     GcovBuilder notes(12);
     notes.notesHead(SampleStamp, "/build");
-    notes.function(3, 2, 3, symbol, isArtificial, "a.cc", 1, 1);
+    notes.function(3, 2, 3, symbol, 1, "a.cc", 1, 1);
     notes.blocks(3);
     notes.arcs(0, {{2, 0}});
     notes.arcs(2, {{1, 1}});
-    notes.lines(2, "a.cc", {3});
+    notes.lines(2, "a.cc", {line});
     return notes.bytes();
 }
 
@@ -236,7 +275,7 @@ TEST_F(GccUnitTest, BodyOfACoroutineHasTheCoroutinesName)
 {
     for (const char* symbol : {"_Z5countPZ5countiE15_Z5counti.Frame.actor", "_Z5counti.actor"}) {
         GccUnit unit(_sources, _store);
-        ASSERT_TRUE(unit.readBlocks(coroutineNotes(symbol, 1), nullptr));
+        ASSERT_TRUE(unit.readBlocks(coroutineNotes(symbol, 3), nullptr));
         EXPECT_EQ(blocks(), "/build/a.cc _Z5counti: 3=0\n") << symbol;
     }
 }
@@ -251,7 +290,7 @@ TEST_F(GccUnitTest, OtherPartsOfACoroutineStayOut)
 
 TEST_F(GccUnitTest, NameThatHoldsNoCoroutineIsKept)
 {
-    ASSERT_TRUE(_unit.readBlocks(coroutineNotes("odd_Z1f.Frame.actor", 1), nullptr));
+    ASSERT_TRUE(_unit.readBlocks(coroutineNotes("odd_Z1f.Frame.actor", 3), nullptr));
     EXPECT_EQ(blocks(), "/build/a.cc odd_Z1f.Frame: 3=0\n");
 }
 

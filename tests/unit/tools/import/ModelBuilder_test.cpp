@@ -189,6 +189,14 @@ TEST_F(ModelBuilderTest, LinesOfIncludedTextMakeAnEntryInThatFile)
     EXPECT_EQ(build(), "/a.cc f 1-9: 1=1 2=3\n/b.cc f 60-71: 70,71=2 60=4\n");
 }
 
+TEST_F(ModelBuilderTest, FunctionMadeByTheCompilerGivesOnlyWhatItHoldsOfOthers)
+{
+    add(A, "_ZN1BD2Ev", 3, 5, {{{4}, 1}, {{40}, 1}, {{13}, 7}, {{50}, 1, H}})._isHidden = true;
+    add(A, "_ZN1AD2Ev", 12, 14, {{{12, 13}, 0}});
+    add(A, "user", 3, 5, {{{3}, 2}});
+    EXPECT_EQ(build(), "/a.cc _ZN1AD2Ev 12-14: 12=0 13=7\n/a.cc user 3-5: 3=2\n");
+}
+
 TEST_F(ModelBuilderTest, EntriesOfOneNameAreOne)
 {
     add(A, "f", 1, 9, {{{1}, 1}, {{70, 71}, 2, H}});
