@@ -70,12 +70,77 @@ size_t parametersAtEnd(const std::string& text)
     return bracket == NameText::None ? std::string::npos : bracket;
 }
 
-// Finds the parameters of the function whose whole text and whose name's text these are: the result
-// may be an array or a function, whose marks stand behind the parameters.
-size_t parametersOf(const std::string& text, const std::string& name)
+// The parameter packs of lambdas as types with a qualifier "...", which every decoder knows.
+std::string withPacksQualified(const std::string& symbol, const SymbolScan& scan)
 {
-    const size_t at = text.find(name + "(");
-    return at == std::string::npos ? std::string::npos : at + name.size();
+    std::string result = symbol;
+    for (size_t i = scan._lambdaPacks.size(); i-- > 0;) {
+        result.replace(scan._lambdaPacks[i], 2, "U3...");
+    }
+    return result;
+}
+
+// Shows the qualifier as decoders do that know packs: "(auto:1)..." of "auto:1 ...".
+void restorePacks(std::string& text)
+{
+    for (size_t at = text.find(" ..."); at != std::string::npos; at = text.find(" ...", at)) {
+        const NameText brackets(text);
+        size_t start = at;
+        while (start > 0 && std::strchr("(<", text[start - 1]) == nullptr &&
+               (start < 2 || text.compare(start - 2, 2, ", ") != 0)) {
+            --start;
+            const size_t partner = brackets.partner(start);
+            start = partner != NameText::None && partner < start ? partner : start;
+        }
+        if (start < at) {
+            text.replace(at, 1, ")");
+            text.insert(start, "(");
+        }
+        at += 2;
+    }
+}
+
+// The symbol's text and where its parts are in it.
+struct Decoded
+{
+    std::string _text;
+    size_t _name = 0;                       // where the name starts
+    size_t _parameters = std::string::npos; // their opening bracket
+};
+
+// Of a name with a result the place is found by the name's own text: the marks of a result that is
+// an array or a function stand behind the parameters.
+void findName(const std::string& symbol, const SymbolScan& scan, Decoded& result)
+{
+    if (scan._isKnown && scan._hasResult) {
+        std::string name = decoded(symbol.substr(0, scan._nameEnd));
+        dropQualifiers(name);
+        const size_t at = name.empty() ? std::string::npos : result._text.find(name + "(");
+        if (at != std::string::npos) {
+            result._name = at;
+            result._parameters = at + name.size();
+            return;
+        }
+    }
+    dropQualifiers(result._text);
+    result._parameters = parametersAtEnd(result._text);
+}
+
+Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
+{
+    Decoded result;
+    result._text = decoded(symbol);
+    if (result._text.empty() && !scan._lambdaPacks.empty()) {
+        // The name alone: parameters may refer to the pack, and would not be one any more.
+        const std::string usable = withPacksQualified(symbol, scan);
+        result._text = decoded(usable.substr(0, scanSymbol(usable)._nameEnd));
+        restorePacks(result._text);
+        dropQualifiers(result._text);
+        return result;
+    }
+    result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
+    findName(symbol, scan, result);
+    return result;
 }
 
 Function readFunction(const std::string& symbol, ImportLosses& losses)
@@ -90,29 +155,19 @@ Function readFunction(const std::string& symbol, ImportLosses& losses)
         ++losses._namesNotUnfolded;
         return function;
     }
-    std::string text = decoded(symbol);
+    const Decoded found = decodeSymbol(symbol, scan);
+    const std::string& text = found._text;
     if (text.empty()) {
         return function;
     }
-    text.resize(std::min(text.find(" [clone "), text.size()));
-    size_t start = 0;
-    size_t bracket = std::string::npos;
-    if (scan._isKnown && scan._hasResult) {
-        std::string name = decoded(symbol.substr(0, scan._nameEnd));
-        dropQualifiers(name);
-        bracket = name.empty() ? bracket : parametersOf(text, name);
-        start = bracket == std::string::npos ? 0 : bracket - name.size();
-    }
-    if (bracket == std::string::npos) {
-        dropQualifiers(text);
-        bracket = parametersAtEnd(text);
-    }
+    const size_t bracket = found._parameters;
     if (bracket == std::string::npos || bracket == 0) {
         function._name = withStandardNames(text);
+        losses._namesWithoutTypes += scan._lambdaPacks.empty() ? 0 : 1;
         return function;
     }
     const size_t end = NameText(text).partner(bracket);
-    function._name = withStandardNames(text.substr(start, bracket - start));
+    function._name = withStandardNames(text.substr(found._name, bracket - found._name));
     function._types = withStandardNames(text.substr(bracket + 1, end - bracket - 1));
     function._hasTypes = true;
     return function;
@@ -189,13 +244,25 @@ std::string encodedName(const Function& function, const std::string& shown, bool
     return isEncoded && stored.size() <= RecordPayload::LongestText ? stored : "";
 }
 
+// What the simple report shows of a name. A name with "__" has no form with types, so argument
+// lists with it are left out of short names, too.
+std::string shortLabel(const std::string& whole)
+{
+    const std::string shown = NameText(whole).shortened(LongestLabel);
+    if (shown.find("__") == std::string::npos) {
+        return shown;
+    }
+    const std::string plain = NameText(shown).withoutDoubleUnderscores();
+    return plain.find("__") == std::string::npos ? plain : shown;
+}
+
 std::string storedForm(const Function& function, const NameStyle& style, ImportLosses& losses)
 {
     bool isRenamed = false;
     std::string stored;
     if (function._hasTypes) {
         const std::string whole = withPlainLastPart(NameText(function._name));
-        const std::string shown = style._isFull ? whole : NameText(whole).shortened(LongestLabel);
+        const std::string shown = style._isFull ? whole : shortLabel(whole);
         size_t nChanged = 0;
         stored = encodedName(function, shown, shown != whole, nChanged);
         losses._namesWithoutTypes += stored.empty() ? 1 : 0;

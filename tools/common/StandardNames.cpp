@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/StandardNames.h"
 
+#include "tools/common/NameText.h"
+
 #include <cctype>
 #include <cstring>
 #include <vector>
@@ -86,7 +88,6 @@ private:
         std::vector<size_t> _arguments; // where each starts; the first behind the bracket
     };
 
-    size_t pastOperator(const std::string& text, size_t at);
     size_t pastStream(const std::string& text, size_t at);
     void close(char bracket);
     void closeList();
@@ -99,35 +100,6 @@ private:
     std::string _text;
     std::vector<Open> _open;
 };
-
-// "operator<" is no list. Copies the word and its sign and returns the place behind them.
-size_t Writer::pastOperator(const std::string& text, size_t at)
-{
-    static const char word[] = "operator";
-    const size_t sign = at + sizeof(word) - 1;
-    if (text[at] != 'o' || text.compare(at, sizeof(word) - 1, word) != 0 ||
-        (at > 0 && isNameCharacter(text[at - 1]) && text[at - 1] != ':')) {
-        return at;
-    }
-    size_t end = sign;
-    const char c = sign < text.size() ? text[sign] : '\0';
-    if (c == '<' || c == '>') {
-        while (end < text.size() && end < sign + 3 && std::strchr("<>=", text[end]) != nullptr) {
-            ++end;
-        }
-        // "operator><int>" is one sign and a list; "operator< <int>" has a blank.
-        if (c == '>' && text[end - 1] == '<') {
-            --end;
-        }
-        end += end + 1 < text.size() && text[end] == ' ' && text[end + 1] == '<' ? 1 : 0;
-    } else if (text.compare(sign, 2, "->") == 0) {
-        end = sign + 2;
-    } else {
-        return at;
-    }
-    _text.append(text, at, end - at);
-    return end;
-}
 
 // The library's decoder has short names for streams of its own, c++filt has not.
 size_t Writer::pastStream(const std::string& text, size_t at)
@@ -249,6 +221,7 @@ std::string Writer::write(const std::string& text)
     for (size_t i = 0; i < text.size(); ++i) {
         size_t past = pastOperator(text, i);
         if (past != i) {
+            _text.append(text, i, past - i);
             i = past - 1;
             pastSign = past;
             continue;
