@@ -6,6 +6,7 @@
 #include "tools/import/ModelBuilder.h"
 #include "tools/import/gcc/GccUnit.h"
 #include "tools/import/gcc/SourceTable.h"
+#include "tools/import/gcc/isBuildProbe.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,20 +15,6 @@
 #include <iterator>
 
 namespace {
-
-// Whether a path is one of those where build systems compile programs to try the compiler.
-bool isBuildProbe(const std::string& path)
-{
-    static const char* const patterns[] = {"*/CMakeFiles/*/CompilerId*",
-                                           "*/CMakeFiles/CMakeTmp/*",
-                                           "*/CMakeFiles/CMakeScratch/*",
-                                           "*/meson-private/*",
-                                           "*/conftest.*",
-                                           "*/.conf_check_*"};
-    return std::any_of(std::begin(patterns), std::end(patterns), [&path](const char* pattern) {
-        return fnmatch(pattern, path.c_str(), 0) == 0;
-    });
-}
 
 // Reads all units; each item is one.
 class UnitsJob : public ParallelJob
