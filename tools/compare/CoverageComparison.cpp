@@ -16,34 +16,38 @@
 namespace {
 
 constexpr uint32_t LastBlockLine = 65535;
+constexpr size_t LongestSimpleName = 60; // longer ones are shown with "<...>"
 constexpr int NLevels = 3;
 constexpr int FirstMode = -1; // of demangle_name
 const Findings::Class nameClasses[NLevels] = {Findings::NameSimple, Findings::NameExtended,
                                               Findings::NameFull};
+
+// `text` as it shows at `level`.
+std::string spelling(const std::string& text, int level)
+{
+    return level == 1 ? withoutQualifiers(text) : comparedSpelling(text);
+}
 
 std::string shownName(const char* stored, int level)
 {
     char* readable = demangle_name(stored, level + FirstMode);
     const std::string shown = readable == nullptr ? stored : readable;
     std::free(readable);
-    return level == 1 ? withoutQualifiers(shown) : comparedSpelling(shown);
+    return spelling(shown, level);
 }
 
 std::string expectedName(const PlainName& name, int level)
 {
-    switch (level) {
-    case 0:
-        return comparedSpelling(name._name);
-    case 1:
-        return withoutQualifiers(name._name + name._params);
-    default:
-        return comparedSpelling(name._name + name._params);
-    }
+    return spelling(level == 0 ? name._name : name._name + name._params, level);
 }
 
-std::string spelledParams(const PlainName& name, int level)
+bool isNameGood(const PlainName& name, int level, const std::string& shown, bool isOfSeveral)
 {
-    return expectedName({"", name._params}, level);
+    const bool isLong = comparedSpelling(name._name).size() > LongestSimpleName;
+    return isShown(expectedName(name, level), shown, isOfSeveral || isLong) ||
+           (isLong && level > 0 &&
+            isShownShortened(spelling(name._name, level),
+                             spelling(name._wholeName + name._params, level), shown));
 }
 
 bool anyBlockRan(const ZEMFuncRecord& function)
@@ -256,7 +260,7 @@ void CoverageComparison::compareFunctions(const std::string& path, const FileFac
         for (int level = NLevels - 1; level >= 0 && row == nullptr; --level) {
             const std::string expected = expectedName(plain, level);
             for (Row& candidate : found->second) {
-                if (row == nullptr && isShown(expected, candidate._shown[level])) {
+                if (row == nullptr && isShown(expected, candidate._shown[level], true)) {
                     row = &candidate;
                 }
             }
@@ -278,7 +282,10 @@ void CoverageComparison::compareRow(const std::string& path, const FileFacts& fa
     const ZEMFuncRecord& function = *row._record;
     const std::string example = placeText(path, function._startLine) + function._funcname;
     if (!row._isTold) {
-        const bool isPart = _names.count(row._shown[0]) != 0;
+        const bool isPart =
+            std::any_of(_names.begin(), _names.end(), [&row](const std::string& name) {
+                return isShown(name, row._shown[0], true);
+            });
         _findings.add(isPart ? Findings::FunctionPart : Findings::FunctionExtra, example);
         return;
     }
@@ -303,19 +310,11 @@ void CoverageComparison::compareNames(const std::string& path, const Row& row)
         names.push_back(PlainName::of(*readable));
     }
     for (int level = 0; level < NLevels; ++level) {
-        // Instances whose parameters differ share a row without parameters.
-        const bool isShared =
-            std::any_of(names.begin(), names.end(), [&names, level](const PlainName& name) {
-                return spelledParams(name, level) != spelledParams(names.front(), level);
-            });
         for (const PlainName& name : names) {
-            const std::string expected = expectedName(name, level);
-            const bool isGood =
-                isShown(expected, row._shown[level]) ||
-                (isShared && isShown(expectedName({name._name, ""}, level), row._shown[level]));
-            if (!_rowNames[level].add(isGood)) {
+            if (!_rowNames[level].add(
+                    isNameGood(name, level, row._shown[level], names.size() > 1))) {
                 _findings.add(nameClasses[level], placeText(path, row._record->_startLine) +
-                                                      expected + " is shown as " +
+                                                      expectedName(name, level) + " is shown as " +
                                                       row._shown[level]);
             }
         }

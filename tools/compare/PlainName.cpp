@@ -30,6 +30,8 @@ bool wordAt(const std::string& text, size_t at, const char* word)
            (end == text.size() || !isWord(text[end]));
 }
 
+constexpr size_t OperatorLength = 8; // of the word "operator"
+
 // The length of an operator's sign at the start of `sign`, 0 for a conversion or new and delete.
 size_t signLength(const char* sign)
 {
@@ -57,7 +59,7 @@ size_t pastOperator(const std::string& text, size_t at)
     if (!wordAt(text, at, "operator")) {
         return at;
     }
-    return at + 8 + signLength(text.c_str() + at + 8);
+    return at + OperatorLength + signLength(text.c_str() + at + OperatorLength);
 }
 
 // Steps over one character, an operator's sign, or a whole bracket. `i` stands on it.
@@ -170,7 +172,7 @@ size_t nameStart(const std::string& text)
     for (size_t i = 0; i < text.size();) {
         if (wordAt(text, i, "operator")) {
             const size_t past = pastOperator(text, i);
-            if (past == i + 8) {
+            if (past == i + OperatorLength) {
                 return start; // a conversion: blanks of the name
             }
             // A blank parts the sign from an argument list: "operator<< <int>".
@@ -192,7 +194,7 @@ size_t lastPartStart(const std::string& name)
 {
     size_t start = 0;
     for (size_t i = 0; i < name.size();) {
-        if (wordAt(name, i, "operator") && pastOperator(name, i) == i + 8) {
+        if (wordAt(name, i, "operator") && pastOperator(name, i) == i + OperatorLength) {
             return start;
         }
         if (startsAt(name, i, "::")) {
@@ -261,8 +263,9 @@ std::string constBehind(const std::string& text)
         }
         const size_t start = i + std::strlen(word);
         size_t end = start;
-        while (end < text.size() && std::strchr("*&,)>(", text[end]) == nullptr &&
-               !startsAt(text, end, " const")) {
+        while (end < text.size() && !startsAt(text, end, " const") &&
+               (std::strchr("*&,)>(", text[end]) == nullptr ||
+                startsAt(text, end, "(anonymous namespace)"))) {
             end = pastOne(text, end);
         }
         while (end > start && text[end - 1] == ' ') {
@@ -290,8 +293,12 @@ PlainName PlainName::of(const std::string& filtered)
     std::string name = text.substr(0, params);
     result._params = params == std::string::npos ? std::string() : text.substr(params);
     name.erase(0, params == std::string::npos ? 0 : nameStart(name));
+    result._wholeName = name;
     const size_t last = lastPartStart(name);
-    result._name = name.substr(0, last) + withoutScopes(name.substr(last));
+    const bool isConversion =
+        wordAt(name, last, "operator") && pastOperator(name, last) == last + OperatorLength;
+    result._name = name.substr(0, last) +
+                   (isConversion ? name.substr(last) : withoutScopes(name.substr(last)));
     return result;
 }
 
@@ -333,19 +340,60 @@ std::string withoutQualifiers(const std::string& text)
     return comparedSpelling(result);
 }
 
-bool isShown(const std::string& expected, const std::string& shown)
+namespace {
+
+// "<...>" for template arguments that start with `c`, "(...)" for a lambda's parameters.
+bool isListLeftOut(char c, const std::string& shown, size_t s)
 {
-    size_t e = 0;
-    size_t s = 0;
+    return (c == '<' && startsAt(shown, s, "<...>")) ||
+           (c == '(' && startsAt(shown, s, "(...)") && s >= 6 && wordAt(shown, s - 6, "lambda"));
+}
+
+// Compares what stands behind `e` and `s`.
+bool isRestShown(const std::string& expected, size_t e, const std::string& shown, size_t s,
+                 bool hasPlaceholders)
+{
     while (e < expected.size() && s < shown.size()) {
-        const bool isList = startsAt(shown, s, "<...>") && expected[e] == '<';
-        const bool isLambda = startsAt(shown, s, "(...)") && expected[e] == '(';
-        if (isList || isLambda) {
+        if (hasPlaceholders && isListLeftOut(expected[e], shown, s)) {
             e = pastBracket(expected, e);
             s += 5;
-        } else if (expected[e++] != shown[s++]) {
+            continue;
+        }
+        if (hasPlaceholders && startsAt(shown, s, ",...)") &&
+            (expected[e] == ',' || expected[e] == ')')) {
+            while (e < expected.size() && expected[e] != ')') {
+                e = pastOne(expected, e);
+            }
+            s += 4;
+            continue;
+        }
+        if (hasPlaceholders && wordAt(shown, s, "auto") && !wordAt(expected, e, "auto")) {
+            // Some type: all that does not end a parameter, as little as possible.
+            while (e < expected.size() && expected[e] != ',' && expected[e] != ')') {
+                e = pastOne(expected, e);
+                if (isRestShown(expected, e, shown, s + 4, hasPlaceholders)) {
+                    return true;
+                }
+            }
+            return false;
+        }
+        if (expected[e++] != shown[s++]) {
             return false;
         }
     }
     return e == expected.size() && s == shown.size();
+}
+
+} // namespace
+
+bool isShown(const std::string& expected, const std::string& shown, bool hasPlaceholders)
+{
+    return isRestShown(expected, 0, shown, 0, hasPlaceholders);
+}
+
+bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown)
+{
+    const std::string end = "(" + whole + ")";
+    return endsWith(shown, end.c_str()) &&
+           isShown(name, shown.substr(0, shown.size() - end.size()), true);
 }

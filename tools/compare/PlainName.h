@@ -7,7 +7,7 @@
 //   parameters;
 // - std::string for the long form of it; allocators, traits and the like left out where they are
 //   the standard library's defaults;
-// - no namespaces inside the last part's template arguments;
+// - no namespaces inside the last part, unless it is a conversion operator;
 // - blanks and the side on which const stands do not count;
 // - const and volatile of parameters show at the last level only.
 #pragma once
@@ -16,8 +16,9 @@
 
 struct PlainName
 {
-    std::string _name;   // without parameters
-    std::string _params; // "(...)" ; empty for a name without them
+    std::string _name;      // without parameters
+    std::string _wholeName; // the same with all namespaces
+    std::string _params;    // "(...)" ; empty for a name without them
 
     // Of what c++filt prints for a function's symbol.
     static PlainName of(const std::string& filtered);
@@ -28,6 +29,12 @@ std::string comparedSpelling(const std::string& text);
 // The same without any const and volatile.
 std::string withoutQualifiers(const std::string& text);
 
-// Whether `shown` is `expected`, both in the compared spelling. "<...>" in `shown` stands for any
-// template argument list, "(...)" behind "lambda" for any parameters.
-bool isShown(const std::string& expected, const std::string& shown);
+// Whether `shown` is `expected`, both in the compared spelling. With `hasPlaceholders` a "<...>" in
+// `shown` stands for any template argument list and "auto" for any type, as in the name of several
+// instances of a template; "..." behind a comma stands for any further parameters, and
+// "lambda(...)" for a lambda with any.
+bool isShown(const std::string& expected, const std::string& shown, bool hasPlaceholders);
+
+// Whether `shown` is the form with parameters of a long name: the name with placeholders, and the
+// whole text in the place of the parameters.
+bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown);

@@ -9,6 +9,7 @@
 #include "tools/compare/GraphFacts.h"
 #include "tools/import/gcc/GccTree.h"
 #include "tools/import/gcc/GcovLines.h"
+#include "tools/import/gcc/isBuildProbe.h"
 #include "zem/Repository/ZEMRepository.h"
 
 #include <cstdlib>
@@ -30,6 +31,7 @@ struct Options
     std::vector<const char*> runs;
     const char* gcov = "gcov";
     SourceFilter filter;
+    bool keepsProbes = false;
     size_t nExamples = 1;
     std::vector<const char*> allowed;
     std::vector<const char*> known;
@@ -43,7 +45,8 @@ void usage(std::ostream& out)
            "  --examples N     print N examples of each class of disagreement (default: 1)\n"
            "  --allow CLASS    a disagreement of this class is none\n"
            "  --known FILE     likewise each class that FILE lists: CLASS [MOST] # reason\n"
-           "  --exclude GLOB, --only DIR, --system, --run DIR   as LOG was imported\n"
+           "  --exclude GLOB, --only DIR, --system, --probes, --run DIR\n"
+           "                   as LOG was imported\n"
            "Exit status: 0 when all classes that occur are allowed, 1 when not, 2 for an error.\n"
            "\nClasses:\n";
     Findings::writeClasses(out);
@@ -77,6 +80,8 @@ bool takeWords(int argc, char** argv, Options& options)
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--system") == 0) {
             options.filter.keepSystem();
+        } else if (std::strcmp(argv[i], "--probes") == 0) {
+            options.keepsProbes = true;
         } else if (argv[i][0] == '-') {
             if (i + 1 == argc || !takeOption(argv[i], argv[i + 1], options)) {
                 std::cerr << "compare-gcov: unknown option, or its value is missing: " << argv[i]
@@ -103,7 +108,11 @@ bool findUnits(const Options& options, std::vector<GccUnitFiles>& units)
     for (const char* run : options.runs) {
         isRead = tree.addRun(run) && isRead;
     }
-    units = tree.units();
+    for (const GccUnitFiles& unit : tree.units()) {
+        if (options.keepsProbes || !isBuildProbe(unit._notes)) {
+            units.push_back(unit);
+        }
+    }
     return isRead && !units.empty();
 }
 

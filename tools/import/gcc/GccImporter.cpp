@@ -6,6 +6,7 @@
 #include "tools/import/ModelBuilder.h"
 #include "tools/import/gcc/GccUnit.h"
 #include "tools/import/gcc/SourceTable.h"
+#include "tools/import/gcc/isBuildProbe.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,26 +15,6 @@
 #include <iterator>
 
 namespace {
-
-// Whether a path is one of those where build systems compile programs to try the compiler.
-bool isBuildProbe(const std::string& path)
-{
-    static const char* const patterns[] = {
-        "*/CMakeFiles/*/CompilerId*", "*/CMakeFiles/CMakeTmp/*", "*/CMakeFiles/CMakeScratch/*",
-        "*/meson-private/*",          "*/conftest.*",            "*/.conf_check_*"};
-    return std::any_of(std::begin(patterns), std::end(patterns), [&path](const char* pattern) {
-        return fnmatch(pattern, path.c_str(), 0) == 0;
-    });
-}
-
-void leaveOutProbes(std::vector<GccUnitFiles>& units, ImportLosses& losses)
-{
-    const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
-        return isBuildProbe(unit._notes);
-    });
-    losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
-    units.erase(kept, units.end());
-}
 
 // Reads all units; each item is one.
 class UnitsJob : public ParallelJob
@@ -134,29 +115,31 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     GccTree tree;
     bool isRead = true;
     for (const char* build : _builds) {
-        isRead = tree.addBuild(build) && isRead;
+        if (!tree.addBuild(build)) {
+            std::cerr << "zem-import: cannot read the folder " << build << '\n';
+            isRead = false;
+        }
     }
     for (const char* run : _runs) {
-        isRead = tree.addRun(run) && isRead;
+        if (!tree.addRun(run)) {
+            std::cerr << "zem-import: cannot read the folder " << run << '\n';
+            isRead = false;
+        }
     }
-    units = tree.units();
-    losses._countersWithoutUnit = tree.strayCounters().size();
-    losses._failedUnits += tree.findLostUnits();
-    losses._unreadFolders = tree.unreadFolders();
-    tree.writeProblems(std::cerr);
     if (!isRead) {
         return false;
     }
+    units = tree.units();
+    losses._countersWithoutUnit = tree.strayCounters();
     if (!_keepsProbes) {
-        leaveOutProbes(units, losses);
+        const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
+            return isBuildProbe(unit._notes);
+        });
+        losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
+        units.erase(kept, units.end());
     }
     if (units.empty()) {
         std::cerr << "zem-import: no .gcno file found; was it built with g++ --coverage?\n";
-        return false;
-    }
-    if (!_runs.empty() && !tree.isAnyUnitRun()) {
-        std::cerr << "zem-import: no .gcda file of the run belongs to a unit of the build; was the "
-                     "program built in another folder?\n";
         return false;
     }
     return true;
