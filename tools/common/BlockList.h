@@ -1,16 +1,32 @@
 // SPDX-License-Identifier: MIT
 //
-// Puts the blocks of one function into the order in which the source view reads them. Depends on
-// the blocks' lines and places alone, never on counts.
+// Turns the lines that blocks touch into blocks that the source view shows rightly. The view lets a
+// later block replace an earlier one on its line, shows together only blocks of one function that
+// follow each other and start on one line, and paints the lines behind the start of a block that
+// never ran. So, for each file:
+//
+//   - Lines that one block alone touches, without a line of another block between them, are one
+//     stretch: a block from the first of them to the last.
+//   - On a line that several blocks touch each has a block of that one line.
+//   - A line that several functions touch is shown by one of them, the one with the most lines
+//     (else the first in file order): its own blocks and one more with the hits of the others. Each
+//     block of the others that touches such lines has one block with lines 0 for all of them.
+//   - Lines past 65535 do not fit; they too are one block with lines 0.
+//
+// Thereby a line is red exactly when no block that touches it ran. The result depends on lines and
+// order alone, never on counts. docs/importing.md has examples.
 #pragma once
 
 #include "tools/common/CoverageModel.h"
 #include "tools/common/ImportLosses.h"
 
-// Sorts by (start, stop), equal ones in the order given, and moves starts so that a block of
-// several lines has its start line to itself: the source view shows blocks with one start line
-// together and paints only the first one's other lines. Of several long blocks with one start line
-// the one that ends first keeps it; the others start on the next line that is free, and one that
-// reaches its own stop line on the way stays there. Blocks with a line above 65535 are taken out.
-// Counts both in `losses`.
-void arrangeBlocks(std::vector<CovBlock>& blocks, ImportLosses& losses);
+// Keeps counts between 0 and this; every view can show it.
+constexpr int64_t GreatestCount = 2147483647;
+
+// The greatest line that a block can name.
+constexpr uint32_t GreatestBlockLine = 65535;
+
+// Fills CovFunction::_blocks of every function of `file`, sorted by start and stop line, and bounds
+// `_hits`. Counts what it bounded and what lies past the last line in `losses`. The cost is linear
+// in lines, apart from sorting each function's blocks.
+void arrangeBlocks(CovFile& file, ImportLosses& losses);

@@ -6,20 +6,32 @@
 //
 //   _ZN3Foo3barEPKc   ->   Foo::bar__FPCc   shown as "Foo::bar", or "Foo::bar(const char *)"
 //
-// Each name is decoded again at all three levels. Where that does not give it back (a "__" in the
-// name itself, a type without a code) the qualified name is stored alone.
+// docs/names.md says how the names differ from the compiler's own, and why.
+//
+// All functions here may be called from several threads.
 #pragma once
 
 #include "tools/common/ImportLosses.h"
 
 #include <string>
+#include <vector>
 
 struct NameStyle
 {
     bool _isFull = false; // no template argument list is left out because a name is long
 };
 
-// The stored form of a symbol in the compiler's encoding, or of a plain name. Counts in `losses`
-// where parameter types had to go or the name itself had to change. May be called from several
-// threads: demangle_name() keeps nothing between calls.
+// The stored form of the function that all of `symbols` are: instances of one template, variants of
+// one constructor, or one symbol alone. REQUIRES: `symbols` is sorted, without doubles, not empty.
+// Names that differ give the template's, `<...>` for each argument list. Counts in `losses` where
+// parameter types had to go, a name had to change, or a symbol was too large to unfold.
+std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle& style,
+                               ImportLosses& losses);
+
+// The same for one symbol, in the style of a report.
 std::string storedFunctionName(const std::string& symbol, ImportLosses& losses);
+
+// What all instances of one template have in common, for telling which functions of one place are
+// one: "ns::f<...>" for _ZN2ns1fIiEEvT_. The name without parameters of a function that is no
+// instance; the symbol itself when it is no C++ name or too large to unfold.
+std::string templateName(const std::string& symbol);

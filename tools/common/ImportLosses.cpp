@@ -22,18 +22,35 @@ const LossKind lossKinds[] = {
     {&ImportLosses::_excludedFunctions, "excluded functions"},
     {&ImportLosses::_artificialFunctions, "compiler-made functions"},
     {&ImportLosses::_blocksWithoutLine, "blocks without a line"},
-    {&ImportLosses::_blocksOfOtherFiles, "blocks of included text"},
-    {&ImportLosses::_linesOfOtherFiles, "lines of included text"},
-    {&ImportLosses::_blocksPastLastLine, "blocks past line 65535"},
-    {&ImportLosses::_adjustedBlocks, "blocks started a line later"},
+    {&ImportLosses::_blocksOfOtherFiles, "blocks of files left out"},
+    {&ImportLosses::_linesOfOtherFiles, "lines of files left out"},
+    {&ImportLosses::_linesShownRed, "lines that ran shown as untested"},
+    {&ImportLosses::_linesShownBlack, "lines that never ran not shown as untested"},
+    {&ImportLosses::_probeUnits, "units of build system probes"},
+    {&ImportLosses::_sourcesOfTwoBuilds,
+     "sources compiled in several ways and united (static and shared, or two builds in one folder)"},
     {&ImportLosses::_clampedCounts, "counts clamped at 2147483647"},
     {&ImportLosses::_negativeCounts, "negative counts taken as 0"},
     {&ImportLosses::_unsolvedFunctions, "functions with unknown counts taken as 0"},
     {&ImportLosses::_renamedFunctions, "functions renamed"},
     {&ImportLosses::_namesWithoutTypes, "names without parameter types"},
+    {&ImportLosses::_namesNotUnfolded, "names too long to unfold"},
     {&ImportLosses::_sourcesNotFound, "sources not found"},
     {&ImportLosses::_refusedFiles, "files with a path too long"},
 };
+
+constexpr size_t MostFilesInText = 3;
+
+std::string pastLastLine(uint64_t blocks)
+{
+    return std::to_string(blocks) + " blocks past line 65535 (counted, not shown in the source)";
+}
+
+void append(std::string& text, const std::string& part)
+{
+    text += text.empty() ? "" : ", ";
+    text += part;
+}
 
 } // namespace
 
@@ -41,6 +58,9 @@ void ImportLosses::add(const ImportLosses& other)
 {
     for (const LossKind& kind : lossKinds) {
         this->*kind.count += other.*kind.count;
+    }
+    for (const auto& file : other._blocksPastLastLine) {
+        _blocksPastLastLine[file.first] += file.second;
     }
     _mostRuns = std::max(_mostRuns, other._mostRuns);
 }
@@ -52,6 +72,9 @@ void ImportLosses::write(std::ostream& out) const
             out << this->*kind.count << ' ' << kind.text << '\n';
         }
     }
+    for (const auto& file : _blocksPastLastLine) {
+        out << pastLastLine(file.second) << " in " << file.first << '\n';
+    }
     if (_mostRuns > 1) {
         out << "the counters add up " << _mostRuns << " runs\n";
     }
@@ -62,9 +85,20 @@ std::string ImportLosses::text() const
     std::string result;
     for (const LossKind& kind : lossKinds) {
         if (this->*kind.count != 0) {
-            result += result.empty() ? "" : ", ";
-            result += std::to_string(this->*kind.count) + ' ' + kind.text;
+            append(result, std::to_string(this->*kind.count) + ' ' + kind.text);
         }
     }
+    if (_blocksPastLastLine.size() <= MostFilesInText) {
+        for (const auto& file : _blocksPastLastLine) {
+            append(result, pastLastLine(file.second) + " in " + file.first);
+        }
+        return result;
+    }
+    uint64_t blocks = 0;
+    for (const auto& file : _blocksPastLastLine) {
+        blocks += file.second;
+    }
+    append(result, pastLastLine(blocks) + " in " + std::to_string(_blocksPastLastLine.size()) +
+                       " files");
     return result;
 }

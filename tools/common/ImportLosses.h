@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <map>
 #include <string>
 
 struct ImportLosses
@@ -14,15 +15,20 @@ struct ImportLosses
     uint64_t _excludedFunctions = 0;   // by --exclude and --only
     uint64_t _artificialFunctions = 0; // made by the compiler, without text in the source
     uint64_t _blocksWithoutLine = 0;
-    uint64_t _blocksOfOtherFiles = 0; // all their lines are in another file than the function
+    uint64_t _blocksOfOtherFiles = 0; // all their lines are in files that are left out
     uint64_t _linesOfOtherFiles = 0;
-    uint64_t _blocksPastLastLine = 0; // lines above 65535
-    uint64_t _adjustedBlocks = 0;     // start one or more lines later than the compiler says
+    // For each file, by path: blocks with lines above 65535, which the source view cannot show.
+    std::map<std::string, uint64_t> _blocksPastLastLine;
+    uint64_t _linesShownRed = 0;   // by the source view, although a block on them ran
+    uint64_t _linesShownBlack = 0; // or not marked, although no block on them ran
+    uint64_t _sourcesOfTwoBuilds = 0; // no headers, yet compiled in different ways
+    uint64_t _probeUnits = 0;         // of a build system's tests of the compiler
     uint64_t _clampedCounts = 0;
     uint64_t _negativeCounts = 0;
     uint64_t _unsolvedFunctions = 0; // counters that do not determine every block
     uint64_t _renamedFunctions = 0;  // the stored name differs from the compiler's
     uint64_t _namesWithoutTypes = 0; // parameter types that have no code
+    uint64_t _namesNotUnfolded = 0;  // symbols whose text would be out of all proportion
     uint64_t _sourcesNotFound = 0;
     uint64_t _refusedFiles = 0; // path longer than a record can hold
     uint64_t _unitsNotRun = 0;  // no counters

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/TypeCode.h"
 
+#include "tools/common/NameText.h"
+
+#include <algorithm>
 #include <cstring>
 
 namespace {
 
-// Deeper function types than this have no code; the source's nesting drives the recursion.
+// Deeper function types are written as they stand; the source's nesting drives the recursion.
 constexpr int DeepestNesting = 32;
+constexpr size_t MostParts = 9;
 
 struct BaseType
 {
@@ -20,8 +24,12 @@ const BaseType baseTypes[] = {
     {"unsigned int", "Ui"}, {"short", "s"},          {"unsigned short", "Us"},
     {"char", "c"},          {"signed char", "Sc"},   {"unsigned char", "Uc"},
     {"long double", "r"},   {"double", "d"},         {"float", "f"},
-    {"...", "e"},
 };
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 std::string trimmed(const std::string& text)
 {
@@ -42,7 +50,8 @@ bool takeEnd(std::string& text, const char* end)
     if (!endsWith(text, end)) {
         return false;
     }
-    text = trimmed(text.substr(0, text.size() - std::strlen(end)));
+    text.resize(text.size() - std::strlen(end));
+    text.resize(text.find_last_not_of(' ') + 1);
     return true;
 }
 
@@ -60,140 +69,356 @@ size_t openingBracket(const std::string& text)
     return std::string::npos;
 }
 
-bool appendName(const std::string& name, std::string& code)
+// Encodes one list. What is decoded joins the parameters of a list by ", ", so a type that has more
+// parts than a name can have goes in pieces, as if each of its template arguments were a parameter.
+class TypeEncoder
 {
-    std::string parts;
-    int count = 0;
+public:
+    TypeEncoder(std::string& code, size_t& nChanged) : _code(code), _nChanged(nChanged) {}
+
+    bool list(const std::string& types, int nesting);
+    bool function(const std::string& name, const std::string& types);
+    bool piece(const std::string& name, std::string& codes);
+
+private:
+    // The codes before a base: of its marks, the outermost first, and of the base's own qualifiers.
+    struct Marks
+    {
+        std::string _codes;
+        std::string _base;
+        bool _hasReference = false;
+        bool _hasPointer = false;
+    };
+
+    bool type(const std::string& text, int nesting);
+    bool functionType(const std::string& type, const Marks& marks, int nesting);
+    bool takeMarks(std::string& type, Marks& marks);
+    bool takeMemberPointer(std::string& type, std::string& codes);
+    void array(std::string& type, Marks& marks);
+    bool base(const std::string& type, const Marks& marks);
+    bool name(const std::string& name, const Marks& marks);
+
+    std::string& _code;
+    size_t& _nChanged;
+};
+
+size_t partsOf(const std::string& name)
+{
+    size_t count = 1;
+    for (size_t at = name.find(':'); at != std::string::npos; at = name.find(':', at + 2)) {
+        ++count;
+    }
+    return count;
+}
+
+// A ':' that is none of a pair: "auto:1", "a?b : c".
+bool hasSingleColon(const std::string& name)
+{
+    for (size_t at = name.find(':'); at != std::string::npos; at = name.find(':', at + 2)) {
+        if (at + 1 == name.size() || name[at + 1] != ':') {
+            return true;
+        }
+    }
+    return false;
+}
+
+// "auto:1" as "auto"; any other single ':' as '.'.
+std::string withoutSingleColons(const std::string& name)
+{
+    std::string result;
+    for (size_t i = 0; i < name.size(); ++i) {
+        if (name.compare(i, 2, "::") == 0) {
+            result += "::";
+            ++i;
+        } else if (name[i] == ':' && endsWith(result, "auto")) {
+            i = std::min(name.find_first_not_of("0123456789", i + 1), name.size()) - 1;
+        } else {
+            result += name[i] == ':' ? '.' : name[i];
+        }
+    }
+    return result;
+}
+
+// One name without ", " that needs splitting. Changes it when it cannot be written as it stands.
+bool TypeEncoder::piece(const std::string& text, std::string& codes)
+{
+    std::string name = text;
+    if (hasSingleColon(name)) {
+        name = withoutSingleColons(name);
+        ++_nChanged;
+    }
+    if (name.compare(0, 2, "::") == 0) {
+        name.erase(0, 2);
+        ++_nChanged;
+    }
+    if (partsOf(name) > MostParts) {
+        name = withoutQualifiers(name, MostParts - 1);
+        ++_nChanged;
+    }
+    const size_t count = partsOf(name);
+    if (count > 1) {
+        codes += 'Q';
+        codes += static_cast<char>('0' + count);
+    }
     size_t start = 0;
     for (;;) {
         const size_t end = name.find("::", start);
         const std::string part = name.substr(start, end - start);
-        if (part.empty() || ++count > 9) {
+        if (part.empty() || isDigit(part.front())) {
             return false;
         }
-        parts += std::to_string(part.size()) + part;
+        codes += std::to_string(part.size()) + part;
         if (end == std::string::npos) {
-            break;
+            return true;
         }
         start = end + 2;
     }
-    if (count > 1) {
-        code += 'Q';
-        code += static_cast<char>('0' + count);
-    }
-    code += parts;
-    return true;
 }
 
-bool appendList(const std::string& types, std::string& code, int nesting);
+// Cuts a name that has too many parts at its commas. A piece takes as many parts as it can. None
+// but the first starts with a digit: its length stands right before it.
+std::vector<std::string> piecesOf(const std::string& name)
+{
+    std::vector<std::string> pieces;
+    size_t start = 0;
+    while (partsOf(name.substr(start)) > MostParts) {
+        size_t end = std::string::npos;
+        for (size_t comma = name.find(", ", start); comma != std::string::npos;
+             comma = name.find(", ", comma + 2)) {
+            const bool isGood = comma + 2 < name.size() && !isDigit(name[comma + 2]);
+            if (isGood && end != std::string::npos &&
+                partsOf(name.substr(start, comma - start)) > MostParts) {
+                break;
+            }
+            end = isGood ? comma : end;
+        }
+        if (end == std::string::npos) {
+            break;
+        }
+        pieces.push_back(name.substr(start, end - start));
+        start = end + 2;
+    }
+    pieces.push_back(name.substr(start));
+    return pieces;
+}
 
-bool appendBase(const std::string& type, std::string& code)
+// The base's qualifiers are shown in front of it and the marks behind, so of several pieces the
+// first has the qualifiers and the last the marks.
+bool TypeEncoder::name(const std::string& name, const Marks& marks)
+{
+    const std::vector<std::string> pieces = piecesOf(name);
+    std::string before = pieces.size() > 1 ? marks._base : "";
+    for (size_t i = 0; i + 1 < pieces.size(); ++i) {
+        _code += before;
+        before.clear();
+        if (!piece(pieces[i], _code)) {
+            return false;
+        }
+    }
+    _code += marks._codes;
+    _code += pieces.size() > 1 ? "" : marks._base;
+    return piece(pieces.back(), _code);
+}
+
+bool TypeEncoder::base(const std::string& type, const Marks& marks)
 {
     for (const BaseType& base : baseTypes) {
         if (type == base.name) {
-            code += base.code;
+            _code += marks._codes + marks._base + base.code;
             return true;
         }
     }
-    return appendName(type, code);
+    return name(type, marks);
 }
 
-// Takes the marks at the end of the text, the outermost stands last, and appends their codes.
-bool appendMarks(std::string& type, std::string& code)
+// Takes "Class::*" off the end of the type.
+bool TypeEncoder::takeMemberPointer(std::string& type, std::string& codes)
+{
+    std::string klass = type;
+    (void)takeEnd(klass, "::*");
+    const NameText text(klass);
+    size_t start = klass.size();
+    // A class may hold blanks in its brackets.
+    while (start > 0 && klass[start - 1] != ' ' && klass[start - 1] != '(') {
+        --start;
+        const size_t partner = text.partner(start);
+        start = partner != NameText::None && partner < start ? partner : start;
+    }
+    std::string code;
+    if (!piece(klass.substr(start), code)) {
+        return false;
+    }
+    codes += 'M';
+    codes += code;
+    type = trimmed(klass.substr(0, start));
+    return true;
+}
+
+// Takes the marks at the end of the text, the outermost stands last.
+bool TypeEncoder::takeMarks(std::string& type, Marks& marks)
 {
     for (;;) {
-        if (endsWith(type, "&&") || endsWith(type, "]")) {
-            return false;
-        }
-        if (takeEnd(type, "::*")) {
-            const size_t blank = type.rfind(' ');
-            const size_t start = blank == std::string::npos ? 0 : blank + 1;
-            code += 'M';
-            if (!appendName(type.substr(start), code)) {
+        if (endsWith(type, "::*")) {
+            marks._hasPointer = true;
+            marks._codes += marks._base;
+            marks._base.clear();
+            if (!takeMemberPointer(type, marks._codes)) {
                 return false;
             }
-            type = trimmed(type.substr(0, start));
-        } else if (takeEnd(type, "*")) {
-            code += 'P';
+            continue;
+        }
+        const char* code = nullptr;
+        if (takeEnd(type, "&&")) {
+            code = "RR";
         } else if (takeEnd(type, "&")) {
-            code += 'R';
+            code = "R";
+        } else if (takeEnd(type, "*")) {
+            code = "P";
+        }
+        if (code != nullptr) {
+            marks._codes += marks._base + code;
+            marks._base.clear();
+            marks._hasReference = marks._hasReference || *code == 'R';
+            marks._hasPointer = marks._hasPointer || *code == 'P';
         } else if (takeEnd(type, " const")) {
-            code += 'C';
+            marks._base.insert(0, "C"); // "const volatile", as people write it
         } else if (takeEnd(type, " volatile")) {
-            code += 'V';
-        } else if (type == "const" && takeEnd(type, "const")) {
-            code += 'C';
+            marks._base += 'V';
         } else {
             return true;
         }
     }
 }
 
-bool appendType(const std::string& text, std::string& code, int nesting)
+// "char const (&) [5]" is a name, but its "const" has a code.
+void TypeEncoder::array(std::string& type, Marks& marks)
 {
-    if (nesting > DeepestNesting) {
-        return false;
+    const NameText text(type);
+    for (size_t i = 0; i < type.size(); i = text.pastBrackets(i) + 1) {
+        for (const char* word : {" const", " volatile"}) {
+            const size_t length = std::strlen(word);
+            while (type.compare(i, length, word) == 0 &&
+                   (type.compare(i + length, 2, " (") == 0 ||
+                    type.compare(i + length, 2, " [") == 0 ||
+                    type.compare(i + length, 9, " volatile") == 0)) {
+                type.erase(i, length);
+                marks._base += word[1] == 'c' ? 'C' : 'V';
+                return array(type, marks);
+            }
+        }
     }
-    std::string type = trimmed(text);
-    if (!appendMarks(type, code)) {
-        return false;
-    }
-    if (!endsWith(type, ")")) {
-        return appendBase(type, code);
-    }
-    // "result (marks)(parameters)"; a mark behind the parameters qualifies a member function.
-    if (type != trimmed(text)) {
-        return false;
-    }
-    const size_t parameters = openingBracket(type);
-    if (parameters == std::string::npos || parameters == 0 || type[parameters - 1] != ')') {
-        return false;
-    }
-    const std::string list = type.substr(parameters + 1, type.size() - parameters - 2);
-    const std::string front = type.substr(0, parameters);
-    const size_t bracket = openingBracket(front);
-    if (bracket == std::string::npos) {
-        return false;
-    }
-    std::string marks = front.substr(bracket + 1, front.size() - bracket - 2);
-    if (!appendMarks(marks, code) || !marks.empty()) {
-        return false;
-    }
-    code += 'F';
-    if (!appendList(list, code, nesting + 1)) {
-        return false;
-    }
-    code += '_';
-    return appendType(front.substr(0, bracket), code, nesting + 1);
 }
 
-bool appendList(const std::string& types, std::string& code, int nesting)
+// "result (marks)(parameters)", whose own qualifiers are those of a member function.
+bool TypeEncoder::functionType(const std::string& type, const Marks& marks, int nesting)
 {
-    if (trimmed(types).empty()) {
-        code += 'v';
+    const size_t parameters = openingBracket(type);
+    if (marks._hasReference || marks._hasPointer || parameters == std::string::npos ||
+        parameters == 0 || type[parameters - 1] != ')') {
+        return false;
+    }
+    const std::string front = type.substr(0, parameters);
+    const size_t bracket = openingBracket(front);
+    if (bracket == std::string::npos || bracket == 0) {
+        return false;
+    }
+    std::string inner = front.substr(bracket + 1, front.size() - bracket - 2);
+    Marks innerMarks;
+    if (!takeMarks(inner, innerMarks) || !inner.empty()) {
+        return false;
+    }
+    _code += innerMarks._codes + innerMarks._base + marks._base + 'F';
+    if (!list(type.substr(parameters + 1, type.size() - parameters - 2), nesting + 1)) {
+        return false;
+    }
+    _code += '_';
+    const std::string result = trimmed(front.substr(0, bracket));
+    // A result in pieces would be several parameters.
+    return partsOf(result) <= MostParts && this->type(result, nesting + 1);
+}
+
+bool TypeEncoder::type(const std::string& text, int nesting)
+{
+    std::string type = trimmed(text);
+    Marks marks;
+    if (type.empty()) {
+        return false;
+    }
+    const bool isGood = takeMarks(type, marks) && !type.empty();
+    // "void (S::*)() noexcept const": the mark is the function's.
+    if (!isGood || endsWith(type, " noexcept")) {
+        return name(trimmed(text), Marks());
+    }
+    if (endsWith(type, "]")) {
+        array(type, marks);
+    }
+    if (!endsWith(type, ")")) {
+        return base(type, marks);
+    }
+    const size_t length = _code.size();
+    const size_t nChanged = _nChanged;
+    if (nesting < DeepestNesting && functionType(type, marks, nesting)) {
         return true;
     }
-    int depth = 0;
-    size_t start = 0;
-    for (size_t i = 0; i <= types.size(); ++i) {
-        if (i == types.size() || (types[i] == ',' && depth == 0)) {
-            if (!appendType(types.substr(start, i - start), code, nesting)) {
-                return false;
-            }
-            start = i + 1;
-        } else if (std::strchr("<([{", types[i]) != nullptr) {
-            ++depth;
-        } else if (std::strchr(")]}", types[i]) != nullptr ||
-                   (types[i] == '>' && (i == 0 || types[i - 1] != '-'))) {
-            --depth;
+    _code.resize(length);
+    _nChanged = nChanged;
+    // "void (S::*)() &": the mark is the member function's.
+    const size_t parameters = openingBracket(type);
+    const bool isFunction =
+        parameters != std::string::npos && parameters > 0 && type[parameters - 1] == ')';
+    return isFunction ? name(trimmed(text), Marks()) : name(type, marks);
+}
+
+bool TypeEncoder::list(const std::string& types, int nesting)
+{
+    if (trimmed(types).empty()) {
+        _code += 'v';
+        return true;
+    }
+    const std::vector<std::string> all = splitList(types);
+    for (const std::string& one : all) {
+        if (one == "...") {
+            _code += 'e';
+            return &one == &all.back();
+        }
+        if (!type(one, nesting)) {
+            return false;
         }
     }
     return true;
 }
 
+// A function type shows as its result and the list in parentheses.
+bool TypeEncoder::function(const std::string& name, const std::string& types)
+{
+    const std::vector<std::string> pieces = piecesOf(name);
+    for (size_t i = 0; i + 1 < pieces.size(); ++i) {
+        if (!piece(pieces[i], _code)) {
+            return false;
+        }
+    }
+    _code += 'F';
+    if (!list(types, 1)) {
+        return false;
+    }
+    _code += '_';
+    return piece(pieces.back(), _code);
+}
+
 } // namespace
 
-bool appendTypeCodes(const std::string& types, std::string& code)
+bool appendTypeCodes(const std::string& types, std::string& code, size_t& nChanged)
 {
-    return appendList(types, code, 0);
+    return TypeEncoder(code, nChanged).list(types, 0);
+}
+
+bool appendFunctionCode(const std::string& name, const std::string& types, std::string& code,
+                        size_t& nChanged)
+{
+    return TypeEncoder(code, nChanged).function(name, types);
+}
+
+bool appendNameCode(const std::string& name, std::string& code, size_t& nChanged)
+{
+    return TypeEncoder(code, nChanged).piece(name, code);
 }

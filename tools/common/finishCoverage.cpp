@@ -4,31 +4,19 @@
 #include "tools/common/BlockList.h"
 #include "tools/common/RecordPayload.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/checkView.h"
 #include "tools/common/parallel.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr int64_t GreatestCount = 2147483647; // what every view can show
-
-void boundCount(int64_t& hits, ImportLosses& losses)
+bool lineBefore(const CovLine& a, const CovLine& b)
 {
-    if (hits < 0) {
-        hits = 0;
-        ++losses._negativeCounts;
-    } else if (hits > GreatestCount) {
-        hits = GreatestCount;
-        ++losses._clampedCounts;
-    }
+    return a._block != b._block ? a._block < b._block : a._line < b._line;
 }
 
-bool sameBlocks(const CovBlock& a, const CovBlock& b)
-{
-    return a._startLine == b._startLine && a._stopLine == b._stopLine;
-}
-
-// A total order, apart from counts, for functions that are not copies of each other.
+// A total order, apart from counts. Functions that are equal in all of this stay in their order.
 bool functionBefore(const CovFunction& a, const CovFunction& b)
 {
     if (a._startLine != b._startLine) {
@@ -37,53 +25,48 @@ bool functionBefore(const CovFunction& a, const CovFunction& b)
     if (a._endLine != b._endLine) {
         return a._endLine < b._endLine;
     }
-    if (a._symbol != b._symbol) {
-        return a._symbol < b._symbol;
+    if (a._symbols != b._symbols) {
+        return a._symbols < b._symbols;
     }
-    if (a._blocks.size() != b._blocks.size()) {
-        return a._blocks.size() < b._blocks.size();
-    }
-    const auto differ =
-        std::mismatch(a._blocks.begin(), a._blocks.end(), b._blocks.begin(), sameBlocks);
-    return differ.first != a._blocks.end() &&
-           (differ.first->_startLine != differ.second->_startLine
-                ? differ.first->_startLine < differ.second->_startLine
-                : differ.first->_stopLine < differ.second->_stopLine);
+    return std::lexicographical_compare(a._lines.begin(), a._lines.end(), b._lines.begin(),
+                                        b._lines.end(), lineBefore);
 }
 
-void finishFile(CovFile& file, ImportLosses& losses)
+void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
 {
     file._timeModified = modificationTime(file._path);
     losses._sourcesNotFound += file._timeModified == 0 ? 1 : 0;
-    std::sort(file._functions.begin(), file._functions.end(), functionBefore);
-    for (CovFunction& function : file._functions) {
-        arrangeBlocks(function._blocks, losses);
-        for (CovBlock& block : function._blocks) {
-            boundCount(block._hits, losses);
-        }
-    }
     const auto kept = std::remove_if(file._functions.begin(), file._functions.end(),
-                                     [](const CovFunction& f) { return f._blocks.empty(); });
+                                     [](const CovFunction& f) { return f._lines.empty(); });
     file._functions.erase(kept, file._functions.end());
+    std::stable_sort(file._functions.begin(), file._functions.end(), functionBefore);
+    arrangeBlocks(file, losses);
+    checkView(file, losses);
     for (CovFunction& function : file._functions) {
-        function._storedName = storedFunctionName(function._symbol, losses);
+        function._storedName = storedFunctionName(function._symbols, style, losses);
+        // What the blocks were made of is needed no more.
+        std::vector<CovLine>().swap(function._lines);
+        std::vector<int64_t>().swap(function._hits);
     }
 }
 
 class FinishJob : public ParallelJob
 {
 public:
-    explicit FinishJob(CoverageModel& model) : _model(model), _losses(model._files.size()) {}
+    FinishJob(CoverageModel& model, const NameStyle& style)
+        : _model(model), _style(style), _losses(model._files.size())
+    {}
 
-    void run(size_t item) override { finishFile(_model._files[item], _losses[item]); }
+    void run(size_t item) override { finishFile(_model._files[item], _style, _losses[item]); }
 
     CoverageModel& _model;
+    const NameStyle& _style;
     std::vector<ImportLosses> _losses; // one for each file
 };
 
 } // namespace
 
-void finishCoverage(CoverageModel& model, const NameStyle&, ImportLosses& losses,
+void finishCoverage(CoverageModel& model, const NameStyle& style, ImportLosses& losses,
                     unsigned int nThreads)
 {
     const auto named =
@@ -95,7 +78,7 @@ void finishCoverage(CoverageModel& model, const NameStyle&, ImportLosses& losses
     std::sort(model._files.begin(), model._files.end(),
               [](const CovFile& a, const CovFile& b) { return a._path < b._path; });
 
-    FinishJob job(model);
+    FinishJob job(model, style);
     runParallel(job, model._files.size(), nThreads);
     for (const ImportLosses& part : job._losses) {
         losses.add(part);

@@ -8,9 +8,10 @@
 #include "tools/common/FunctionName.h"
 #include "tools/common/ImportLosses.h"
 
-// Sorts files by path and functions by place and symbol, arranges the blocks (BlockList.h), makes
-// the stored names (FunctionName.h), takes the sources' modification times and keeps counts within
-// 0 to 2147483647. Functions without blocks and files without functions are taken out. Works with
-// `nThreads` threads; the result does not depend on their number.
+// Sorts files by path and functions by place and symbols, makes the blocks (BlockList.h), compares
+// them with what the source view will draw (checkView.h), makes the stored names in the given style
+// (FunctionName.h), and takes the sources' modification times. Functions without lines and files
+// without functions are taken out. What the blocks were made of is freed. Works with `nThreads`
+// threads; the result does not depend on their number.
 void finishCoverage(CoverageModel& model, const NameStyle& style, ImportLosses& losses,
                     unsigned int nThreads);

@@ -1,58 +1,469 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/ModelBuilder.h"
 
+#include "tools/common/FunctionName.h"
+#include "tools/common/parallel.h"
+#include "tools/import/LineOwners.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <set>
+#include <tuple>
 #include <utility>
 
 namespace {
 
-void appendWord(std::string& key, uint32_t value)
+// Where a line of a copy belongs.
+struct Destination
 {
-    key.append(reinterpret_cast<const char*>(&value), sizeof(value));
-}
+    enum Kind : uint32_t { Own, ForPlace, ForFile };
 
-// Everything of a function but its counts.
-std::string identity(const CovFunction& function)
-{
-    std::string key = function._symbol;
-    key += '\0';
-    appendWord(key, function._startLine);
-    appendWord(key, function._endLine);
-    for (const CovBlock& block : function._blocks) {
-        appendWord(key, block._startLine);
-        appendWord(key, block._stopLine);
+    Kind _kind = Own;
+    uint32_t _number = 0; // of the place or the file
+
+    bool operator==(const Destination& other) const
+    {
+        return _kind == other._kind && _number == other._number;
     }
-    return key;
+};
+
+struct SortedLine
+{
+    Destination _destination;
+    CovLine _line;
+
+    bool operator<(const SortedLine& other) const
+    {
+        return std::tie(_destination._kind, _destination._number, _line._block, _line._line) <
+               std::tie(other._destination._kind, other._destination._number, other._line._block,
+                        other._line._line);
+    }
+};
+
+// What one copy has of a function: all of it, or lines of another function that it holds.
+struct Piece
+{
+    Destination _destination;
+    std::vector<int64_t> _hits;
+    std::vector<CovLine> _lines; // by block, then line
+};
+
+// A function of the model while it is made.
+struct Place
+{
+    uint32_t _file = 0;
+    uint32_t _startLine = 0;
+    uint32_t _endLine = 0;
+    bool _isUnited = false; // holds pieces of other functions' copies
+    std::vector<std::string> _symbols;
+    std::vector<FunctionCopy*> _copies;
+    std::vector<Piece> _pieces;
+    std::vector<Piece> _others; // pieces of its copies that belong elsewhere
+
+    bool holds(uint32_t line) const
+    {
+        // A range that ends before it starts has its ends in two files and says nothing.
+        return _endLine < _startLine || (_startLine <= line && line <= _endLine);
+    }
+};
+
+// The copies of one place stand side by side, a body behind the rest of its function.
+bool placeBefore(const FunctionCopy* a, const FunctionCopy* b)
+{
+    return std::tie(a->_file, a->_startLine, a->_startColumn, a->_symbol, a->_isBody, a->_endLine,
+                    a->_endColumn) < std::tie(b->_file, b->_startLine, b->_startColumn, b->_symbol,
+                                              b->_isBody, b->_endLine, b->_endColumn);
 }
 
-void addCounts(CovFunction& sum, const CovFunction& other)
+bool rangeBefore(const FunctionCopy* a, const FunctionCopy* b)
 {
-    for (size_t i = 0; i < sum._blocks.size(); ++i) {
-        int64_t& hits = sum._blocks[i]._hits;
-        const int64_t more = other._blocks[i]._hits;
-        if (__builtin_add_overflow(hits, more, &hits)) {
-            hits = more > 0 ? INT64_MAX : INT64_MIN;
+    return std::tie(a->_file, a->_startLine, a->_startColumn, a->_endLine, a->_endColumn,
+                    a->_isHidden, a->_symbol) <
+           std::tie(b->_file, b->_startLine, b->_startColumn, b->_endLine, b->_endColumn,
+                    b->_isHidden, b->_symbol);
+}
+
+bool sameRange(const FunctionCopy& a, const FunctionCopy& b)
+{
+    return a._file == b._file && a._startLine == b._startLine &&
+           a._startColumn == b._startColumn && a._endLine == b._endLine &&
+           a._endColumn == b._endColumn && a._isHidden == b._isHidden;
+}
+
+void addHits(int64_t& sum, int64_t hits)
+{
+    if (__builtin_add_overflow(sum, hits, &sum)) {
+        sum = hits > 0 ? INT64_MAX : INT64_MIN;
+    }
+}
+
+// Whether a path is of text that is compiled by itself, not included.
+bool isUnitSource(const std::string& path)
+{
+    static const char* const ends[] = {".c", ".cc", ".cpp", ".cxx", ".c++", ".C", ".cp", ".m",
+                                       ".mm"};
+    const size_t dot = path.rfind('.');
+    return dot != std::string::npos &&
+           std::any_of(std::begin(ends), std::end(ends),
+                       [&](const char* end) { return path.compare(dot, std::string::npos, end) == 0; });
+}
+
+// Adds up the counts of pieces with the same blocks.
+void sumPieces(std::vector<Piece>& pieces, CovFunction& function)
+{
+    function._lines.swap(pieces.front()._lines);
+    function._hits.swap(pieces.front()._hits);
+    for (size_t i = 1; i < pieces.size(); ++i) {
+        for (size_t block = 0; block < function._hits.size(); ++block) {
+            addHits(function._hits[block], pieces[i]._hits[block]);
         }
     }
 }
 
+using LineHits = std::pair<uint32_t, int64_t>;
+
+// The lines of a piece, each once, with the count of the block on it that ran most.
+void appendLines(const Piece& piece, std::vector<LineHits>& lines)
+{
+    const auto first = static_cast<std::ptrdiff_t>(lines.size());
+    for (const CovLine& line : piece._lines) {
+        lines.emplace_back(line._line, -piece._hits[line._block]);
+    }
+    // Negative, so that the greatest count of a line is its first.
+    std::sort(lines.begin() + first, lines.end());
+    const auto end = std::unique(lines.begin() + first, lines.end(),
+                                 [](const LineHits& a, const LineHits& b) { return a.first == b.first; });
+    lines.erase(end, lines.end());
+    for (auto line = lines.begin() + first; line != lines.end(); ++line) {
+        line->second = -line->second;
+    }
+}
+
+// Makes one block of each line of any piece.
+void uniteLines(const std::vector<Piece>& pieces, CovFunction& function)
+{
+    std::vector<LineHits> lines;
+    for (const Piece& piece : pieces) {
+        appendLines(piece, lines);
+    }
+    std::sort(lines.begin(), lines.end());
+    for (const LineHits& line : lines) {
+        if (function._lines.empty() || function._lines.back()._line != line.first) {
+            function._lines.push_back({static_cast<uint32_t>(function._hits.size()), line.first});
+            function._hits.push_back(0);
+        }
+        addHits(function._hits.back(), line.second);
+    }
+}
+
+class ModelBuilder
+{
+public:
+    ModelBuilder(std::vector<FunctionCopy>& copies, const std::vector<std::string>& paths,
+                 bool keepsInstances)
+        : _copies(copies), _paths(paths), _keepsInstances(keepsInstances), _owners(paths.size())
+    {}
+
+    void makePlaces();
+    void findTwoBuilds(ImportLosses& losses) const;
+    // Both may be called for different places at once, distribute() in between.
+    void split(Place& place) const;
+    void distribute();
+    void unite(Place& place, CovFunction& function) const;
+    void fillModel(std::vector<CovFunction>& functions, CoverageModel& model) const;
+
+    std::vector<Place>& places() { return _places; }
+
+private:
+    void addPlaces(FunctionCopy* const* first, FunctionCopy* const* last);
+    Destination destinationOf(const Place& place, const CopyLine& line) const;
+    void splitCopy(Place& place, FunctionCopy& copy) const;
+    void moveToEntry(size_t giver, Piece& piece);
+
+    std::vector<FunctionCopy>& _copies;
+    const std::vector<std::string>& _paths;
+    const bool _keepsInstances;
+    std::vector<LineOwners> _owners; // by file
+    std::vector<Place> _places;      // with the entries in other files behind, after distribute()
+    std::map<std::pair<uint32_t, std::string>, size_t> _entries; // file and name > place
+};
+
+// A body ends where the function does that it belongs to. REQUIRES: in the order of placeBefore.
+void endBodies(const std::vector<FunctionCopy*>& order)
+{
+    for (size_t i = 0; i < order.size(); ++i) {
+        FunctionCopy& copy = *order[i];
+        if (!copy._isBody) {
+            continue;
+        }
+        const FunctionCopy* before = i == 0 ? nullptr : order[i - 1];
+        if (before != nullptr && before->_file == copy._file &&
+            before->_startLine == copy._startLine && before->_startColumn == copy._startColumn &&
+            before->_symbol == copy._symbol) {
+            copy._endLine = before->_endLine;
+            copy._endColumn = before->_endColumn;
+            continue;
+        }
+        for (const CopyLine& line : copy._lines) {
+            copy._endLine = line._file == copy._file ? std::max(copy._endLine, line._line)
+                                                     : copy._endLine;
+        }
+    }
+}
+
+void addCopy(Place& place, FunctionCopy* copy)
+{
+    place._file = copy->_file;
+    place._startLine = copy->_startLine;
+    place._endLine = copy->_endLine;
+    if (place._symbols.empty() || place._symbols.back() != copy->_symbol) {
+        place._symbols.push_back(copy->_symbol);
+    }
+    place._copies.push_back(copy);
+}
+
+// Makes places of copies with one range, which are sorted by symbol.
+void ModelBuilder::addPlaces(FunctionCopy* const* first, FunctionCopy* const* last)
+{
+    const bool isOneSymbol = (*first)->_symbol == (*(last - 1))->_symbol;
+    std::map<std::string, size_t> byName;
+    std::string name;
+    const std::string* symbol = nullptr;
+    for (; first != last; ++first) {
+        if (symbol == nullptr || *symbol != (*first)->_symbol) {
+            symbol = &(*first)->_symbol;
+            name = isOneSymbol ? std::string() : _keepsInstances ? *symbol : templateName(*symbol);
+        }
+        const auto place = byName.emplace(name, _places.size());
+        if (place.second) {
+            _places.emplace_back();
+        }
+        addCopy(_places[place.first->second], *first);
+    }
+}
+
+void ModelBuilder::makePlaces()
+{
+    std::vector<FunctionCopy*> order;
+    order.reserve(_copies.size());
+    for (FunctionCopy& copy : _copies) {
+        order.push_back(&copy);
+    }
+    std::sort(order.begin(), order.end(), placeBefore);
+    endBodies(order);
+    std::sort(order.begin(), order.end(), rangeBefore);
+    for (size_t first = 0; first < order.size();) {
+        size_t last = first + 1;
+        while (last < order.size() && sameRange(*order[first], *order[last])) {
+            ++last;
+        }
+        addPlaces(order.data() + first, order.data() + last);
+        first = last;
+    }
+    for (uint32_t i = 0; i < _places.size(); ++i) {
+        if (_places[i]._copies.front()->_isHidden) {
+            continue;
+        }
+        _owners[_places[i]._file].add(_places[i]._startLine, _places[i]._endLine, i);
+    }
+    for (LineOwners& owners : _owners) {
+        owners.build();
+    }
+}
+
+// Copies of one symbol differ in a header when units include it under different macros. A source of
+// its own is compiled in two ways.
+void ModelBuilder::findTwoBuilds(ImportLosses& losses) const
+{
+    std::set<uint32_t> files;
+    for (const Place& place : _places) {
+        for (size_t i = 1; i < place._copies.size(); ++i) {
+            const FunctionCopy& before = *place._copies[i - 1];
+            const FunctionCopy& copy = *place._copies[i];
+            if (before._symbol == copy._symbol && before._isBody == copy._isBody &&
+                before._lines != copy._lines && isUnitSource(_paths[place._file])) {
+                files.insert(place._file);
+            }
+        }
+    }
+    losses._sourcesOfTwoBuilds += files.size();
+}
+
+Destination ModelBuilder::destinationOf(const Place& place, const CopyLine& line) const
+{
+    const bool isInFile = line._file == place._file;
+    if (isInFile && place.holds(line._line)) {
+        return Destination();
+    }
+    const uint32_t owner = _owners[line._file].ownerOf(line._line);
+    if (owner != LineOwners::Nobody) {
+        return {Destination::ForPlace, owner};
+    }
+    return isInFile ? Destination() : Destination{Destination::ForFile, line._file};
+}
+
+// Sorts the lines of a copy out. Blocks are numbered again in each piece.
+void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
+{
+    std::vector<SortedLine> lines;
+    lines.reserve(copy._lines.size());
+    for (const CopyLine& line : copy._lines) {
+        const Destination destination = destinationOf(place, line);
+        if (!copy._isHidden || destination._kind == Destination::ForPlace) {
+            lines.push_back({destination, {line._block, line._line}});
+        }
+    }
+    std::sort(lines.begin(), lines.end());
+    Piece* piece = nullptr;
+    uint32_t block = 0;
+    for (const SortedLine& line : lines) {
+        const bool isNew = piece == nullptr || !(piece->_destination == line._destination);
+        if (isNew) {
+            std::vector<Piece>& pieces =
+                line._destination._kind == Destination::Own ? place._pieces : place._others;
+            pieces.emplace_back();
+            piece = &pieces.back();
+            piece->_destination = line._destination;
+        }
+        if (isNew || block != line._line._block) {
+            block = line._line._block;
+            piece->_hits.push_back(copy._hits[block]);
+        }
+        piece->_lines.push_back(
+            {static_cast<uint32_t>(piece->_hits.size() - 1), line._line._line});
+    }
+    copy = FunctionCopy();
+}
+
+void ModelBuilder::split(Place& place) const
+{
+    for (FunctionCopy* copy : place._copies) {
+        splitCopy(place, *copy);
+    }
+}
+
+void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
+{
+    const std::vector<std::string> symbols = _places[giver]._symbols;
+    const auto found =
+        _entries.emplace(std::make_pair(piece._destination._number,
+                                        _keepsInstances ? symbols.front()
+                                                        : templateName(symbols.front())),
+                         _places.size());
+    if (found.second) {
+        Place entry;
+        entry._file = piece._destination._number;
+        entry._startLine = UINT32_MAX;
+        _places.push_back(std::move(entry));
+    }
+    Place& entry = _places[found.first->second];
+    entry._symbols.insert(entry._symbols.end(), symbols.begin(), symbols.end());
+    for (const CovLine& line : piece._lines) {
+        entry._startLine = std::min(entry._startLine, line._line);
+        entry._endLine = std::max(entry._endLine, line._line);
+    }
+    entry._pieces.push_back(std::move(piece));
+}
+
+// Gives each piece to the function that it belongs to.
+void ModelBuilder::distribute()
+{
+    const size_t nPlaces = _places.size();
+    for (size_t i = 0; i < nPlaces; ++i) {
+        std::vector<Piece> others;
+        others.swap(_places[i]._others);
+        for (Piece& piece : others) {
+            if (piece._destination._kind == Destination::ForFile) {
+                moveToEntry(i, piece);
+            } else {
+                Place& owner = _places[piece._destination._number];
+                owner._isUnited = true;
+                owner._pieces.push_back(std::move(piece));
+            }
+        }
+    }
+    for (size_t i = nPlaces; i < _places.size(); ++i) {
+        std::vector<std::string>& symbols = _places[i]._symbols;
+        std::sort(symbols.begin(), symbols.end());
+        symbols.erase(std::unique(symbols.begin(), symbols.end()), symbols.end());
+    }
+}
+
+void ModelBuilder::unite(Place& place, CovFunction& function) const
+{
+    function._symbols.swap(place._symbols);
+    function._startLine = place._startLine;
+    function._endLine = place._endLine;
+    std::vector<Piece>& pieces = place._pieces;
+    const bool isSame = std::all_of(pieces.begin(), pieces.end(), [&pieces](const Piece& piece) {
+        return piece._lines == pieces.front()._lines;
+    });
+    if (pieces.empty()) {
+        return;
+    }
+    if (isSame && !place._isUnited) {
+        sumPieces(pieces, function);
+    } else {
+        uniteLines(pieces, function);
+    }
+    std::vector<Piece>().swap(pieces);
+}
+
+void ModelBuilder::fillModel(std::vector<CovFunction>& functions, CoverageModel& model) const
+{
+    std::vector<size_t> files(_paths.size(), SIZE_MAX); // number > place in the model
+    for (size_t i = 0; i < _places.size(); ++i) {
+        if (functions[i]._lines.empty()) {
+            continue;
+        }
+        size_t& file = files[_places[i]._file];
+        if (file == SIZE_MAX) {
+            file = model._files.size();
+            model._files.emplace_back();
+            model._files.back()._path = _paths[_places[i]._file];
+        }
+        model._files[file]._functions.push_back(std::move(functions[i]));
+    }
+}
+
+class SplitJob : public ParallelJob
+{
+public:
+    explicit SplitJob(ModelBuilder& builder) : _builder(builder) {}
+    void run(size_t item) override { _builder.split(_builder.places()[item]); }
+
+private:
+    ModelBuilder& _builder;
+};
+
+class UniteJob : public ParallelJob
+{
+public:
+    explicit UniteJob(ModelBuilder& builder) : _builder(builder), _functions(builder.places().size())
+    {}
+    void run(size_t item) override { _builder.unite(_builder.places()[item], _functions[item]); }
+
+    std::vector<CovFunction>& functions() { return _functions; }
+
+private:
+    ModelBuilder& _builder;
+    std::vector<CovFunction> _functions;
+};
+
 } // namespace
 
-ModelBuilder::ModelBuilder(CoverageModel& model) : _model(model) {}
-
-void ModelBuilder::add(const std::string& path, CovFunction& function)
+void buildModel(std::vector<FunctionCopy>& copies, const std::vector<std::string>& paths,
+                bool keepsInstances, unsigned int nThreads, CoverageModel& model,
+                ImportLosses& losses)
 {
-    const auto file = _files.emplace(path, _model._files.size());
-    if (file.second) {
-        _model._files.emplace_back();
-        _model._files.back()._path = path;
-        _functions.emplace_back();
-    }
-    const size_t index = file.first->second;
-    std::vector<CovFunction>& functions = _model._files[index]._functions;
-    const auto place = _functions[index].emplace(identity(function), functions.size());
-    if (place.second) {
-        functions.push_back(std::move(function));
-    } else {
-        addCounts(functions[place.first->second], function);
-    }
+    ModelBuilder builder(copies, paths, keepsInstances);
+    builder.makePlaces();
+    builder.findTwoBuilds(losses);
+    SplitJob splitting(builder);
+    runParallel(splitting, builder.places().size(), nThreads);
+    builder.distribute();
+    UniteJob uniting(builder);
+    runParallel(uniting, builder.places().size(), nThreads);
+    builder.fillModel(uniting.functions(), model);
 }

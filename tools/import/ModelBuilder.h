@@ -1,27 +1,30 @@
 // SPDX-License-Identifier: MIT
 //
-// Collects functions into a coverage model. One function may come several times: a header's from
-// each unit that includes it, and a linked program runs only one of the copies. Copies with the
-// same symbol and the same blocks become one function with the counts added up; copies that differ
-// stay functions of their own.
+// Makes the functions of a coverage model from the copies that the units of a build hold. A header's
+// function comes from each unit that includes it, a template's once for each instance, a library's
+// from its static and its shared form; and an optimised function holds lines of those that were
+// put into it. In the model there is one function for one place in the source:
+//
+//   - Copies with one file, one range and one name (templateName()) are one function.
+//   - When its copies are equal, block for block, their counts are added up. When they differ, or
+//     other functions hold lines of it, it has a block for each line, which ran as often as, in
+//     each copy, the block on that line that ran most.
+//   - A line in the range of another function of its file belongs to the innermost one there.
+//   - Lines in a file that is not the function's own, and in no function there, make an entry of
+//     the function in that file.
+//   - A function that the compiler made has no lines but those that it holds of others.
+//
+// So the model depends on the set of copies alone, not on their order or counts.
+// docs/importing.md has examples.
 #pragma once
 
 #include "tools/common/CoverageModel.h"
+#include "tools/common/ImportLosses.h"
+#include "tools/import/FunctionCopy.h"
 
-#include <unordered_map>
-
-class ModelBuilder
-{
-public:
-    // Adds to `model`, which outlives the builder and had no files before.
-    explicit ModelBuilder(CoverageModel& model);
-
-    // Adds a function of the file `path`; takes its contents.
-    void add(const std::string& path, CovFunction& function);
-
-private:
-    CoverageModel& _model;
-    std::unordered_map<std::string, size_t> _files; // path > index in the model
-    // For each file: symbol and lines > index in the file.
-    std::vector<std::unordered_map<std::string, size_t>> _functions;
-};
+// `paths` are the source files by number, each once. With `keepsInstances` functions of different
+// symbols stay apart. Takes the copies' contents. Works with `nThreads` threads; the result does
+// not depend on their number. `model` had no files before.
+void buildModel(std::vector<FunctionCopy>& copies, const std::vector<std::string>& paths,
+                bool keepsInstances, unsigned int nThreads, CoverageModel& model,
+                ImportLosses& losses);

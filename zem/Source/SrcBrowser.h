@@ -5,13 +5,14 @@
 #pragma once
 
 #include "zem/Source/LineIndex.h"
+#include "zem/Source/SrcLineTable.h"
 
 #include <cstdint>
 #include <iosfwd>
 
 class SrcLine;
 
-class SrcBrowser : public LineIndex
+class SrcBrowser : public LineIndex, public SrcLineTable
 {
 public:
     SrcBrowser();
@@ -24,8 +25,9 @@ public:
     int32_t getHitMapSize(long n) const;
 
     // The entry of line `line`, from 0, or null.
-    SrcLine* line(long line);
+    SrcLine* line(long line) override;
     const SrcLine* line(long line) const;
+    long nLines() const override { return LineIndex::nLines(); }
 
     // Exchanges files, lines and coverage: a file can be opened aside and replace the one that is
     // shown only when that went well. Entries stay where they are in memory.

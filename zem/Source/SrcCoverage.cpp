@@ -3,8 +3,8 @@
 
 #include "qip/Support/ListIterator.h"
 #include "zem/Data/ZEMFileRecord.h"
-#include "zem/Source/SrcBrowser.h"
 #include "zem/Source/SrcLine.h"
+#include "zem/Source/SrcLineTable.h"
 
 #include <algorithm>
 #include <cstring>
@@ -35,8 +35,8 @@ int digits(int32_t n)
 
 } // namespace
 
-SrcCoverage::SrcCoverage(SrcBrowser& browser)
-    : _browser(browser), _hitDetailWidth(LeastWidth), _maxBlocksOnLine(LeastWidth)
+SrcCoverage::SrcCoverage(SrcLineTable& lines)
+    : _lines(lines), _hitDetailWidth(LeastWidth), _maxBlocksOnLine(LeastWidth)
 {
     memset(_notPainted, 0xff, sizeof _notPainted);
 }
@@ -45,15 +45,14 @@ void SrcCoverage::load(const ZEMFileRecord& file)
 {
     ListIterator<ZEMFuncRecord*> it(file._funcList);
     while (const ZEMFuncRecord* func = it.next()) {
-        loadFunction(*func);
+        loadBlocks(func->_blockMap, func->_nBlocks);
     }
 }
 
-void SrcCoverage::loadFunction(const ZEMFuncRecord& func)
+void SrcCoverage::loadBlocks(const ZEMBlkRecord* blocks, uint32_t count)
 {
-    const ZEMBlkRecord* blocks = func._blockMap;
     uint32_t i = 0;
-    while (i < func._nBlocks) {
+    while (i < count) {
         const ZEMBlkRecord& block = blocks[i];
         ++i;
         if (block._startLine == 0 || block._stopLine == 0) {
@@ -62,7 +61,7 @@ void SrcCoverage::loadFunction(const ZEMFuncRecord& func)
         showFirst(block);
         int64_t width = digits(clamped(block._nHits));
         const uint32_t first = i - 1;
-        while (i < func._nBlocks && blocks[i]._startLine == block._startLine) {
+        while (i < count && blocks[i]._startLine == block._startLine) {
             ++i;
         }
         if (i - first > 1) {
@@ -77,7 +76,7 @@ void SrcCoverage::loadFunction(const ZEMFuncRecord& func)
 void SrcCoverage::showFirst(const ZEMBlkRecord& block)
 {
     const int start = block._startLine - 1;
-    if (SrcLine* line = _browser.line(start)) {
+    if (SrcLine* line = _lines.line(start)) {
         line->showBlock(clamped(block._nHits));
         changed(start);
     }
@@ -89,9 +88,9 @@ void SrcCoverage::showFirst(const ZEMBlkRecord& block)
 // Lines are counted from 0 here, both ends inclusive.
 void SrcCoverage::paintUnrun(int first, int last)
 {
-    last = static_cast<int>(std::min<long>(last, _browser.nLines() - 1));
+    last = static_cast<int>(std::min<long>(last, _lines.nLines() - 1));
     for (int n = nextChanged(first, last); n <= last; n = nextChanged(n + 1, last)) {
-        _browser.line(n)->showBlock(SrcLine::InsideUnrun);
+        _lines.line(n)->showBlock(SrcLine::InsideUnrun);
         _notPainted[n / WordBits] &= ~(uint64_t{1} << (n % WordBits));
     }
 }
@@ -128,7 +127,7 @@ int64_t SrcCoverage::showTogether(const ZEMBlkRecord* blocks, uint32_t count)
     _maxBlocksOnLine = std::max(_maxBlocksOnLine, shown);
 
     const int stop = blocks[0]._stopLine - 1;
-    SrcLine* line = _browser.line(stop);
+    SrcLine* line = _lines.line(stop);
     int32_t* map = line == nullptr ? nullptr : new (std::nothrow) int32_t[count];
     if (map != nullptr) {
         for (uint32_t i = 0; i < count; ++i) {

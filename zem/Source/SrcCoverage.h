@@ -11,9 +11,8 @@
 
 #include <cstdint>
 
-class SrcBrowser;
+class SrcLineTable;
 class ZEMFileRecord;
-class ZEMFuncRecord;
 
 class SrcCoverage
 {
@@ -21,12 +20,15 @@ public:
     // Column widths are never below this.
     static constexpr int LeastWidth = 4;
 
-    // Borrows `browser` while it lives.
-    explicit SrcCoverage(SrcBrowser& browser);
+    // Borrows `lines` while it lives.
+    explicit SrcCoverage(SrcLineTable& lines);
 
     // Puts the blocks of every function of `file` on the lines. Lines that the source file does
     // not have are skipped; so is a block whose first or last line is unknown (0).
     void load(const ZEMFileRecord& file);
+
+    // Puts `count` blocks on the lines, which are all blocks of one function in their order.
+    void loadBlocks(const ZEMBlkRecord* blocks, uint32_t count);
 
     int hitDetailWidth() const { return _hitDetailWidth; }   // widest text of counts, characters
     int maxBlocksOnLine() const { return _maxBlocksOnLine; } // most blocks shown together
@@ -36,14 +38,13 @@ private:
     static constexpr int Lines = 65536;
     static constexpr int WordBits = 64;
 
-    void loadFunction(const ZEMFuncRecord& func);
     void showFirst(const ZEMBlkRecord& block);
     void paintUnrun(int first, int last);
     int64_t showTogether(const ZEMBlkRecord* blocks, uint32_t count);
     void changed(int line);
     int nextChanged(int line, int last) const;
 
-    SrcBrowser& _browser;
+    SrcLineTable& _lines;
     int _hitDetailWidth;
     int _maxBlocksOnLine;
     // A bit for each line, from 0, that is not painted as the inside of an unrun block. Without it

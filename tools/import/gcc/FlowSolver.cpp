@@ -19,9 +19,8 @@ struct Side
 class FlowSolver
 {
 public:
-    explicit FlowSolver(GcnoFunction& function)
-        : _function(function), _in(function._nBlocks), _out(function._nBlocks),
-          _count(function._nBlocks), _isKnown(function._nBlocks)
+    FlowSolver(uint32_t nBlocks, std::vector<GcnoArc>& arcs)
+        : _arcs(arcs), _in(nBlocks), _out(nBlocks), _count(nBlocks), _isKnown(nBlocks)
     {}
 
     bool solve(std::vector<int64_t>& counts);
@@ -32,7 +31,7 @@ private:
     void settleLastArc(uint32_t block, Side& side);
     void arcKnown(uint32_t index, uint64_t count);
 
-    GcnoFunction& _function;
+    std::vector<GcnoArc>& _arcs;
     std::vector<Side> _in;
     std::vector<Side> _out;
     std::vector<uint64_t> _count;
@@ -42,7 +41,7 @@ private:
 
 void FlowSolver::enter(uint32_t index)
 {
-    const GcnoArc& arc = _function._arcs[index];
+    const GcnoArc& arc = _arcs[index];
     Side* sides[] = {&_out[arc._from], &_in[arc._to]};
     for (Side* side : sides) {
         ++side->_arcs;
@@ -57,7 +56,7 @@ void FlowSolver::enter(uint32_t index)
 
 void FlowSolver::arcKnown(uint32_t index, uint64_t count)
 {
-    GcnoArc& arc = _function._arcs[index];
+    GcnoArc& arc = _arcs[index];
     arc._count = static_cast<int64_t>(count);
     Side* sides[] = {&_out[arc._from], &_in[arc._to]};
     for (Side* side : sides) {
@@ -97,12 +96,12 @@ void FlowSolver::settle(uint32_t block)
 
 bool FlowSolver::solve(std::vector<int64_t>& counts)
 {
-    const uint32_t nBlocks = _function._nBlocks;
+    const auto nBlocks = static_cast<uint32_t>(_in.size());
     if (nBlocks > GcnoFunction::ExitBlock) {
         _in[GcnoFunction::EntryBlock]._isOpen = true;
         _out[GcnoFunction::ExitBlock]._isOpen = true;
     }
-    for (uint32_t arc = 0; arc < _function._arcs.size(); ++arc) {
+    for (uint32_t arc = 0; arc < _arcs.size(); ++arc) {
         enter(arc);
     }
     for (uint32_t block = 0; block < nBlocks; ++block) {
@@ -124,7 +123,12 @@ bool FlowSolver::solve(std::vector<int64_t>& counts)
 
 } // namespace
 
+bool solveFlow(uint32_t nBlocks, std::vector<GcnoArc>& arcs, std::vector<int64_t>& counts)
+{
+    return FlowSolver(nBlocks, arcs).solve(counts);
+}
+
 bool solveFlow(GcnoFunction& function, std::vector<int64_t>& counts)
 {
-    return FlowSolver(function).solve(counts);
+    return solveFlow(function._nBlocks, function._arcs, counts);
 }

@@ -5,42 +5,74 @@
 #include "tools/common/parallel.h"
 #include "tools/import/ModelBuilder.h"
 #include "tools/import/gcc/GccUnit.h"
+#include "tools/import/gcc/SourceTable.h"
 
 #include <algorithm>
 #include <cstring>
+#include <fnmatch.h>
 #include <iostream>
-#include <memory>
+#include <iterator>
 
 namespace {
+
+// Whether a path is one of those where build systems compile programs to try the compiler.
+bool isBuildProbe(const std::string& path)
+{
+    static const char* const patterns[] = {
+        "*/CMakeFiles/*/CompilerId*", "*/CMakeFiles/CMakeTmp/*", "*/CMakeFiles/CMakeScratch/*",
+        "*/meson-private/*",          "*/conftest.*",            "*/.conf_check_*"};
+    return std::any_of(std::begin(patterns), std::end(patterns), [&path](const char* pattern) {
+        return fnmatch(pattern, path.c_str(), 0) == 0;
+    });
+}
+
+void leaveOutProbes(std::vector<GccUnitFiles>& units, ImportLosses& losses)
+{
+    const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
+        return isBuildProbe(unit._notes);
+    });
+    losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
+    units.erase(kept, units.end());
+}
 
 // Reads all units; each item is one.
 class UnitsJob : public ParallelJob
 {
 public:
-    UnitsJob(const std::vector<GccUnitFiles>& files, const SourceFilter& filter, const char* gcov,
-             bool takesLines)
-        : _files(files), _filter(filter), _gcov(gcov), _takesLines(takesLines),
-          _progress("Reading units", files.size()), _units(files.size())
+    // What is left of a unit when its functions are in the store.
+    struct Outcome
+    {
+        ImportLosses _losses;
+        std::string _failure;
+        uint32_t _executionTime = 0;
+    };
+
+    UnitsJob(const std::vector<GccUnitFiles>& files, SourceTable& sources, GraphStore& store,
+             const char* gcov, bool takesLines)
+        : _files(files), _sources(sources), _store(store), _gcov(gcov), _takesLines(takesLines),
+          _progress("Reading units", files.size()), _outcomes(files.size())
     {}
 
     void run(size_t item) override
     {
-        _units[item] = std::make_unique<GccUnit>(_filter);
-        if (_takesLines || !_units[item]->readBlocks(_files[item])) {
-            _units[item]->readLines(_files[item], _gcov);
+        GccUnit unit(_sources, _store);
+        if (_takesLines || !unit.readBlocks(_files[item])) {
+            unit.readLines(_files[item], _gcov);
         }
+        _outcomes[item] = {unit.losses(), unit.failure(), unit.executionTime()};
         _progress.step();
     }
 
-    std::unique_ptr<GccUnit>& unit(size_t item) { return _units[item]; }
+    const Outcome& outcome(size_t item) const { return _outcomes[item]; }
 
 private:
     const std::vector<GccUnitFiles>& _files;
-    const SourceFilter& _filter;
+    SourceTable& _sources;
+    GraphStore& _store;
     const char* _gcov;
     const bool _takesLines;
     Progress _progress;
-    std::vector<std::unique_ptr<GccUnit>> _units;
+    std::vector<Outcome> _outcomes;
 };
 
 } // namespace
@@ -49,6 +81,14 @@ int GccImporter::option(char** words)
 {
     if (std::strcmp(words[0], "--lines") == 0) {
         _takesLines = true;
+        return 1;
+    }
+    if (std::strcmp(words[0], "--instances") == 0) {
+        _keepsInstances = true;
+        return 1;
+    }
+    if (std::strcmp(words[0], "--probes") == 0) {
+        _keepsProbes = true;
         return 1;
     }
     if (std::strcmp(words[0], "--system") == 0) {
@@ -83,6 +123,8 @@ void GccImporter::usage(std::ostream& out) const
            "  --exclude GLOB   leave out source files whose path matches\n"
            "  --only DIR       keep only source files below DIR\n"
            "  --system         keep source files below /usr too\n"
+           "  --instances      keep the instances of a template apart\n"
+           "  --probes         keep what build systems compiled to try the compiler\n"
            "  --lines          take lines from gcov instead of basic blocks\n"
            "  --gcov PROGRAM   the gcov to ask for lines (default: gcov)\n";
 }
@@ -105,6 +147,9 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     if (!isRead) {
         return false;
     }
+    if (!_keepsProbes) {
+        leaveOutProbes(units, losses);
+    }
     if (units.empty()) {
         std::cerr << "zem-import: no .gcno file found; was it built with g++ --coverage?\n";
         return false;
@@ -123,21 +168,19 @@ bool GccImporter::import(CoverageModel& model, ImportLosses& losses, unsigned in
     if (!findUnits(files, losses)) {
         return false;
     }
-    UnitsJob job(files, _filter, _gcov, _takesLines);
+    SourceTable sources(_filter);
+    GraphStore store;
+    UnitsJob job(files, sources, store, _gcov, _takesLines);
     runParallel(job, files.size(), nThreads);
-
-    ModelBuilder builder(model);
     for (size_t i = 0; i < files.size(); ++i) {
-        GccUnit& unit = *job.unit(i);
-        if (!unit.failure().empty()) {
-            std::cerr << "zem-import: " << files[i]._notes << ": " << unit.failure() << '\n';
+        const UnitsJob::Outcome& outcome = job.outcome(i);
+        if (!outcome._failure.empty()) {
+            std::cerr << "zem-import: " << files[i]._notes << ": " << outcome._failure << '\n';
         }
-        losses.add(unit.losses());
-        model._executionTime = std::max(model._executionTime, unit.executionTime());
-        for (GccUnitFunction& entry : unit.functions()) {
-            builder.add(entry._path, entry._function);
-        }
-        job.unit(i).reset();
+        losses.add(outcome._losses);
+        model._executionTime = std::max(model._executionTime, outcome._executionTime);
     }
+    std::vector<FunctionCopy> copies = store.solve(nThreads, losses);
+    buildModel(copies, sources.paths(), _keepsInstances, nThreads, model, losses);
     return true;
 }

@@ -25,4 +25,6 @@ private:
     std::vector<const char*> _runs;
     const char* _gcov = "gcov";
     bool _takesLines = false;
+    bool _keepsInstances = false;
+    bool _keepsProbes = false;
 };

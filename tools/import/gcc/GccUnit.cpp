@@ -2,7 +2,6 @@
 #include "tools/import/gcc/GccUnit.h"
 
 #include "tools/common/SourcePath.h"
-#include "tools/import/gcc/FlowSolver.h"
 #include "tools/import/gcc/GcdaFile.h"
 #include "tools/import/gcc/GcovInput.h"
 #include "tools/import/gcc/GcovLines.h"
@@ -19,9 +18,51 @@ const unsigned char* bytesOf(const std::string& text)
 
 const char mismatch[] = "the .gcda file does not fit the unit's functions";
 
+// What the compiler calls the parts that it makes of a coroutine.
+const char bodyEnd[] = ".actor";
+const char frameEnd[] = ".Frame";
+
+bool endsWith(const std::string& text, const std::string& end)
+{
+    return text.size() >= end.size() &&
+           text.compare(text.size() - end.size(), std::string::npos, end) == 0;
+}
+
+// Whether a function has lines outside its own range.
+bool holdsOthers(const FunctionCopy& copy)
+{
+    return std::any_of(copy._lines.begin(), copy._lines.end(), [&copy](const CopyLine& line) {
+        return line._file != copy._file || line._line < copy._startLine ||
+               line._line > copy._endLine;
+    });
+}
+
+bool isBody(const GcnoFunction& function)
+{
+    return function._isArtificial && endsWith(function._symbol, bodyEnd);
+}
+
+// The symbol of the coroutine that a body belongs to. Some compilers name the body after it:
+// "_Z1fv.actor"; others put its frame behind its name as a parameter, a name of counted length:
+// "_Z1fPZ1fvE11_Z1fv.Frame.actor".
+std::string coroutineOf(const std::string& body)
+{
+    const std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
+    if (!endsWith(name, frameEnd)) {
+        return name;
+    }
+    for (size_t at = name.find("_Z", 1); at != std::string::npos; at = name.find("_Z", at + 1)) {
+        const std::string length = std::to_string(name.size() - at);
+        if (at >= length.size() && name.compare(at - length.size(), length.size(), length) == 0) {
+            return name.substr(at, name.size() - at - (sizeof(frameEnd) - 1));
+        }
+    }
+    return name;
+}
+
 } // namespace
 
-GccUnit::GccUnit(const SourceFilter& filter) : _filter(filter) {}
+GccUnit::GccUnit(SourceTable& sources, GraphStore& store) : _sources(sources), _store(store) {}
 
 void GccUnit::fail(const std::string& reason)
 {
@@ -36,57 +77,85 @@ void GccUnit::failCounters(const std::string& reason)
          ": run the tests again, or delete " + (_countersPath.empty() ? "it" : _countersPath));
 }
 
-const GccUnit::Source& GccUnit::source(const std::string& folder, const std::string& file)
+const SourceNumber& GccUnit::source(const std::string& folder, const std::string& file)
 {
-    const auto found = _sources.emplace(file, Source());
-    Source& source = found.first->second;
+    const auto found = _numbers.emplace(file, SourceNumber());
     if (found.second) {
-        source._path = absolutePath(folder, file);
-        source._answer = _filter.ask(source._path);
+        found.first->second = _sources.find(absolutePath(folder, file));
     }
-    return source;
+    return found.first->second;
 }
 
-bool GccUnit::isWanted(const GcnoFunction& function, const Source& source)
+KnownFunction::Kind GccUnit::kindOf(const GcnoFunction& function, const SourceNumber& source) const
 {
-    if (source._answer == SourceFilter::System) {
-        ++_losses._systemFunctions;
-    } else if (source._answer == SourceFilter::Excluded) {
-        ++_losses._excludedFunctions;
-    } else if (function._isArtificial) {
-        ++_losses._artificialFunctions;
-    } else {
-        return true;
+    if (function._isArtificial && !isBody(function) && source._answer == SourceFilter::Kept) {
+        return KnownFunction::Artificial;
     }
-    return false;
+    return source._answer == SourceFilter::System     ? KnownFunction::System
+           : source._answer == SourceFilter::Excluded ? KnownFunction::Excluded
+                                                      : KnownFunction::Wanted;
 }
 
-void GccUnit::addBlocks(const GcnoFunction& function, const std::vector<int64_t>& counts,
-                        std::vector<CovBlock>& blocks)
+void GccUnit::countKind(KnownFunction::Kind kind)
 {
-    std::vector<CovBlock> all(function._nBlocks);
+    _losses._systemFunctions += kind == KnownFunction::System ? 1 : 0;
+    _losses._excludedFunctions += kind == KnownFunction::Excluded ? 1 : 0;
+    _losses._artificialFunctions += kind == KnownFunction::Artificial ? 1 : 0;
+}
+
+// Lines of files that are left out stay out; a block that has no others is counted.
+void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph)
+{
+    std::vector<SourceNumber> files;
+    for (const std::string& file : function._files) {
+        files.push_back(source(folder, file));
+    }
+    std::vector<CopyLine>& lines = graph._copy._lines;
+    std::vector<bool> hasLines(function._nBlocks);
     std::vector<bool> isElsewhere(function._nBlocks);
     for (const GcnoLine& line : function._lines) {
-        if (line._file != 0) {
-            ++_losses._linesOfOtherFiles;
-            isElsewhere[line._block] = true;
+        if (line._block <= GcnoFunction::ExitBlock) {
             continue;
         }
-        CovBlock& block = all[line._block];
-        block._startLine =
-            block._startLine == 0 ? line._line : std::min(block._startLine, line._line);
-        block._stopLine = std::max(block._stopLine, line._line);
-    }
-    for (uint32_t i = GcnoFunction::ExitBlock + 1; i < function._nBlocks; ++i) {
-        if (all[i]._startLine != 0) {
-            all[i]._hits = counts[i];
-            blocks.push_back(all[i]);
-        } else if (isElsewhere[i]) {
-            ++_losses._blocksOfOtherFiles;
+        const SourceNumber& file = files[line._file];
+        if (file._answer == SourceFilter::Kept) {
+            lines.push_back({line._block, file._number, line._line});
+            hasLines[line._block] = true;
         } else {
-            ++_losses._blocksWithoutLine;
+            ++graph._linesOfOtherFiles;
+            isElsewhere[line._block] = true;
         }
     }
+    for (uint32_t block = 0; block < function._nBlocks; ++block) {
+        graph._blocksOfOtherFiles += isElsewhere[block] && !hasLines[block] ? 1 : 0;
+    }
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    lines.shrink_to_fit();
+}
+
+std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::string& folder,
+                                             KnownFunction::Kind kind)
+{
+    auto graph = std::make_unique<GccGraph>();
+    graph->_kind = kind;
+    FunctionCopy& copy = graph->_copy;
+    copy._isBody = isBody(function);
+    copy._isHidden = kind == KnownFunction::Artificial;
+    copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::move(function._symbol);
+    copy._file = source(folder, function._files[0])._number;
+    copy._startLine = function._startLine;
+    copy._startColumn = function._startColumn;
+    copy._endLine = function._endLine;
+    copy._endColumn = function._endColumn;
+    graph->_nBlocks = function._nBlocks;
+    addLines(function, folder, *graph);
+    for (const GcnoArc& arc : function._arcs) {
+        graph->_nCounters += (arc._flags & GcnoArc::OnTree) == 0 ? 1 : 0;
+    }
+    function._arcs.shrink_to_fit();
+    graph->_arcs.swap(function._arcs);
+    return graph;
 }
 
 bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure)
@@ -98,6 +167,67 @@ bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string
     }
     _losses._mostRuns = counters.runs();
     return true;
+}
+
+// Reads the function that was found last when the store does not know it. Returns false when nothing
+// of it is wanted or the notes are damaged.
+bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
+{
+    const KnownFunction known = _store.find(entry._bytes);
+    if (known._kind != KnownFunction::Unknown) {
+        countKind(known._kind);
+        entry._known = known._graph;
+        return known._graph != nullptr;
+    }
+    if (!notes.readPlace(function)) {
+        return false;
+    }
+    const KnownFunction::Kind kind =
+        kindOf(function, source(notes.folder(), function._files[0]));
+    countKind(kind);
+    if (!notes.readGraph(function)) {
+        return false;
+    }
+    entry._read = makeGraph(function, notes.folder(), kind);
+    if (kind == KnownFunction::Wanted || holdsOthers(entry._read->_copy)) {
+        return true;
+    }
+    _store.leaveOut(entry._bytes, kind);
+    return false;
+}
+
+// Returns whether all counters fit; `counters` may be null.
+bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
+{
+    ContentKey folder;
+    folder.add(notes.folder().data(), notes.folder().size());
+    bool isFit = true;
+    GcnoFunction function;
+    while (notes.findFunction(function)) {
+        Function entry = {function._ident, folder, nullptr, nullptr};
+        notes.addContent(entry._bytes);
+        if (!readFunction(notes, function, entry)) {
+            continue;
+        }
+        const GccGraph& graph = entry._known != nullptr ? *entry._known : *entry._read;
+        isFit = isFit && (counters == nullptr || counters->fits(function, graph._nCounters));
+        _functions.push_back(std::move(entry));
+    }
+    return isFit;
+}
+
+// Puts what was read into the store, with its counters when there are some that can be used.
+void GccUnit::keep(GcdaFile* counters)
+{
+    for (Function& function : _functions) {
+        if (function._read != nullptr) {
+            function._known = _store.insert(function._bytes, std::move(function._read));
+        }
+        if (counters != nullptr) {
+            _store.addCounters(*function._known, *counters, function._ident);
+        }
+    }
+    _functions.clear();
 }
 
 bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* counterBytes)
@@ -123,46 +253,24 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
     GcdaFile counters(bytesOf(bytes), bytes.size());
     std::string failure;
-    bool isUsed = counterBytes != nullptr && useCounters(counters, notes, failure);
+    GcdaFile* used =
+        counterBytes != nullptr && useCounters(counters, notes, failure) ? &counters : nullptr;
     _losses._unitsNotRun = counterBytes == nullptr ? 1 : 0;
 
-    GcnoFunction function;
-    std::vector<int64_t> counts;
-    while (notes.nextFunction(function)) {
-        const Source& source = this->source(notes.folder(), function._files[0]);
-        if (!isWanted(function, source)) {
-            continue;
-        }
-        if (!notes.readGraph(function)) {
-            break;
-        }
-        if (isUsed && !counters.fillCounters(function)) {
-            failure = mismatch;
-            isUsed = false;
-        }
-        if (!solveFlow(function, counts)) {
-            ++_losses._unsolvedFunctions;
-        }
-        _functions.emplace_back();
-        GccUnitFunction& entry = _functions.back();
-        entry._path = source._path;
-        entry._function._symbol = std::move(function._symbol);
-        entry._function._startLine = function._startLine;
-        entry._function._endLine = function._endLine;
-        addBlocks(function, counts, entry._function._blocks);
+    if (!readFunctions(notes, used)) {
+        // Counts of a unit that does not fit are no counts, also those of functions that did.
+        failure = mismatch;
+        used = nullptr;
+        _losses._mostRuns = 0;
     }
     if (notes.damaged()) {
         _functions.clear();
         _losses = ImportLosses();
         fail("the .gcno file is damaged: compile the unit again");
-    } else if (!failure.empty()) {
-        // Counts of a unit that does not fit are no counts, also those of functions that did.
-        for (GccUnitFunction& entry : _functions) {
-            for (CovBlock& block : entry._function._blocks) {
-                block._hits = 0;
-            }
-        }
-        _losses._mostRuns = 0;
+        return true;
+    }
+    keep(used);
+    if (!failure.empty()) {
         failCounters(failure);
     }
     return true;
@@ -203,9 +311,20 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
     _losses._unitsNotRun = files._counters.empty() ? 1 : 0;
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
     for (GcovLineFunction& entry : lines.functions()) {
-        const Source& source = this->source(entry._folder, entry._file);
-        if (isWanted(GcnoFunction(), source)) {
-            _functions.push_back({source._path, std::move(entry._function)});
+        const SourceNumber source = this->source(entry._folder, entry._file);
+        const KnownFunction::Kind kind = kindOf(GcnoFunction(), source);
+        countKind(kind);
+        if (kind != KnownFunction::Wanted) {
+            continue;
         }
+        entry._copy._file = source._number;
+        for (CopyLine& line : entry._copy._lines) {
+            line._file = source._number;
+        }
+        auto graph = std::make_unique<GccGraph>();
+        graph->_copy = entry._copy;
+        std::fill(graph->_copy._hits.begin(), graph->_copy._hits.end(), 0);
+        const ContentKey key = graph->key();
+        _store.addHits(*_store.insert(key, std::move(graph)), entry._copy);
     }
 }

@@ -1,35 +1,28 @@
 // SPDX-License-Identifier: MIT
 //
-// One unit of a build: reads its notes and counters, solves the flow and gives its functions with
-// their blocks. Units are independent of each other, so that threads may share them out.
+// One unit of a build: reads its notes and counters and puts its functions into the store. Units are
+// independent of each other, so that threads may share them out.
 #pragma once
 
-#include "tools/common/CoverageModel.h"
 #include "tools/common/ImportLosses.h"
 #include "tools/import/gcc/GccTree.h"
 #include "tools/import/gcc/GcnoFile.h"
-#include "tools/import/gcc/SourceFilter.h"
+#include "tools/import/gcc/GraphStore.h"
+#include "tools/import/gcc/SourceTable.h"
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-class GcdaFile;
-
-struct GccUnitFunction
-{
-    std::string _path; // of the source file, absolute
-    CovFunction _function;
-};
-
 class GccUnit
 {
 public:
-    // Borrows `filter` for its life.
-    explicit GccUnit(const SourceFilter& filter);
+    // Borrows both for its life.
+    GccUnit(SourceTable& sources, GraphStore& store);
 
     // Reads true basic blocks. A unit whose notes are damaged gives no functions; one whose
-    // counters cannot be used gives all its functions with counts of 0. Both set failure().
+    // counters cannot be used gives all its functions and no counts. Both set failure().
     // Returns false, with no functions, for a version that the readers do not know.
     bool readBlocks(const GccUnitFiles& files);
 
@@ -39,7 +32,6 @@ public:
     // Asks the program `gcov` for lines instead and makes a block of each.
     void readLines(const GccUnitFiles& files, const char* gcov);
 
-    std::vector<GccUnitFunction>& functions() { return _functions; }
     const ImportLosses& losses() const { return _losses; }
     // What went wrong, without the name of the unit; empty when nothing did.
     const std::string& failure() const { return _failure; }
@@ -47,23 +39,32 @@ public:
     uint32_t executionTime() const { return _executionTime; }
 
 private:
-    struct Source
+    // A wanted function of the unit: in the store already, or just read.
+    struct Function
     {
-        std::string _path;
-        SourceFilter::Answer _answer;
+        uint32_t _ident;
+        ContentKey _bytes;
+        GccGraph* _known;
+        std::unique_ptr<GccGraph> _read;
     };
 
-    const Source& source(const std::string& folder, const std::string& file);
-    bool isWanted(const GcnoFunction& function, const Source& source);
+    const SourceNumber& source(const std::string& folder, const std::string& file);
+    void countKind(KnownFunction::Kind kind);
+    KnownFunction::Kind kindOf(const GcnoFunction& function, const SourceNumber& source) const;
     bool useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure);
-    void addBlocks(const GcnoFunction& function, const std::vector<int64_t>& counts,
-                   std::vector<CovBlock>& blocks);
+    bool readFunctions(GcnoFile& notes, GcdaFile* counters);
+    bool readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry);
+    std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
+                                        KnownFunction::Kind kind);
+    void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
+    void keep(GcdaFile* counters);
     void fail(const std::string& reason);
     void failCounters(const std::string& reason);
 
-    const SourceFilter& _filter;
-    std::unordered_map<std::string, Source> _sources; // by the name in the notes
-    std::vector<GccUnitFunction> _functions;
+    SourceTable& _sources;
+    GraphStore& _store;
+    std::unordered_map<std::string, SourceNumber> _numbers; // by the name in the notes
+    std::vector<Function> _functions;
     ImportLosses _losses;
     std::string _failure;
     std::string _countersPath;    // empty when they came from memory

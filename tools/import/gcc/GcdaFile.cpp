@@ -67,32 +67,44 @@ const char* GcdaFile::text(Result result)
     }
 }
 
-bool GcdaFile::fillCounters(GcnoFunction& function)
+bool GcdaFile::fits(const GcnoFunction& function, size_t nCounters) const
 {
     const auto found = _functions.find(function._ident);
     if (found == _functions.end()) {
         return true;
     }
     const Entry& entry = found->second;
-    if (entry._lineChecksum != function._lineChecksum ||
-        entry._graphChecksum != function._graphChecksum) {
-        return false;
+    return entry._lineChecksum == function._lineChecksum &&
+           entry._graphChecksum == function._graphChecksum &&
+           (entry._isZeroed || nCounters == entry._size / CounterSize);
+}
+
+void GcdaFile::addCounters(uint32_t ident, std::vector<GcnoArc>& arcs)
+{
+    const auto found = _functions.find(ident);
+    if (found == _functions.end() || found->second._isZeroed) {
+        return;
     }
-    if (entry._isZeroed) {
-        return true;
+    const Entry& entry = found->second;
+    _words.confine(entry._start, entry._start + entry._size);
+    for (GcnoArc& arc : arcs) {
+        if ((arc._flags & GcnoArc::OnTree) == 0) {
+            // Damaged counters may overflow; unsigned sums do so without harm.
+            arc._count = static_cast<int64_t>(static_cast<uint64_t>(arc._count) +
+                                              static_cast<uint64_t>(_words.count()));
+        }
     }
+}
+
+bool GcdaFile::fillCounters(GcnoFunction& function)
+{
     size_t counters = 0;
     for (const GcnoArc& arc : function._arcs) {
         counters += (arc._flags & GcnoArc::OnTree) == 0 ? 1 : 0;
     }
-    if (counters != entry._size / CounterSize) {
+    if (!fits(function, counters)) {
         return false;
     }
-    _words.confine(entry._start, entry._start + entry._size);
-    for (GcnoArc& arc : function._arcs) {
-        if ((arc._flags & GcnoArc::OnTree) == 0) {
-            arc._count = _words.count();
-        }
-    }
+    addCounters(function._ident, function._arcs);
     return true;
 }

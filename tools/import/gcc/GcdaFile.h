@@ -36,7 +36,14 @@ public:
     // The number of runs that the counters add up.
     uint32_t runs() const { return _runs; }
 
-    // Gives the arcs of `function` that are off the tree their counts; all zero when the file does
+    // Whether the counters that the file has for `function` belong to it: it knows no such ident,
+    // or the same checksums and `nCounters` counters.
+    bool fits(const GcnoFunction& function, size_t nCounters) const;
+
+    // Adds to the arcs off the tree what the file has for the function `ident`. REQUIRES: fits().
+    void addCounters(uint32_t ident, std::vector<GcnoArc>& arcs);
+
+    // Both in one for a function that was just read. Gives the arcs of `function` that are off the tree their counts; all zero when the file does
     // not know the function. Returns false when it knows another function by that ident, or
     // has another number of counters for it; nothing changes then.
     bool fillCounters(GcnoFunction& function);

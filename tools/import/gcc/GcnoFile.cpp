@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GcnoFile.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr uint32_t FunctionTag = 0x01000000;
@@ -16,7 +14,9 @@ constexpr size_t LeastBytesOfBlock = 12;
 
 } // namespace
 
-GcnoFile::GcnoFile(const unsigned char* data, size_t size) : _words(data, size), _size(size) {}
+GcnoFile::GcnoFile(const unsigned char* data, size_t size)
+    : _words(data, size), _data(data), _size(size)
+{}
 
 GcnoFile::Result GcnoFile::open()
 {
@@ -35,7 +35,7 @@ GcnoFile::Result GcnoFile::open()
     return Ok;
 }
 
-bool GcnoFile::nextFunction(GcnoFunction& function)
+bool GcnoFile::findFunction(GcnoFunction& function)
 {
     function = GcnoFunction();
     if (_damaged) {
@@ -62,24 +62,47 @@ bool GcnoFile::nextFunction(GcnoFunction& function)
     _next = _graphEnd;
 
     _words.confine(head._start, head._start + head._size);
-    bool isNull = false;
     function._ident = _words.word();
     function._lineChecksum = _words.word();
     function._graphChecksum = _words.word();
+    _place = _words.position();
+    _placeEnd = head._start + head._size;
+    _damaged = _words.failed();
+    return !_damaged;
+}
+
+void GcnoFile::addContent(ContentKey& key) const
+{
+    constexpr size_t Checksums = 8; // bytes
+    key.add(_data + _place - Checksums, _graphEnd - (_place - Checksums));
+}
+
+bool GcnoFile::readPlace(GcnoFunction& function)
+{
+    bool isNull = false;
+    _words.confine(_place, _placeEnd);
     function._symbol = _words.text(isNull);
     function._isArtificial = _words.word() != 0;
     function._files.push_back(_words.text(isNull));
     function._startLine = _words.word();
     function._startColumn = _words.word();
     function._endLine = _words.word();
-    _words.word(); // end column
+    function._endColumn = _words.word();
     _damaged = _words.failed();
     return !_damaged;
+}
+
+bool GcnoFile::nextFunction(GcnoFunction& function)
+{
+    return findFunction(function) && readPlace(function);
 }
 
 bool GcnoFile::readGraph(GcnoFunction& function)
 {
     _words.confine(_graphStart, _graphEnd);
+    _fileNumbers.clear();
+    _fileNumbers.emplace(function._files[0], 0);
+    _lastFile = 0;
     GcovWords::Record record;
     while (!_damaged && _words.nextRecord(record)) {
         if (record._tag == BlocksTag) {
@@ -98,6 +121,19 @@ bool GcnoFile::readGraph(GcnoFunction& function)
     }
     _damaged = _damaged || _words.failed();
     return !_damaged;
+}
+
+uint32_t GcnoFile::fileNumber(const std::string& file, GcnoFunction& function)
+{
+    if (function._files[_lastFile] != file) {
+        const auto found =
+            _fileNumbers.emplace(file, static_cast<uint32_t>(function._files.size()));
+        if (found.second) {
+            function._files.push_back(file);
+        }
+        _lastFile = found.first->second;
+    }
+    return _lastFile;
 }
 
 bool GcnoFile::readArcs(const GcovWords::Record& record, GcnoFunction& function)
@@ -139,11 +175,6 @@ bool GcnoFile::readLines(const GcovWords::Record& record, GcnoFunction& function
         if (isNull) {
             return !_words.failed();
         }
-        // The own file is found at once; a function with text of many other files is rare.
-        const auto found = std::find(function._files.begin(), function._files.end(), file);
-        line._file = static_cast<uint32_t>(found - function._files.begin());
-        if (found == function._files.end()) {
-            function._files.push_back(file);
-        }
+        line._file = fileNumber(file, function);
     }
 }

@@ -17,10 +17,12 @@
 // Records with other tags are passed by. GccImporter reads one file of each unit.
 #pragma once
 
+#include "tools/import/gcc/ContentKey.h"
 #include "tools/import/gcc/GcovWords.h"
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 struct GcnoArc
@@ -56,6 +58,7 @@ struct GcnoFunction
     uint32_t _startLine = 0;
     uint32_t _startColumn = 0;
     uint32_t _endLine = 0;
+    uint32_t _endColumn = 0;
     std::vector<std::string> _files; // as written; 0 is the function's own
     uint32_t _nBlocks = 0;
     std::vector<GcnoArc> _arcs; // counters belong to those off the tree, in this order
@@ -78,26 +81,42 @@ public:
     // What relative source paths count from.
     const std::string& folder() const { return _folder; }
 
-    // Reads the place of the next function; what it had before is gone. Returns false at the end
-    // and, with damaged() set, where the file is cut short.
+    // Finds the next function and reads its ident and checksums; what `function` had before is
+    // gone. Returns false at the end and, with damaged() set, where the file is cut short.
     // REQUIRES: open() returned Ok.
+    bool findFunction(GcnoFunction& function);
+
+    // Adds to `key` all bytes of the function that was found last, apart from its ident.
+    void addContent(ContentKey& key) const;
+
+    // Reads symbol, file and range of the function that was found last. Returns false, with
+    // damaged() set, when it is cut short.
+    bool readPlace(GcnoFunction& function);
+
+    // findFunction() and readPlace() in one.
     bool nextFunction(GcnoFunction& function);
 
-    // Reads blocks, arcs and lines of the function that nextFunction() gave last. A caller may
-    // leave this out. Returns false, with damaged() set, when they do not fit together.
+    // Reads blocks, arcs and lines of the function whose place was read last. A caller may leave
+    // this out. Returns false, with damaged() set, when they do not fit together.
     bool readGraph(GcnoFunction& function);
 
     bool damaged() const { return _damaged; }
 
 private:
+    uint32_t fileNumber(const std::string& file, GcnoFunction& function);
     bool readArcs(const GcovWords::Record& record, GcnoFunction& function);
     bool readLines(const GcovWords::Record& record, GcnoFunction& function);
 
     GcovWords _words;
+    const unsigned char* _data;
     const size_t _size;
     std::string _folder;
     size_t _next = 0;       // where the search for the next function starts
+    size_t _place = 0;      // of the current function's head behind the checksums, in bytes
+    size_t _placeEnd = 0;
     size_t _graphStart = 0; // extent of the current function's records, in bytes
     size_t _graphEnd = 0;
+    std::unordered_map<std::string, uint32_t> _fileNumbers; // of the current function
+    uint32_t _lastFile = 0;                                 // the number that was asked for last
     bool _damaged = false;
 };

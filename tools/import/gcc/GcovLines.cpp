@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GcovLines.h"
 
+#include "tools/import/LineOwners.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -44,7 +46,7 @@ class FileReader
 {
 public:
     FileReader(std::vector<GcovLineFunction>& functions, const std::string& folder)
-        : _functions(functions), _first(functions.size()), _folder(folder)
+        : _functions(functions), _folder(folder)
     {}
 
     bool read(const element& file);
@@ -53,12 +55,11 @@ public:
 private:
     void addFunction(const element& function, const std::string& file);
     void addLine(const element& line);
-    GcovLineFunction* functionAround(uint32_t line);
 
     std::vector<GcovLineFunction>& _functions;
-    const size_t _first; // of this file
     const std::string& _folder;
-    std::unordered_map<std::string, size_t> _bySymbol;
+    std::unordered_map<std::string, uint32_t> _bySymbol;
+    LineOwners _owners;
     uint64_t _strayLines = 0;
 };
 
@@ -74,6 +75,7 @@ bool FileReader::read(const element& file)
     for (const element function : functions) {
         addFunction(function, name);
     }
+    _owners.build();
     for (const element line : lines) {
         addLine(line);
     }
@@ -85,39 +87,29 @@ void FileReader::addFunction(const element& function, const std::string& file)
     GcovLineFunction entry;
     entry._folder = _folder;
     entry._file = file;
-    entry._function._symbol = textOf(function, "name");
-    entry._function._startLine = lineOf(function, "start_line");
-    entry._function._endLine = lineOf(function, "end_line");
-    _bySymbol[entry._function._symbol] = _functions.size();
+    entry._copy._symbol = textOf(function, "name");
+    entry._copy._startLine = lineOf(function, "start_line");
+    entry._copy._startColumn = lineOf(function, "start_column");
+    entry._copy._endLine = lineOf(function, "end_line");
+    entry._copy._endColumn = lineOf(function, "end_column");
+    const auto place = static_cast<uint32_t>(_functions.size());
+    _owners.add(entry._copy._startLine, entry._copy._endLine, place);
+    _bySymbol[entry._copy._symbol] = place;
     _functions.push_back(std::move(entry));
-}
-
-GcovLineFunction* FileReader::functionAround(uint32_t line)
-{
-    GcovLineFunction* result = nullptr;
-    for (size_t i = _first; i < _functions.size(); ++i) {
-        const CovFunction& function = _functions[i]._function;
-        if (function._startLine <= line && line <= function._endLine &&
-            (result == nullptr || result->_function._startLine <= function._startLine)) {
-            result = &_functions[i];
-        }
-    }
-    return result;
 }
 
 void FileReader::addLine(const element& line)
 {
-    CovBlock block;
-    block._startLine = block._stopLine = lineOf(line, "line_number");
-    block._hits = numberOf(line, "count");
+    const uint32_t number = lineOf(line, "line_number");
     const auto found = _bySymbol.find(textOf(line, "function_name"));
-    GcovLineFunction* function =
-        found != _bySymbol.end() ? &_functions[found->second] : functionAround(block._startLine);
-    if (function != nullptr && block._startLine != 0) {
-        function->_function._blocks.push_back(block);
-    } else {
+    const uint32_t place = found != _bySymbol.end() ? found->second : _owners.ownerOf(number);
+    if (place == LineOwners::Nobody || number == 0) {
         ++_strayLines;
+        return;
     }
+    FunctionCopy& copy = _functions[place]._copy;
+    copy._lines.push_back({static_cast<uint32_t>(copy._hits.size()), 0, number});
+    copy._hits.push_back(numberOf(line, "count"));
 }
 
 bool parseDocument(const std::string& text, std::vector<GcovLineFunction>& functions,

@@ -4,11 +4,11 @@
 // block readers do not know. One JSON document on one line for each unit:
 //
 //   {"current_working_directory": folder, "files": [{"file": path,
-//     "functions": [{"name", "start_line", "end_line"}, ...],
+//     "functions": [{"name", "start_line", "start_column", "end_line", "end_column"}, ...],
 //     "lines": [{"line_number", "count", "function_name"}, ...]}]}
 #pragma once
 
-#include "tools/common/CoverageModel.h"
+#include "tools/import/FunctionCopy.h"
 #include "tools/import/gcc/GccTree.h"
 
 #include <string>
@@ -18,7 +18,7 @@ struct GcovLineFunction
 {
     std::string _folder; // what `_file` counts from
     std::string _file;
-    CovFunction _function; // one block for each line that has code
+    FunctionCopy _copy; // one block for each line that has code; files are not numbered
 };
 
 class GcovLines

@@ -1,110 +1,181 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/BlockList.h"
 
+#include "tests/unit/tools/common/CovSample.h"
+#include "tools/common/checkView.h"
+
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
-struct Lines
-{
-    uint32_t start;
-    uint32_t stop;
-};
+using Blocks = std::vector<CovSampleBlock>;
 
 class BlockListTest : public ::testing::Test
 {
 protected:
-    // The blocks as "start-stop:hits", hits being the place in the list given, from 1.
-    std::string arrange(const std::vector<Lines>& lines)
+    void add(uint32_t start, uint32_t end, const Blocks& blocks)
     {
-        std::vector<CovBlock> blocks;
-        for (const Lines& each : lines) {
-            blocks.push_back({each.start, each.stop, static_cast<int64_t>(blocks.size() + 1)});
-        }
-        arrangeBlocks(blocks, _losses);
+        _file._functions.push_back(covFunction("f", start, end, blocks));
+    }
+
+    // The blocks of each function as "start-stop:hits", a function a line.
+    std::string arrange()
+    {
+        arrangeBlocks(_file, _losses);
+        checkView(_file, _losses);
         std::string text;
-        for (const CovBlock& block : blocks) {
-            text += (text.empty() ? "" : " ") + std::to_string(block._startLine) + "-" +
-                    std::to_string(block._stopLine) + ":" + std::to_string(block._hits);
+        for (const CovFunction& function : _file._functions) {
+            text += text.empty() ? "" : "\n";
+            std::string line;
+            for (const CovBlock& block : function._blocks) {
+                line += (line.empty() ? "" : " ") + std::to_string(block._startLine) + "-" +
+                        std::to_string(block._stopLine) + ":" + std::to_string(block._hits);
+            }
+            text += line;
         }
+        EXPECT_EQ(_losses._linesShownRed, 0u);
+        EXPECT_EQ(_losses._linesShownBlack, 0u);
         return text;
     }
 
+    std::string arrange(const Blocks& blocks)
+    {
+        add(1, 99, blocks);
+        return arrange();
+    }
+
+    CovFile _file;
     ImportLosses _losses;
 };
 
-TEST_F(BlockListTest, SortsByStartThenStop)
+TEST_F(BlockListTest, BlockOfItsOwnLinesIsOneStretch)
 {
-    EXPECT_EQ(arrange({{7, 7}, {3, 4}, {1, 1}, {7, 7}}), "1-1:3 3-4:2 7-7:1 7-7:4");
-    EXPECT_EQ(_losses._adjustedBlocks, 0u);
+    EXPECT_EQ(arrange({{{7, 8, 11}, 5}, {{1, 3}, 0}}), "1-3:0 7-11:5");
 }
 
-TEST_F(BlockListTest, BodyThatSharesItsConditionsLineStartsOneLineLater)
+TEST_F(BlockListTest, BlockThatIsInterruptedHasAStretchOnEachSide)
 {
-    EXPECT_EQ(arrange({{3, 6}, {3, 3}}), "3-3:2 4-6:1");
-    EXPECT_EQ(_losses._adjustedBlocks, 1u);
+    EXPECT_EQ(arrange({{{5, 6, 9}, 2}, {{7}, 0}}), "5-6:2 7-7:0 9-9:2");
 }
 
-TEST_F(BlockListTest, ShortestOfTheLongBlocksKeepsTheLine)
+TEST_F(BlockListTest, LineOfSeveralBlocksHasAOneLineBlockOfEach)
 {
-    EXPECT_EQ(arrange({{3, 9}, {3, 5}}), "3-5:2 4-9:1");
-    EXPECT_EQ(_losses._adjustedBlocks, 1u);
+    // if (e > 5) return 1; behind a line of its block
+    EXPECT_EQ(arrange({{{4, 5}, 3}, {{5}, 0}, {{5, 6}, 3}}), "4-4:3 5-5:3 5-5:0 5-5:3 6-6:3");
 }
 
-TEST_F(BlockListTest, MovedBlockGivesWayAgain)
+TEST_F(BlockListTest, StretchDoesNotGoOnBehindALineOfSeveralBlocks)
 {
-    EXPECT_EQ(arrange({{3, 6}, {3, 3}, {4, 4}}), "3-3:2 4-4:3 5-6:1");
-    EXPECT_EQ(_losses._adjustedBlocks, 1u);
+    EXPECT_EQ(arrange({{{1, 2, 3}, 0}, {{2}, 1}}), "1-1:0 2-2:0 2-2:1 3-3:0");
 }
 
-TEST_F(BlockListTest, MovedBlockStaysAtItsOwnStopLine)
+TEST_F(BlockListTest, LineOfAnotherFunctionEndsAStretch)
 {
-    EXPECT_EQ(arrange({{3, 4}, {3, 3}, {4, 4}}), "3-3:2 4-4:3 4-4:1");
+    add(1, 9, {{{1, 2, 8, 9}, 0}});
+    add(4, 5, {{{4, 5}, 7}});
+    EXPECT_EQ(arrange(), "1-2:0 8-9:0\n4-5:7");
 }
 
-TEST_F(BlockListTest, EqualLongBlocksPartInOrder)
+TEST_F(BlockListTest, WidestFunctionShowsALineOfSeveral)
 {
-    EXPECT_EQ(arrange({{3, 6}, {3, 6}, {3, 6}}), "3-6:1 4-6:2 5-6:3");
+    add(5, 5, {{{5}, 0}, {{5}, 4}});
+    add(4, 6, {{{4, 5, 6}, 3}});
+    add(5, 5, {{{5}, 2}});
+    EXPECT_EQ(arrange(), "0-0:0 0-0:4\n4-4:3 5-5:3 5-5:6 6-6:3\n0-0:2");
 }
 
-TEST_F(BlockListTest, NoLongBlockSharesItsStartLineAfterwards)
+TEST_F(BlockListTest, FirstOfEquallyWideFunctionsShowsTheLine)
 {
-    std::vector<CovBlock> blocks;
-    for (uint32_t i = 0; i < 400; ++i) {
-        const uint32_t start = 1 + i * 7 % 31;
-        blocks.push_back({start, start + i * 13 % 17, i});
-    }
-    arrangeBlocks(blocks, _losses);
-    ASSERT_EQ(blocks.size(), 400u);
-    for (size_t i = 0; i < blocks.size(); ++i) {
-        EXPECT_LE(blocks[i]._startLine, blocks[i]._stopLine);
-        if (i > 0) {
-            EXPECT_LE(blocks[i - 1]._startLine, blocks[i]._startLine);
-            if (blocks[i - 1]._startLine == blocks[i]._startLine) {
-                EXPECT_EQ(blocks[i - 1]._stopLine, blocks[i]._startLine);
-                EXPECT_EQ(blocks[i]._stopLine, blocks[i]._startLine);
-            }
-        }
-    }
+    add(5, 6, {{{5, 6}, 0}});
+    add(5, 6, {{{5, 6}, 1}});
+    EXPECT_EQ(arrange(), "5-5:0 5-5:1 6-6:0 6-6:1\n0-0:1");
 }
 
-TEST_F(BlockListTest, LinesPast65535AreRefusedAndCounted)
+TEST_F(BlockListTest, BlockHasOneBlockWithoutPlaceForAllLinesShownElsewhere)
 {
-    EXPECT_EQ(arrange({{65535, 65535}, {65536, 65536}, {65530, 65536}}), "65535-65535:1");
-    EXPECT_EQ(_losses._blocksPastLastLine, 2u);
+    add(1, 9, {{{1, 2, 3}, 1}});
+    add(2, 4, {{{2, 3, 4}, 2}});
+    EXPECT_EQ(arrange(), "1-1:1 2-2:1 2-2:2 3-3:1 3-3:2\n0-0:2 4-4:2");
 }
 
-TEST_F(BlockListTest, EmptyListStaysEmpty)
+TEST_F(BlockListTest, LinesPast65535AreKeptWithoutAPlaceAndCounted)
+{
+    _file._path = "/s/a.c";
+    EXPECT_EQ(arrange({{{65534, 65535, 65536, 70000}, 1}, {{65536}, 2}, {{70000}, 0}}),
+              "0-0:1 0-0:2 0-0:0 65534-65535:1");
+    EXPECT_EQ(_losses._blocksPastLastLine["/s/a.c"], 3u);
+}
+
+TEST_F(BlockListTest, FileWithinTheBoundIsNotNamed)
+{
+    arrange({{{65535}, 1}});
+    EXPECT_TRUE(_losses._blocksPastLastLine.empty());
+}
+
+TEST_F(BlockListTest, CountsAreBoundedBeforeTheyAreAddedUp)
+{
+    add(1, 9, {{{1}, -5}, {{2}, INT64_MAX}});
+    add(2, 2, {{{1}, INT64_MAX}, {{1}, INT64_MAX}});
+    EXPECT_EQ(arrange(), "1-1:0 1-1:2147483647 2-2:2147483647\n0-0:2147483647 0-0:2147483647");
+    EXPECT_EQ(_losses._negativeCounts, 1u);
+    EXPECT_EQ(_losses._clampedCounts, 3u);
+}
+
+TEST_F(BlockListTest, EmptyFileStaysEmpty)
 {
     EXPECT_EQ(arrange({}), "");
 }
 
-TEST_F(BlockListTest, ManyBlocksOverOneRangeAreArrangedAtOnce)
+// A file of random functions, the same for the same seed but for the counts.
+CovFile randomFile(unsigned int seed, unsigned int countSeed)
 {
-    std::vector<CovBlock> blocks(200000, CovBlock{1, 65535, 0});
-    arrangeBlocks(blocks, _losses);
-    EXPECT_EQ(blocks.size(), 200000u);
-    EXPECT_EQ(blocks.back()._startLine, 65535u);
+    std::mt19937 lines(seed);
+    std::mt19937 counts(countSeed);
+    CovFile file;
+    for (uint32_t f = 0; f < 6; ++f) {
+        const uint32_t start = 1 + lines() % 20;
+        Blocks blocks;
+        for (uint32_t b = 0; b < 1 + lines() % 8; ++b) {
+            std::vector<uint32_t> touched;
+            for (uint32_t line = start; line < start + 15; ++line) {
+                if (lines() % 4 == 0) {
+                    touched.push_back(line);
+                }
+            }
+            blocks.push_back({touched, static_cast<int64_t>(counts() % 2)});
+        }
+        file._functions.push_back(covFunction("f", start, start + lines() % 15, blocks));
+    }
+    return file;
+}
+
+TEST_F(BlockListTest, EveryLineIsRedExactlyWhenNoBlockOnItRan)
+{
+    for (unsigned int seed = 0; seed < 500; ++seed) {
+        _file = randomFile(seed, seed + 1000);
+        arrange();
+        ASSERT_FALSE(HasFailure()) << seed;
+    }
+}
+
+TEST_F(BlockListTest, BlocksDependOnLinesAlone)
+{
+    for (unsigned int seed = 0; seed < 50; ++seed) {
+        CovFile one = randomFile(seed, 1);
+        CovFile two = randomFile(seed, 2);
+        arrangeBlocks(one, _losses);
+        arrangeBlocks(two, _losses);
+        for (size_t f = 0; f < one._functions.size(); ++f) {
+            const std::vector<CovBlock>& a = one._functions[f]._blocks;
+            const std::vector<CovBlock>& b = two._functions[f]._blocks;
+            ASSERT_EQ(a.size(), b.size());
+            for (size_t i = 0; i < a.size(); ++i) {
+                ASSERT_EQ(a[i]._startLine, b[i]._startLine);
+                ASSERT_EQ(a[i]._stopLine, b[i]._stopLine);
+            }
+        }
+    }
 }
 
 } // namespace

@@ -45,4 +45,31 @@ TEST(ImportLossesTest, NoteSaysWhenCountersAddUpSeveralRuns)
     EXPECT_EQ(out.str(), "4 units that never ran\nthe counters add up 3 runs\n");
 }
 
+TEST(ImportLossesTest, FilesWithBlocksPastTheLastLineAreNamed)
+{
+    ImportLosses losses;
+    losses._blocksPastLastLine["/s/a.c"] = 3;
+    ImportLosses more;
+    more._blocksPastLastLine["/s/a.c"] = 4;
+    more._blocksPastLastLine["/s/b.c"] = 1;
+    losses.add(more);
+    EXPECT_EQ(losses.text(),
+              "7 blocks past line 65535 (counted, not shown in the source) in /s/a.c, "
+              "1 blocks past line 65535 (counted, not shown in the source) in /s/b.c");
+    std::ostringstream out;
+    losses.write(out);
+    EXPECT_EQ(out.str(), "7 blocks past line 65535 (counted, not shown in the source) in /s/a.c\n"
+                         "1 blocks past line 65535 (counted, not shown in the source) in /s/b.c\n");
+}
+
+TEST(ImportLossesTest, ManyFilesWithBlocksPastTheLastLineAreAddedUpInTheText)
+{
+    ImportLosses losses;
+    for (const char* file : {"/a.c", "/b.c", "/c.c", "/d.c"}) {
+        losses._blocksPastLastLine[file] = 2;
+    }
+    EXPECT_EQ(losses.text(),
+              "8 blocks past line 65535 (counted, not shown in the source) in 4 files");
+}
+
 } // namespace

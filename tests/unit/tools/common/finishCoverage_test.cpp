@@ -2,6 +2,7 @@
 #include "tools/common/finishCoverage.h"
 
 #include "tests/support/TempDir.h"
+#include "tests/unit/tools/common/CovSample.h"
 #include "tools/common/writeCoverage.h"
 
 #include <gtest/gtest.h>
@@ -14,12 +15,7 @@ protected:
     CovFunction function(const char* symbol, uint32_t start, uint32_t end,
                          const std::vector<CovBlock>& blocks)
     {
-        CovFunction result;
-        result._symbol = symbol;
-        result._startLine = start;
-        result._endLine = end;
-        result._blocks = blocks;
-        return result;
+        return covFunction(symbol, start, end, blocks);
     }
 
     void addFile(const std::string& path, const std::vector<CovFunction>& functions)
@@ -58,7 +54,7 @@ TEST_F(FinishCoverageTest, OrderDoesNotDependOnTheOrderGivenOrOnCounts)
     other._files[0]._path = "/s/a.cc";
     other._files[0]._functions = {variants[3], variants[2], variants[1], variants[0]};
     for (CovFunction& each : other._files[0]._functions) {
-        each._blocks[0]._hits = 1;
+        each._hits[0] = 1;
     }
     finishCoverage(other, NameStyle(), _losses, 2);
     CoverageResult one;
@@ -85,12 +81,34 @@ TEST_F(FinishCoverageTest, CountsAreKeptWithinWhatViewsShow)
 
 TEST_F(FinishCoverageTest, WhatHasNoBlocksIsTakenOut)
 {
-    addFile("/s/a.cc", {function("f", 1, 4, {}), function("g", 1, 4, {{70000, 70000, 1}})});
+    addFile("/s/a.cc", {function("f", 1, 4, {}), function("g", 1, 4, {})});
     addFile("/s/b.cc", {function("h", 1, 4, {{1, 1, 1}}), function("f", 1, 4, {})});
     finishCoverage(_model, NameStyle(), _losses, 1);
     ASSERT_EQ(_model._files.size(), 1u);
     EXPECT_EQ(_model._files[0]._functions.size(), 1u);
-    EXPECT_EQ(_losses._blocksPastLastLine, 1u);
+}
+
+TEST_F(FinishCoverageTest, BlocksOfAFileAreMadeTogether)
+{
+    addFile("/s/a.cc", {function("g", 3, 3, {{3, 3, 0}}), function("f", 1, 4, {{1, 4, 2}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    const std::vector<CovFunction>& functions = _model._files[0]._functions;
+    EXPECT_EQ(functions[0]._blocks.size(), 2u); // interrupted by the other
+    EXPECT_EQ(functions[1]._blocks.size(), 1u);
+    EXPECT_TRUE(functions[0]._lines.empty());
+    EXPECT_EQ(_losses._linesShownRed + _losses._linesShownBlack, 0u);
+}
+
+TEST_F(FinishCoverageTest, FullNamesAreKeptWhenAskedFor)
+{
+    // f<int, f<...>> many levels deep
+    const char* symbol = "_Z1fI1AIS0_IS0_IS0_IS0_IS0_IS0_IS0_I9SomeThingEEEEEEEEEvv";
+    addFile("/s/a.cc", {function(symbol, 1, 4, {{1, 1, 1}})});
+    NameStyle full;
+    full._isFull = true;
+    finishCoverage(_model, full, _losses, 1);
+    EXPECT_EQ(_model._files[0]._functions[0]._storedName,
+              storedFunctionName(std::vector<std::string>{symbol}, full, _losses));
 }
 
 TEST_F(FinishCoverageTest, PathTooLongForARecordIsRefused)

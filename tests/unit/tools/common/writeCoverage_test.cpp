@@ -3,6 +3,7 @@
 
 #include "tests/support/DataFiles.h"
 #include "tests/support/TempDir.h"
+#include "tests/unit/tools/common/CovSample.h"
 #include "tools/common/ContentDigest.h"
 #include "tools/common/LogWriter.h"
 #include "tools/common/MapWriter.h"
@@ -26,12 +27,7 @@ protected:
     CovFunction function(const char* symbol, uint32_t start, uint32_t end,
                          const std::vector<CovBlock>& blocks)
     {
-        CovFunction result;
-        result._symbol = symbol;
-        result._startLine = start;
-        result._endLine = end;
-        result._blocks = blocks;
-        return result;
+        return covFunction(symbol, start, end, blocks);
     }
 
     void addFile(const std::string& path, const std::vector<CovFunction>& functions)

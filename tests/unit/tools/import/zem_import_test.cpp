@@ -119,8 +119,8 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
     ASSERT_TRUE(gcov.parse(json));
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
     for (const GcovLineFunction& entry : gcov.functions()) {
-        for (const CovBlock& block : entry._function._blocks) {
-            compilers[entry._file][block._startLine] += block._hits;
+        for (const CopyLine& line : entry._copy._lines) {
+            compilers[entry._file][line._line] += entry._copy._hits[line._block];
         }
     }
     for (const auto& file : own.lines()) {
@@ -155,8 +155,8 @@ TEST_F(ZemImportTest, MapHoldsFilesFunctionsAndNames)
     ASSERT_EQ(import("gcc -o out.d --name first build"), 0) << output();
     const std::string text = mapText(mapOf("first", "out.d"));
     for (const char* name :
-         {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<int>__Fii\n",
-          "  larger<long>__Fll\n", "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n",
+         {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<...>\n",
+          "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n",
           "  jobs::total__Fi\n", "  (anonymous namespace)::counted__Fv\n",
           "  jobs::Square::Square__Fi\n"}) {
         const size_t at = text.find(name);
@@ -301,7 +301,7 @@ TEST_F(ZemImportTest, LinesRoadGivesTheSameFilesAndSaysSo)
     EXPECT_NE(output().find("2 units taken as lines from gcov"), std::string::npos) << output();
     const std::string text = mapText(mapOf("lines"));
     EXPECT_NE(text.find("jobs and shapes.cc\n"), std::string::npos);
-    EXPECT_NE(text.find("  larger<int>__Fii\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  larger<...>\n"), std::string::npos) << text;
 }
 
 TEST_F(ZemImportTest, CountersOfAnotherBuildAreAnErrorOfTheirUnit)

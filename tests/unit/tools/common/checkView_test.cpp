@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/checkView.h"
+
+#include "tests/unit/tools/common/CovSample.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class CheckViewTest : public ::testing::Test
+{
+protected:
+    // A function whose blocks touch some lines and are stored in another way.
+    void add(const std::vector<CovSampleBlock>& touched, const std::vector<CovBlock>& stored)
+    {
+        _file._functions.push_back(covFunction("f", 1, 9, touched));
+        _file._functions.back()._blocks = stored;
+    }
+
+    void check(uint64_t red, uint64_t black)
+    {
+        checkView(_file, _losses);
+        EXPECT_EQ(_losses._linesShownRed, red);
+        EXPECT_EQ(_losses._linesShownBlack, black);
+    }
+
+    CovFile _file;
+    ImportLosses _losses;
+};
+
+TEST_F(CheckViewTest, WhatIsDrawnRightlyIsNotCounted)
+{
+    add({{{1, 2}, 0}, {{3}, 4}}, {{1, 2, 0}, {3, 3, 4}});
+    check(0, 0);
+}
+
+TEST_F(CheckViewTest, DeadBlockOverLinesThatRanIsCounted)
+{
+    add({{{1, 5}, 0}, {{3}, 4}, {{4}, 1}}, {{3, 3, 4}, {4, 4, 1}, {1, 5, 0}});
+    check(2, 0);
+}
+
+TEST_F(CheckViewTest, LaterFunctionReplacesTheMarksOfAnEarlierOne)
+{
+    add({{{3}, 4}}, {{3, 3, 4}});
+    add({{{3}, 0}}, {{3, 3, 0}});
+    check(1, 0);
+}
+
+TEST_F(CheckViewTest, DeadLineThatNobodyMarksIsCounted)
+{
+    add({{{3, 7}, 0}}, {{3, 3, 0}});
+    check(0, 1);
+}
+
+TEST_F(CheckViewTest, LinesThatNoBlockCanNameAreNotAskedFor)
+{
+    add({{{65536, 4000000000}, 0}}, {{0, 0, 0}});
+    check(0, 0);
+}
+
+TEST_F(CheckViewTest, FileWithoutFunctionsIsRight)
+{
+    check(0, 0);
+}
+
+} // namespace

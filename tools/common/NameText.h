@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+//
+// The readable name of a function, "ns::List<int>::append", taken apart by its brackets. Used to
+// split it, and to leave out what makes it too long or what the class report cannot bear.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+class NameText
+{
+public:
+    static constexpr size_t None = static_cast<size_t>(-1);
+
+    // Keeps a copy. Linear in its length. Signs of operators are no brackets, and neither is a '<'
+    // that nothing closes.
+    explicit NameText(std::string text);
+
+    const std::string& text() const { return _text; }
+    // The bracket that belongs to the one at `at`; None when there is no bracket.
+    size_t partner(size_t at) const { return _partner[at]; }
+    // Where a bracket opens the partner, elsewhere `at`: for walks that pass over brackets.
+    size_t pastBrackets(size_t at) const;
+
+    // Where the last of the parts between "::" starts: 0 when there is one part.
+    size_t lastPart() const { return _lastPart; }
+    // Where the type of "operator type" starts in the last part; None when it is no conversion.
+    size_t conversionType() const { return _conversionType; }
+    // Whether an argument list of a template is in the text.
+    bool hasArguments() const { return _deepestList > 0; }
+
+    // At most `longest` characters where that can be done: the parameters of lambdas become
+    // "(...)", then the innermost argument lists `<...>`, then those around them.
+    std::string shortened(size_t longest) const;
+    // Every argument list is `<...>`.
+    std::string withoutArguments() const;
+    // The same, and "(...)" for the parameters of lambdas and of functions that the name is local
+    // to: those differ among instances, too.
+    std::string withoutDetails() const;
+
+private:
+    void matchBrackets();
+    void findParts();
+    size_t pastOperator(size_t at) const;
+    std::string without(int depthOfLists, bool withoutLambda, bool withoutParameters) const;
+    size_t lambdaParameters(size_t at) const;
+    bool isLocalParameters(size_t at) const;
+
+    std::string _text;
+    std::vector<size_t> _partner;
+    std::vector<int> _listDepth; // of a '<': 1 when no list is inside
+    int _deepestList = 0;
+    size_t _lastPart = 0;
+    size_t _conversionType = None;
+};
+
+// `text` without the namespaces and classes in front of each name, and without any other ':'. The
+// first `nKept` "::" stay.
+std::string withoutQualifiers(const std::string& text, size_t nKept = 0);
+
+// The parts of a list of types between its commas, without blanks around them; none of an empty
+// list.
+std::vector<std::string> splitList(const std::string& types);

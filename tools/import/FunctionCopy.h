@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+//
+// One function as one unit compiled it: its place, the lines that its blocks touch and their
+// counts. Importers make copies; ModelBuilder unites those of one place in the source.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// One line that a block touches.
+struct CopyLine
+{
+    uint32_t _block = 0;
+    uint32_t _file = 0; // number of the source file
+    uint32_t _line = 0; // from 1
+
+    bool operator<(const CopyLine& other) const
+    {
+        return _block != other._block ? _block < other._block
+               : _file != other._file ? _file < other._file
+                                      : _line < other._line;
+    }
+    bool operator==(const CopyLine& other) const
+    {
+        return _block == other._block && _file == other._file && _line == other._line;
+    }
+};
+
+struct FunctionCopy
+{
+    std::string _symbol; // as the compiler names it
+    uint32_t _file = 0;  // number of the source file
+    uint32_t _startLine = 0;
+    uint32_t _startColumn = 0; // 0 when it is not known
+    uint32_t _endLine = 0;
+    uint32_t _endColumn = 0;
+    // The compiler keeps the function's body apart, under the same symbol: a coroutine's. Its end
+    // is not known.
+    bool _isBody = false;
+    // Made by the compiler: only lines that it holds of other functions count.
+    bool _isHidden = false;
+    std::vector<int64_t> _hits;   // of each block
+    std::vector<CopyLine> _lines; // sorted, each once
+};

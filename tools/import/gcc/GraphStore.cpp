@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/gcc/GraphStore.h"
+
+#include "tools/common/parallel.h"
+#include "tools/import/gcc/FlowSolver.h"
+
+#include <utility>
+
+namespace {
+
+void countBlocksWithoutLine(const GccGraph& graph, ImportLosses& losses)
+{
+    uint64_t withLines = 0;
+    uint32_t last = UINT32_MAX;
+    for (const CopyLine& line : graph._copy._lines) {
+        withLines += line._block != last ? 1 : 0;
+        last = line._block;
+    }
+    const uint64_t real =
+        graph._nBlocks - std::min(graph._nBlocks, GcnoFunction::ExitBlock + uint32_t{1});
+    losses._blocksWithoutLine += real - std::min(real, withLines + graph._blocksOfOtherFiles);
+    losses._blocksOfOtherFiles += graph._blocksOfOtherFiles;
+    losses._linesOfOtherFiles += graph._linesOfOtherFiles;
+}
+
+void solveGraph(GccGraph& graph, ImportLosses& losses)
+{
+    if (graph._nBlocks == 0) {
+        return;
+    }
+    if (!solveFlow(graph._nBlocks, graph._arcs, graph._copy._hits)) {
+        ++losses._unsolvedFunctions;
+    }
+    std::vector<GcnoArc>().swap(graph._arcs);
+    if (graph._kind == KnownFunction::Wanted) {
+        countBlocksWithoutLine(graph, losses);
+    }
+}
+
+// Solves many graphs in one step; there are up to a million of them, most of them small.
+class SolveJob : public ParallelJob
+{
+public:
+    static constexpr size_t GraphsOfStep = 256;
+
+    explicit SolveJob(std::vector<std::unique_ptr<GccGraph>>& graphs)
+        : _graphs(graphs), _losses(steps())
+    {}
+
+    size_t steps() const { return (_graphs.size() + GraphsOfStep - 1) / GraphsOfStep; }
+
+    void run(size_t item) override
+    {
+        const size_t end = std::min(_graphs.size(), (item + 1) * GraphsOfStep);
+        for (size_t i = item * GraphsOfStep; i < end; ++i) {
+            solveGraph(*_graphs[i], _losses[item]);
+        }
+    }
+
+    const std::vector<ImportLosses>& losses() const { return _losses; }
+
+private:
+    std::vector<std::unique_ptr<GccGraph>>& _graphs;
+    std::vector<ImportLosses> _losses;
+};
+
+} // namespace
+
+ContentKey GccGraph::key() const
+{
+    ContentKey key;
+    key.add(_copy._symbol.data(), _copy._symbol.size());
+    const uint32_t place[] = {_copy._file,    _copy._startLine,
+                              _copy._startColumn, _copy._endLine,
+                              _copy._endColumn,   _copy._isBody ? 1u : _copy._isHidden ? 2u : 0u,
+                              _nBlocks};
+    key.add(place, sizeof(place));
+    for (const GcnoArc& arc : _arcs) {
+        key.add(uint64_t{arc._from} << 32 | arc._to);
+        key.add(arc._flags);
+    }
+    key.add(_copy._lines.data(), _copy._lines.size() * sizeof(CopyLine));
+    return key;
+}
+
+KnownFunction GraphStore::find(const ContentKey& bytes)
+{
+    Part& part = partOf(bytes);
+    const std::lock_guard<std::mutex> lock(part._guard);
+    const auto found = part._byBytes.find(bytes);
+    return found == part._byBytes.end() ? KnownFunction() : found->second;
+}
+
+void GraphStore::leaveOut(const ContentKey& bytes, KnownFunction::Kind kind)
+{
+    Part& part = partOf(bytes);
+    const std::lock_guard<std::mutex> lock(part._guard);
+    part._byBytes[bytes]._kind = kind;
+}
+
+GccGraph* GraphStore::insert(const ContentKey& bytes, std::unique_ptr<GccGraph> graph)
+{
+    const ContentKey key = graph->key();
+    GccGraph* kept = nullptr;
+    {
+        Part& part = partOf(key);
+        const std::lock_guard<std::mutex> lock(part._guard);
+        std::unique_ptr<GccGraph>& place = part._graphs[key];
+        if (place == nullptr) {
+            place = std::move(graph);
+        }
+        kept = place.get();
+    }
+    Part& part = partOf(bytes);
+    const std::lock_guard<std::mutex> lock(part._guard);
+    part._byBytes[bytes] = {kept->_kind, kept};
+    return kept;
+}
+
+std::mutex& GraphStore::guardOf(const GccGraph& graph)
+{
+    return _parts[reinterpret_cast<uintptr_t>(&graph) / sizeof(GccGraph) % Parts]._guard;
+}
+
+void GraphStore::addCounters(GccGraph& graph, GcdaFile& counters, uint32_t ident)
+{
+    const std::lock_guard<std::mutex> lock(guardOf(graph));
+    counters.addCounters(ident, graph._arcs);
+}
+
+void GraphStore::addHits(GccGraph& graph, const FunctionCopy& copy)
+{
+    const std::lock_guard<std::mutex> lock(guardOf(graph));
+    for (size_t i = 0; i < graph._copy._hits.size(); ++i) {
+        if (__builtin_add_overflow(graph._copy._hits[i], copy._hits[i], &graph._copy._hits[i])) {
+            graph._copy._hits[i] = INT64_MAX;
+        }
+    }
+}
+
+std::vector<FunctionCopy> GraphStore::solve(unsigned int nThreads, ImportLosses& losses)
+{
+    std::vector<std::unique_ptr<GccGraph>> graphs;
+    for (Part& part : _parts) {
+        decltype(part._byBytes)().swap(part._byBytes);
+        for (auto& graph : part._graphs) {
+            graphs.push_back(std::move(graph.second));
+        }
+        decltype(part._graphs)().swap(part._graphs);
+    }
+    SolveJob job(graphs);
+    runParallel(job, job.steps(), nThreads);
+    for (const ImportLosses& part : job.losses()) {
+        losses.add(part);
+    }
+    std::vector<FunctionCopy> copies;
+    copies.reserve(graphs.size());
+    for (std::unique_ptr<GccGraph>& graph : graphs) {
+        copies.push_back(std::move(graph->_copy));
+        graph.reset();
+    }
+    return copies;
+}
