@@ -26,10 +26,10 @@ macro(zem_rooms)
 
     zem_x_above()
     zem_room(qipBase       qip/Base          qipSupport)
-    zem_room(qipDrawing    qip/Drawing       qipBase)
+    zem_room(qipDrawing    qip/Drawing       qipSupport qipBase)
     zem_room(qipMonitors   qip/Monitors      qipSupport qipBase qipDrawing)
     zem_room(qipComponents qip/Components    qipSupport qipBase qipDrawing qipMonitors)
-    zem_room(qipCommon     qip/Common        qipBase qipMonitors)
+    zem_room(qipCommon     qip/Common        qipSupport qipBase qipMonitors)
     zem_room(zemButtons    zem/Buttons       qipSupport qipBase qipDrawing qipMonitors)
     zem_room(zemText       zem/Text)
     zem_room(zemHelp       zem/Help          qipSupport qipBase qipMonitors qipComponents
