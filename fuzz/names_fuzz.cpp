@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Any bytes as symbols, one on each line: the instances of one function. What is stored is never
-// empty, fits into a record, and shows the same name at every level. No symbol's text is longer than
-// it was measured to be.
+// empty, fits into a record, and shows the same name at every level. No symbol's text is longer
+// than it was measured to be.
 #include "fuzz/fuzzTarget.h"
 #include "qip/Support/qipAssert.h"
 #include "tools/common/FunctionName.h"
