@@ -168,11 +168,11 @@ const ReportRow reportRows[] = {
     {"StreamAsTheToolsShowIt", "_ZlsRSoRK1S", "operator<<",
      "operator<<(std::basic_ostream<char> &, const S &)", ""},
     {"LongNameIsToldWhole",
-     "_ZN2ns5parseIN1a1b6ReaderIiNS1_6BufferIcEEEENS1_7HandlerINS1_13EventOfReaderEEEEEbRT_OT0_i",
+     "_ZN2ns5parseIN1a1b6ReaderIiNS1_6BufferIcEEEENS1_7HandlerINS1_17EventOfTheReadersEEEEEbRT_OT0_i",
      "ns::parse<Reader<...>, Handler<...>>",
      "ns::parse<Reader<...>, Handler<...>>(ns::parse<a::b::Reader<int, a::Buffer<char>>, "
-     "a::Handler<a::EventOfReader>> (a::b::Reader<int, a::Buffer<char>> &, "
-     "a::Handler<a::EventOfReader> &&, int))",
+     "a::Handler<a::EventOfTheReaders>> (a::b::Reader<int, a::Buffer<char>> &, "
+     "a::Handler<a::EventOfTheReaders> &&, int))",
      "ns"},
     {"DoubleUnderscoreInArguments", "_ZN2ns1fIoEEvT_", "ns::f<...>",
      "ns::f<...>(ns::f<unsigned __int128> (unsigned __int128))", "ns"},
