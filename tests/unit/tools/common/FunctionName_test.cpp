@@ -168,9 +168,11 @@ const ReportRow reportRows[] = {
     {"StreamAsTheToolsShowIt", "_ZlsRSoRK1S", "operator<<",
      "operator<<(std::basic_ostream<char> &, const S &)", ""},
     {"LongNameIsToldWhole",
-     "_ZN2ns5parseIN1a1b6ReaderIiNS1_6BufferIcEEEENS1_7HandlerINS1_17EventOfTheReadersEEEEEbRT_OT0_i",
-     "ns::parse<Reader<...>, Handler<...>>",
-     "ns::parse<Reader<...>, Handler<...>>(ns::parse<a::b::Reader<int, a::Buffer<char>>, "
+     "_ZN2ns5parseIN1a1b6ReaderIiNS1_6BufferIcEEEENS1_7HandlerINS1_17EventOfTheReadersEEEEEbRT_OT0_"
+     "i",
+     "ns::parse<Reader<int, Buffer<...>>, Handler<...>>",
+     "ns::parse<Reader<int, Buffer<...>>, Handler<...>>(ns::parse<a::b::Reader<int, "
+     "a::Buffer<char>>, "
      "a::Handler<a::EventOfTheReaders>> (a::b::Reader<int, a::Buffer<char>> &, "
      "a::Handler<a::EventOfTheReaders> &&, int))",
      "ns"},

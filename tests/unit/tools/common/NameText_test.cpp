@@ -40,8 +40,7 @@ TEST(NameTextTest, InnermostListsGoFirst)
     const NameText text("a<b<c<d>>, e<f>>::g");
     EXPECT_EQ(text.shortened(19), "a<b<c<d>>, e<f>>::g");
     EXPECT_EQ(text.shortened(18), "a<...>::g");
-    EXPECT_EQ(NameText("abc<defghi<jklmnop<qrstuvw>>>").shortened(28),
-              "abc<defghi<jklmnop<...>>>");
+    EXPECT_EQ(NameText("abc<defghi<jklmnop<qrstuvw>>>").shortened(28), "abc<defghi<jklmnop<...>>>");
     EXPECT_EQ(NameText("abc<defghi<jklmnop<qrstuvw>>>").shortened(17), "abc<defghi<...>>");
 }
 

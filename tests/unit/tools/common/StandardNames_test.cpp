@@ -32,8 +32,7 @@ const StandardRow rows[] = {
     {"WideString",
      "std::__cxx11::basic_string<wchar_t, std::char_traits<wchar_t>, std::allocator<wchar_t> >",
      "std::__cxx11::basic_string<wchar_t>"},
-    {"Map",
-     "std::map<a::K, int, std::less<a::K>, std::allocator<std::pair<a::K const, int> > >",
+    {"Map", "std::map<a::K, int, std::less<a::K>, std::allocator<std::pair<a::K const, int> > >",
      "std::map<a::K, int>"},
     {"HashMap",
      "std::unordered_map<int, b, std::hash<int>, std::equal_to<int>, "
