@@ -25,6 +25,7 @@ struct Function
     std::string _name;
     std::string _types;
     bool _hasTypes = false;
+    bool _isSymbol = false; // no C++ name: shown as it is
 };
 
 bool takeEnd(std::string& text, const char* end)
@@ -59,15 +60,34 @@ std::string decoded(const std::string& symbol)
     return result;
 }
 
-// The bracket that opens the parameter list, whose closing one is the text's last.
+// The bracket that opens the parameter list, whose closing one is the text's last. Parentheses are
+// always in pairs, those of an operator's name, too.
 size_t parametersAtEnd(const std::string& text)
 {
-    const NameText brackets(text);
-    if (text.empty() || text.back() != ')') {
-        return std::string::npos;
+    int depth = 0;
+    for (size_t i = text.size(); i-- > 0;) {
+        depth += text[i] == ')' ? 1 : 0;
+        depth -= text[i] == '(' ? 1 : 0;
+        if (depth == 0) {
+            return text[i] == '(' ? i : std::string::npos;
+        }
     }
-    const size_t bracket = brackets.partner(text.size() - 1);
-    return bracket == NameText::None ? std::string::npos : bracket;
+    return std::string::npos;
+}
+
+// The bracket that closes the one at `bracket`, or the text's end.
+size_t closingBracket(const std::string& text, size_t bracket)
+{
+    int depth = 0;
+    size_t i = bracket;
+    for (; i < text.size(); ++i) {
+        depth += text[i] == '(' ? 1 : 0;
+        depth -= text[i] == ')' ? 1 : 0;
+        if (depth == 0) {
+            break;
+        }
+    }
+    return i;
 }
 
 // The parameter packs of lambdas as types with a qualifier "...", which every decoder knows.
@@ -80,9 +100,11 @@ std::string withPacksQualified(const std::string& symbol, const SymbolScan& scan
     return result;
 }
 
-// Shows the qualifier as decoders do that know packs: "(auto:1)..." of "auto:1 ...".
-void restorePacks(std::string& text)
+// Shows the qualifier as decoders do that know packs: "(auto:1)..." of "auto:1 ...". Returns how
+// many there were.
+size_t restorePacks(std::string& text)
 {
+    size_t count = 0;
     for (size_t at = text.find(" ..."); at != std::string::npos; at = text.find(" ...", at)) {
         const NameText brackets(text);
         size_t start = at;
@@ -95,9 +117,11 @@ void restorePacks(std::string& text)
         if (start < at) {
             text.replace(at, 1, ")");
             text.insert(start, "(");
+            ++count;
         }
         at += 2;
     }
+    return count;
 }
 
 // The symbol's text and where its parts are in it.
@@ -134,11 +158,18 @@ Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
         // The name alone: parameters may refer to the pack, and would not be one any more.
         const std::string usable = withPacksQualified(symbol, scan);
         result._text = decoded(usable.substr(0, scanSymbol(usable)._nameEnd));
-        restorePacks(result._text);
+        if (restorePacks(result._text) != scan._lambdaPacks.size()) {
+            result._text.clear();
+        }
         dropQualifiers(result._text);
         return result;
     }
     result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
+    for (const char* thunk : {"non-virtual thunk to ", "virtual thunk to "}) {
+        if (result._text.compare(0, std::strlen(thunk), thunk) == 0) {
+            result._text.erase(0, std::strlen(thunk)); // its lines are the function's
+        }
+    }
     findName(symbol, scan, result);
     return result;
 }
@@ -147,6 +178,7 @@ Function readFunction(const std::string& symbol, ImportLosses& losses)
 {
     Function function;
     function._name = symbol;
+    function._isSymbol = true;
     if (symbol.compare(0, 2, "_Z") != 0) {
         return function;
     }
@@ -160,13 +192,13 @@ Function readFunction(const std::string& symbol, ImportLosses& losses)
     if (text.empty()) {
         return function;
     }
+    function._isSymbol = false;
     const size_t bracket = found._parameters;
     if (bracket == std::string::npos || bracket == 0) {
         function._name = withStandardNames(text);
-        losses._namesWithoutTypes += scan._lambdaPacks.empty() ? 0 : 1;
         return function;
     }
-    const size_t end = NameText(text).partner(bracket);
+    const size_t end = closingBracket(text, bracket);
     function._name = withStandardNames(text.substr(found._name, bracket - found._name));
     function._types = withStandardNames(text.substr(bracket + 1, end - bracket - 1));
     function._hasTypes = true;
@@ -204,10 +236,15 @@ bool canHaveTypes(const std::string& name)
 }
 
 // The last part of a name without what the class report would be cut at.
-std::string withPlainLastPart(const NameText& name)
+std::string withPlainLastPart(const std::string& name)
 {
-    return name.text().substr(0, name.lastPart()) +
-           withoutQualifiers(name.text().substr(name.lastPart()));
+    const size_t part =
+        name.find_first_of("<(") == std::string::npos && name.find("operator ") == std::string::npos
+            ? name.rfind(':') + 1
+            : NameText(name).lastPart();
+    return name.find(':', part) == std::string::npos
+               ? name
+               : name.substr(0, part) + withoutQualifiers(name.substr(part));
 }
 
 // "S::operator ns::T" keeps its type where that has a code: S::__opQ22ns1T.
@@ -236,7 +273,10 @@ std::string encodedName(const Function& function, const std::string& shown, bool
     if (!canHaveTypes(shown)) {
         return "";
     }
-    std::string stored = isShort ? "" : conversionName(NameText(function._name));
+    std::string stored;
+    if (!isShort && function._name.find("operator ") != std::string::npos) {
+        stored = conversionName(NameText(function._name));
+    }
     stored = (stored.empty() ? shown : stored) + "__F";
     const bool isEncoded =
         isShort ? appendFunctionCode(function._name, function._types, stored, nChanged)
@@ -248,7 +288,8 @@ std::string encodedName(const Function& function, const std::string& shown, bool
 // lists with it are left out of short names, too.
 std::string shortLabel(const std::string& whole)
 {
-    const std::string shown = NameText(whole).shortened(LongestLabel);
+    const std::string shown =
+        whole.size() > LongestLabel ? NameText(whole).shortened(LongestLabel) : whole;
     if (shown.find("__") == std::string::npos) {
         return shown;
     }
@@ -260,16 +301,20 @@ std::string storedForm(const Function& function, const NameStyle& style, ImportL
 {
     bool isRenamed = false;
     std::string stored;
-    if (function._hasTypes) {
-        const std::string whole = withPlainLastPart(NameText(function._name));
+    if (function._isSymbol) {
+        stored = plainName(function._name, isRenamed);
+    } else {
+        const std::string whole = withPlainLastPart(function._name);
         const std::string shown = style._isFull ? whole : shortLabel(whole);
         size_t nChanged = 0;
-        stored = encodedName(function, shown, shown != whole, nChanged);
-        losses._namesWithoutTypes += stored.empty() ? 1 : 0;
-        stored = stored.empty() ? plainName(shown, isRenamed) : stored;
+        if (function._hasTypes) {
+            stored = encodedName(function, shown, shown != whole, nChanged);
+        }
+        if (stored.empty()) {
+            stored = plainName(shown, isRenamed);
+            ++losses._namesWithoutTypes;
+        }
         isRenamed = isRenamed || whole != function._name || nChanged > 0;
-    } else {
-        stored = plainName(function._name, isRenamed);
     }
     if (stored.size() > RecordPayload::LongestText) {
         stored.resize(RecordPayload::LongestText);
@@ -392,8 +437,10 @@ std::string storedFunctionName(const std::vector<std::string>& symbols, const Na
     if (instances.size() > 1) {
         function._name = sharedName(instances);
         function._types = sharedTypes(instances);
-        function._hasTypes = std::all_of(instances.begin(), instances.end(),
-                                         [](const Function& one) { return one._hasTypes; });
+        for (const Function& one : instances) {
+            function._hasTypes = function._hasTypes && one._hasTypes;
+            function._isSymbol = function._isSymbol && one._isSymbol;
+        }
     }
     return storedForm(function, style, losses);
 }

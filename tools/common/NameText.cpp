@@ -2,7 +2,6 @@
 #include "tools/common/NameText.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <utility>
 
@@ -27,8 +26,15 @@ const char anonymous[] = "(anonymous namespace)";
 
 bool isWordCharacter(char c)
 {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$' ||
-           (static_cast<unsigned char>(c) & 0x80) != 0;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '$' || (static_cast<unsigned char>(c) & 0x80) != 0;
+}
+
+// A character that starts neither a bracket nor an operator: most of a name.
+bool isPlain(char c)
+{
+    return (c >= 'a' && c <= 'z' && c != 'o') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           c == '_' || c == ' ';
 }
 
 bool startsAt(const std::string& text, size_t at, const char* word)
@@ -97,13 +103,16 @@ void NameText::matchBrackets()
         }
     };
     for (size_t i = 0; i < _text.size(); ++i) {
+        const char c = _text[i];
+        if (isPlain(c)) {
+            continue;
+        }
         const size_t past = pastOperator(_text, i);
         if (past != i) {
             pastSign = past;
             i = past - 1;
             continue;
         }
-        const char c = _text[i];
         if (c == '(' || c == '[' || c == '{' ||
             (c == '<' && i > 0 && (isWordCharacter(_text[i - 1]) || i == pastSign))) {
             open.push_back({i, 0});
@@ -136,6 +145,9 @@ void NameText::findParts()
 {
     bool isConversion = false;
     for (size_t i = 0; i < _text.size(); ++i) {
+        if (isPlain(_text[i])) {
+            continue;
+        }
         const size_t past = pastOperator(_text, i);
         if (past != i) {
             const auto isNext = [&](const char* word) {
@@ -288,7 +300,8 @@ std::string withoutQualifiers(const std::string& text, int depth)
             continue;
         }
         inside += std::strchr("<({[", text[i]) != nullptr ? 1 : 0;
-        inside -= std::strchr(")}]", text[i]) != nullptr || (text[i] == '>' && text[i - 1] != '-');
+        inside -= std::strchr(")}]", text[i]) != nullptr ||
+                  (text[i] == '>' && i > 0 && text[i - 1] != '-');
         const bool isPair = text.compare(i, 2, "::") == 0;
         if (isPair && inside > depth) {
             dropPart(result);
@@ -329,6 +342,10 @@ std::string withFewerParts(const std::string& text, size_t mostParts)
 std::vector<std::string> splitList(const std::string& types)
 {
     std::vector<std::string> result;
+    if (types.find(',') == std::string::npos && types.find_first_not_of(' ') == 0 &&
+        types.back() != ' ') {
+        return {types};
+    }
     const NameText text(types);
     size_t start = 0;
     for (size_t i = 0; i <= types.size(); ++i) {

@@ -3,7 +3,6 @@
 
 #include "tools/common/NameText.h"
 
-#include <cctype>
 #include <cstring>
 #include <vector>
 
@@ -71,7 +70,8 @@ const char* const namespaces[] = {"std::__cxx11::", "std::chrono::", "std::"};
 
 bool isNameCharacter(char c)
 {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == ':';
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == ':';
 }
 
 // Copies text and remembers the open brackets of the copy, and where the arguments of each list
@@ -219,19 +219,19 @@ std::string Writer::write(const std::string& text)
     _text.reserve(text.size());
     size_t pastSign = 0;
     for (size_t i = 0; i < text.size(); ++i) {
-        size_t past = pastOperator(text, i);
+        const char c = text[i];
+        size_t past = c == 'o' ? pastOperator(text, i) : i;
         if (past != i) {
             _text.append(text, i, past - i);
             i = past - 1;
             pastSign = past;
             continue;
         }
-        past = text[i] == 's' ? pastStream(text, i) : i;
+        past = c == 's' ? pastStream(text, i) : i;
         if (past != i) {
             i = past - 1;
             continue;
         }
-        const char c = text[i];
         if (c == '[' && text.compare(i, 5, "[abi:") == 0 && text.find(']', i) < text.size()) {
             i = text.find(']', i);
         } else if (c == '(' || c == '[' || c == '{') {
@@ -247,7 +247,8 @@ std::string Writer::write(const std::string& text)
             closeList();
         } else {
             _text += c;
-            if (c == ' ' && text[i - 1] == ',' && !_open.empty() && _open.back()._bracket == '<') {
+            if (c == ' ' && i > 0 && text[i - 1] == ',' && !_open.empty() &&
+                _open.back()._bracket == '<') {
                 _open.back()._arguments.push_back(_text.size());
             }
         }
@@ -259,5 +260,7 @@ std::string Writer::write(const std::string& text)
 
 std::string withStandardNames(const std::string& text)
 {
-    return Writer().write(text);
+    const bool isPlain =
+        text.find_first_of("<[") == std::string::npos && text.find("std::") == std::string::npos;
+    return isPlain ? text : Writer().write(text);
 }
