@@ -6,7 +6,6 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <vector>
 
 namespace Demangle {
 
@@ -34,10 +33,9 @@ struct BaseType
     const char* text;
 };
 
-constexpr BaseType basetable[] = {{'v', "void"},  {'x', "long long"}, {'l', "long"},
-                                  {'i', "int"},   {'s', "short"},     {'c', "char"},
-                                  {'r', "long double"}, {'d', "double"}, {'f', "float"},
-                                  {'e', "..."}};
+constexpr BaseType basetable[] = {
+    {'v', "void"}, {'x', "long long"},   {'l', "long"},   {'i', "int"},   {'s', "short"},
+    {'c', "char"}, {'r', "long double"}, {'d', "double"}, {'f', "float"}, {'e', "..."}};
 
 constexpr size_t LongestSlack = 64 * 1024; // of a readable name, in characters
 constexpr size_t LongestFactor = 64;       // times the encoded one's length
@@ -65,12 +63,11 @@ void join(string& front, const char* back, size_t length)
     string_appendn(front, back, length);
 }
 
-// Puts a blank behind a text that is not empty, for what follows.
-void separate(string& text)
+// The start of the last mark; a zero ends the one before.
+const char* lastMark(const string& marks)
 {
-    if (!string_empty(text)) {
-        string_append(text, " ");
-    }
+    const void* zero = memrchr(marks.b, '\0', string_length(marks));
+    return zero == nullptr ? marks.b : static_cast<const char*>(zero) + 1;
 }
 
 bool isCode(const Cursor& code, const char* text)
@@ -115,11 +112,11 @@ size_t Decoder::mostWork() const
     return WorkSlack + WorkFactor * static_cast<size_t>(_end - _begin);
 }
 
-// Whether the name may go on after `text` was made. Counts it.
-bool Decoder::fits(const string& text)
+// Whether the name may go on after a text of `length` characters was made. Counts it.
+bool Decoder::fits(size_t length)
 {
-    _work += string_length(text) / CharactersOfAStep;
-    return string_length(text) <= _longest && _work <= mostWork();
+    _work += length / CharactersOfAStep;
+    return length <= _longest && _work <= mostWork();
 }
 
 bool Decoder::decode(string& name)
@@ -189,7 +186,7 @@ bool Decoder::decodeMember(Cursor& in, Kind kind, const Cursor& prefix, string& 
         string_prependn(name, prefix.at, prefix.left());
         return decodeParameters(in, false, name);
     }
-    string plain;
+    Cursor plain = in;
     string whole;
     bool isConst = false;
     if (in.take('t')) {
@@ -198,43 +195,45 @@ bool Decoder::decodeMember(Cursor& in, Kind kind, const Cursor& prefix, string& 
         }
     } else {
         isConst = in.take('C');
-        if (!do_class_name(in, plain)) {
+        if (!takeClassName(in, plain)) {
             return false;
         }
-        string_appends(whole, plain);
-    }
-    if (kind != Ordinary) {
-        string_clear(name);
-        string_append(name, kind == Destructor ? "~" : "");
-        string_appends(name, plain);
+        string_appendn(whole, plain.at, plain.left());
     }
     string_append(whole, "::");
-    string_prependn(name, whole.b, string_length(whole));
+    if (kind == Ordinary) {
+        string_appends(whole, name);
+    } else {
+        string_append(whole, kind == Destructor ? "~" : "");
+        string_appendn(whole, plain.at, plain.left());
+    }
+    string_swap(name, whole);
     in.take('F');
     return decodeParameters(in, isConst, name);
 }
 
 // "4List1Zi" gives the plain name "List" and the whole one "List<int>".
-bool Decoder::decodeTemplate(Cursor& in, string& plainName, string& whole)
+bool Decoder::decodeTemplate(Cursor& in, Cursor& plainName, string& whole)
 {
     size_t count = 0;
-    if (!do_class_name(in, plainName) || !in.takeCount(count)) {
+    if (!takeClassName(in, plainName) || !in.takeCount(count)) {
         return error("a template without a name or a number of arguments");
     }
-    string_appends(whole, plainName);
+    string_appendn(whole, plainName.at, plainName.left());
     string_append(whole, "<");
     for (size_t i = 0; i < count; ++i) {
-        const bool isType = in.take('Z');
-        string argument;
-        if (!do_type(in, nullptr, Qualifiers(), string(), argument, 0)) {
-            return false;
-        }
-        // Of a value only the value is shown.
-        if (!isType && !decodeValue(in, argument)) {
-            return false;
-        }
         string_append(whole, i > 0 ? ", " : "");
-        string_appends(whole, argument);
+        const size_t start = string_length(whole);
+        const bool isType = in.take('Z');
+        if (!do_type(in, nullptr, Qualifiers(), string(), whole, 0)) {
+            return false;
+        }
+        if (!isType) {
+            string_chop(whole, start); // of a value only the value is shown
+            if (!decodeValue(in, whole)) {
+                return false;
+            }
+        }
         if (string_length(whole) > _longest) {
             return error("too long");
         }
@@ -267,7 +266,6 @@ bool Decoder::decodeValue(Cursor& in, string& text)
         }
         return error("no value");
     }
-    string_clear(text);
     string_appendn(text, start, static_cast<size_t>(in.at - start));
     return true;
 }
@@ -276,11 +274,9 @@ bool Decoder::decodeValue(Cursor& in, string& text)
 bool Decoder::decodeParameters(Cursor& in, bool isConst, string& name)
 {
     const size_t length = string_length(name);
-    string list;
-    if (!do_args(in, list, 0)) {
+    if (!do_args(in, name, 0)) {
         return false;
     }
-    string_appends(name, list);
     string_append(name, isConst ? " const" : "");
     if (string_length(name) > _longest) {
         return error("too long");
@@ -291,7 +287,7 @@ bool Decoder::decodeParameters(Cursor& in, bool isConst, string& name)
     return true;
 }
 
-// Decodes parameters up to '_', which stays, 'v', 'e' or the end.
+// Appends parameters up to '_', which stays, 'v', 'e' or the end.
 bool Decoder::do_args(Cursor& in, string& text, int depth)
 {
     TypeVec types;
@@ -311,12 +307,12 @@ bool Decoder::do_args(Cursor& in, string& text, int depth)
     return true;
 }
 
-// Decodes one parameter behind `text` and remembers its type.
+// Appends one parameter and remembers its type.
 bool Decoder::do_arg(Cursor& in, TypeVec& types, string& text, int depth)
 {
     Cursor encoded = in;
-    string type;
-    if (!do_type(in, &types, Qualifiers(), string(), type, depth)) {
+    string_append(text, types.ntypes() == 0 ? "" : ", ");
+    if (!do_type(in, &types, Qualifiers(), string(), text, depth)) {
         return false;
     }
     encoded.end = in.at;
@@ -324,8 +320,6 @@ bool Decoder::do_arg(Cursor& in, TypeVec& types, string& text, int depth)
     if (*encoded.at == 'T') {
         encoded = types.type(static_cast<size_t>(encoded.at[1] - '0'));
     }
-    string_append(text, types.ntypes() == 0 ? "" : ", ");
-    string_appends(text, type);
     types.remember(encoded);
     return string_length(text) <= _longest || error("too long");
 }
@@ -363,7 +357,7 @@ bool Decoder::takeQualifier(Cursor& in, Qualifiers& qualifiers)
     return true;
 }
 
-// Decodes one type. Its modifiers come first and its base last. `types` is the list that T refers
+// Appends one type. Its modifiers come first and its base last. `types` is the list that T refers
 // to, or null.
 bool Decoder::do_type(Cursor& in, const TypeVec* types, const Qualifiers& qualifiers,
                       const string& declarator, string& text, int depth)
@@ -382,29 +376,25 @@ bool Decoder::do_type(Cursor& in, const TypeVec* types, const Qualifiers& qualif
     if (in.take('T')) {
         return do_remembered_type(in, types, modified, text, depth);
     }
-    string base;
-    const bool good = in.take('U')   ? do_integer(in, "unsigned ", modified.qualifiers, base)
-                      : in.take('S') ? do_integer(in, "signed ", modified.qualifiers, base)
-                                     : do_base(in, base);
-    if (!good) {
+    const char* sign = in.take('U') ? "unsigned " : in.take('S') ? "signed " : nullptr;
+    while (sign != nullptr && takeQualifier(in, modified.qualifiers)) {
+    }
+    const size_t start = string_length(text);
+    modified.qualifiers.appendTo(text);
+    string_append(text, modified.qualifiers.isEmpty() ? "" : " ");
+    if (!(sign == nullptr ? do_base(in, text) : do_integer(in, sign, text))) {
         return false;
     }
-    modified.qualifiers.appendTo(text);
-    separate(text);
-    string_appends(text, base);
-    if (!string_empty(modified.text)) {
-        separate(text);
-        string_appends(text, modified.text);
-    }
-    return fits(text);
+    string_append(text, string_empty(modified.text) ? "" : " ");
+    string_appends(text, modified.text);
+    return fits(string_length(text) - start);
 }
 
 // Decodes P, R, M, C and V. What they make of the declarator is put together from behind: the first
 // mark stands next to `inner`, what was there before.
 bool Decoder::do_modifiers(Cursor& in, const string& inner, Declarator& declarator)
 {
-    string marks;              // one behind the other, as they come
-    std::vector<size_t> ends; // where each of them ends
+    string& marks = declarator.text; // as they come, each with a zero behind it
     for (;;) {
         if (takeQualifier(in, declarator.qualifiers)) {
             continue;
@@ -424,14 +414,22 @@ bool Decoder::do_modifiers(Cursor& in, const string& inner, Declarator& declarat
         ++_work;
         declarator.qualifiers.appendTo(marks);
         declarator.qualifiers = Qualifiers();
-        ends.push_back(string_length(marks));
+        string_appendn(marks, "", 1);
     }
-    for (size_t i = ends.size(); i > 0; --i) {
-        const size_t start = i == 1 ? 0 : ends[i - 2];
-        join(declarator.text, marks.b + start, ends[i - 1] - start);
+    if (!string_empty(marks) || !string_empty(inner)) {
+        string whole;
+        string_need(whole, string_length(marks) + string_length(inner));
+        while (!string_empty(marks)) {
+            string_chop(marks, string_length(marks) - 1);
+            const char* start = lastMark(marks);
+            const auto length = static_cast<size_t>(marks.p - start);
+            join(whole, start, length);
+            string_chop(marks, string_length(marks) - length);
+        }
+        join(whole, inner.b, string_length(inner));
+        string_swap(marks, whole);
     }
-    join(declarator.text, inner.b, string_length(inner));
-    return fits(declarator.text);
+    return fits(string_length(declarator.text));
 }
 
 // Parameters, '_' and the type returned, whose declarator is this function's.
@@ -467,10 +465,8 @@ bool Decoder::do_remembered_type(Cursor& in, const TypeVec* types, const Declara
     return do_type(again, types, declarator.qualifiers, declarator.text, text, depth + 1);
 }
 
-bool Decoder::do_integer(Cursor& in, const char* sign, Qualifiers& qualifiers, string& text)
+bool Decoder::do_integer(Cursor& in, const char* sign, string& text)
 {
-    while (takeQualifier(in, qualifiers)) {
-    }
     if (in.atEnd() || std::strchr("csilx", in.peek()) == nullptr) {
         return error("no integer type");
     }
@@ -495,15 +491,25 @@ bool Decoder::do_base(Cursor& in, string& text)
     return error("an unknown type");
 }
 
-// Appends the characters of a length and that many characters, as they stand.
-bool Decoder::do_class_name(Cursor& in, string& name)
+// A length and that many characters, as they stand.
+bool Decoder::takeClassName(Cursor& in, Cursor& name)
 {
     size_t length = 0;
     if (!in.takeCount(length) || length == 0 || length > in.left()) {
         return error("no class name");
     }
-    string_appendn(name, in.at, length);
+    name = {in.at, in.at + length};
     in.at += length;
+    return true;
+}
+
+bool Decoder::do_class_name(Cursor& in, string& text)
+{
+    Cursor name = in;
+    if (!takeClassName(in, name)) {
+        return false;
+    }
+    string_appendn(text, name.at, name.left());
     return true;
 }
 

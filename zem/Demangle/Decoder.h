@@ -25,7 +25,7 @@ public:
     Decoder& operator=(const Decoder&) = delete;
 
     // Decodes the name into `name`, which is empty; false when it is no encoded name, or too long
-    // or too much work. May throw std::bad_alloc.
+    // or too much work.
     bool decode(string& name);
 
     // What was done, in types, modifiers and stretches of text, and the most that is done before a
@@ -59,7 +59,7 @@ private:
     bool decodeSpecial(Cursor& in, const char* mark, string& name);
     bool munge_function_name(Cursor code, string& name);
     bool decodeMember(Cursor& in, Kind kind, const Cursor& prefix, string& name);
-    bool decodeTemplate(Cursor& in, string& plainName, string& whole);
+    bool decodeTemplate(Cursor& in, Cursor& plainName, string& whole);
     bool decodeValue(Cursor& in, string& text);
     bool decodeParameters(Cursor& in, bool isConst, string& name);
 
@@ -72,13 +72,14 @@ private:
     bool do_function_type(Cursor& in, const Declarator& declarator, string& text, int depth);
     bool do_remembered_type(Cursor& in, const TypeVec* types, const Declarator& declarator,
                             string& text, int depth);
-    bool do_integer(Cursor& in, const char* sign, Qualifiers& qualifiers, string& text);
+    bool do_integer(Cursor& in, const char* sign, string& text);
     bool do_base(Cursor& in, string& text);
-    bool do_class_name(Cursor& in, string& name);
-    bool do_qualified_name(Cursor& in, string& name);
+    bool do_class_name(Cursor& in, string& text);
+    bool do_qualified_name(Cursor& in, string& text);
+    static bool takeClassName(Cursor& in, Cursor& name);
 
     bool takeQualifier(Cursor& in, Qualifiers& qualifiers);
-    bool fits(const string& text);
+    bool fits(size_t length);
 
     const char* _begin;
     const char* _end;

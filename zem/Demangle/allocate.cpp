@@ -9,7 +9,8 @@ namespace {
 void* orEnd(void* block)
 {
     if (block == nullptr) {
-        Demangle::outOfMemory();
+        std::fprintf(stderr, "Unable to allocate memory.\n");
+        std::exit(1);
     }
     return block;
 }
@@ -24,10 +25,4 @@ void* Demangle::dmalloc(size_t size)
 void* Demangle::drealloc(void* block, size_t size)
 {
     return orEnd(std::realloc(block, size));
-}
-
-void Demangle::outOfMemory()
-{
-    std::fprintf(stderr, "Unable to allocate memory.\n");
-    std::exit(1);
 }

@@ -12,7 +12,4 @@ namespace Demangle {
 void* dmalloc(size_t size);
 void* drealloc(void* block, size_t size);
 
-// Ends the program as above, for memory that comes from elsewhere.
-[[noreturn]] void outOfMemory();
-
 } // namespace Demangle

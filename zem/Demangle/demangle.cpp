@@ -2,11 +2,9 @@
 #include "zem/Demangle/demangle.h"
 
 #include "zem/Demangle/Decoder.h"
-#include "zem/Demangle/allocate.h"
 #include "zem/Demangle/growString.h"
 
 #include <algorithm>
-#include <new>
 
 // Set by nobody here: marks decoded names for a caller that mixes them with others.
 int indicate_cplusplus = 0;
@@ -19,12 +17,8 @@ char* demangle_name(const char* encoded, int mode)
     }
     mode = std::clamp(mode, -1, 1);
     string name;
-    try {
-        if (!Decoder(encoded, mode).decode(name)) {
-            return nullptr;
-        }
-    } catch (const std::bad_alloc&) {
-        outOfMemory();
+    if (!Decoder(encoded, mode).decode(name)) {
+        return nullptr;
     }
     if (mode == -1 && indicate_cplusplus != 0) {
         string_append(name, " (C++)");

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace Demangle {
 
@@ -98,6 +99,13 @@ void string_prependn(string& s, const char* text, size_t n)
         std::memcpy(s.b, text, n);
         s.p += n;
     }
+}
+
+void string_swap(string& s, string& other)
+{
+    std::swap(s.b, other.b);
+    std::swap(s.p, other.p);
+    std::swap(s.e, other.e);
 }
 
 void string_chop(string& s, size_t n)

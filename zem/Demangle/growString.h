@@ -40,6 +40,9 @@ void string_appendn(string& s, const char* text, size_t n);
 void string_prepend(string& s, const char* text);
 void string_prependn(string& s, const char* text, size_t n);
 
+// Exchanges text and buffer.
+void string_swap(string& s, string& other);
+
 // Keeps the first `n` characters, or all when there are fewer.
 void string_chop(string& s, size_t n);
 

@@ -53,7 +53,8 @@ const Hostile hostileNames[] = {
     {"QualifiersOfAnInteger", "f__FU" + repeated("V", 16000) + "i" + repeated("N91", 5600)},
     {"Pointers", "f__F" + repeated("P", 16000) + "i" + repeated("N91", 5600)},
     {"LongName", "f__F16000" + repeated("x", 16000) + repeated("N91", 5600)},
-    {"Functions", "f__F" + repeated("PF", 500) + "i" + repeated("_v", 500) + repeated("N91", 10000)},
+    {"Functions",
+     "f__F" + repeated("PF", 500) + "i" + repeated("_v", 500) + repeated("N91", 10000)},
     {"BackReferences", "f__FP" + repeated("C", 10000) + "i" + repeated("T1", 10000)},
 };
 

@@ -7,6 +7,12 @@
 #include <cstdint>
 #include <string>
 
+// AddressSanitizer ends a program that asks for too much memory; here that is the question.
+extern "C" const char* __asan_default_options()
+{
+    return "allocator_may_return_null=1";
+}
+
 namespace {
 
 std::string text(const Demangle::string& s)
@@ -55,6 +61,17 @@ TEST(GrowStringTest, GrowsAtBothEnds)
     EXPECT_EQ(text(s), std::string(100, '.') + "abcdef");
 }
 
+TEST(GrowStringTest, ExchangesTexts)
+{
+    Demangle::string s;
+    string_append(s, "text");
+    Demangle::string other;
+    string_swap(s, other);
+    EXPECT_EQ(text(other), "text");
+    EXPECT_EQ(s.b, nullptr);
+    EXPECT_TRUE(string_empty(s));
+}
+
 TEST(GrowStringTest, NothingAppendedTakesNoBuffer)
 {
     Demangle::string s;
@@ -81,7 +98,10 @@ TEST(GrowStringTest, IsChoppedClearedAndDeleted)
 
 TEST(AllocateDeathTest, WithoutMemoryTheProgramEnds)
 {
-    EXPECT_EXIT(Demangle::outOfMemory(), testing::ExitedWithCode(1),
+    constexpr size_t TooMuch = SIZE_MAX / 2;
+    EXPECT_EXIT(Demangle::dmalloc(TooMuch), testing::ExitedWithCode(1),
+                "Unable to allocate memory.");
+    EXPECT_EXIT(Demangle::drealloc(nullptr, TooMuch), testing::ExitedWithCode(1),
                 "Unable to allocate memory.");
 }
 
