@@ -2,7 +2,6 @@
 //
 // zem-report: the viewer's report as text, through the same repository, rows and sort, without X.
 #include "qip/Support/cmdln.h"
-#include "qip/Support/qipVLRecFile.h"
 #include "zem/Options/RptCommandLine.h"
 #include "zem/Options/RptOptions.h"
 #include "zem/Repository/ZEMRepository.h"
@@ -44,8 +43,6 @@ public:
     void print();
 
 private:
-    ZEMRptTable makeTable() const;
-
     RptInfo _info;
     int _level = 1;
     ZEMRepository _repository;
@@ -55,30 +52,15 @@ bool Report::merge(const char* log)
 {
     const int result = _repository.processFile(log);
     if (result < 0) {
-        std::cerr << " *** RptArea::report: Error processing " << log << ": "
-                  << qipVLRecFile::error(result) << std::endl;
+        std::cerr << RptText::loadError(log, result) << std::endl;
     }
     return result >= 0;
-}
-
-ZEMRptTable Report::makeTable() const
-{
-    switch (_info._type) {
-    case RptByDirectory:
-        return _repository.viewByDirectory();
-    case RptByFunction:
-        return _repository.viewByFunction(_level);
-    case RptByClass:
-        return _repository.viewByClass();
-    default:
-        return _repository.viewByFile();
-    }
 }
 
 // One row a line, its fields separated by tabs; on a terminal the labels are padded to one length.
 void Report::print()
 {
-    ZEMRptTable table = makeTable();
+    ZEMRptTable table = _repository.view(_info._type, _level);
     table.sort(_info.sortKeys());
     const int width = isatty(STDOUT_FILENO) ? table.longestLabel() : 0;
     std::printf("%-*s\tcovered\tuncovered\tper cent\thits\n", width,

@@ -256,3 +256,17 @@ ZEMRptTable ZEMRepository::viewByClass() const
 {
     return Rows(*this).byClass();
 }
+
+ZEMRptTable ZEMRepository::view(RptType type, int manglingLevel) const
+{
+    switch (type) {
+    case RptByDirectory:
+        return viewByDirectory();
+    case RptByFunction:
+        return viewByFunction(manglingLevel);
+    case RptByClass:
+        return viewByClass();
+    default:
+        return viewByFile();
+    }
+}

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Rows/RptText.h"
 
+#include "qip/Support/qipVLRecFile.h"
+
 #include <algorithm>
 #include <cstdio>
 
@@ -34,6 +36,12 @@ std::string RptText::header(RptType type, const char* keys)
     text += ", Sort keys: ";
     text += keys == nullptr ? "" : keys;
     return text;
+}
+
+std::string RptText::loadError(const char* logfile, int code)
+{
+    return std::string(" *** RptArea::report: Error processing ") + logfile + ": " +
+           qipVLRecFile::error(code);
 }
 
 const char* RptText::typeWord(RptType type)

@@ -27,6 +27,9 @@ public:
     // "Report: by file, Sort keys: dF". Null keys are shown as no keys.
     static std::string header(RptType type, const char* keys);
 
+    // " *** RptArea::report: Error processing run.log: file corrupt"; `code` as of qipVLRecFile.
+    static std::string loadError(const char* logfile, int code);
+
     // "directory", "file", "function" or "class"; "file" for any other number.
     static const char* typeWord(RptType type);
 };

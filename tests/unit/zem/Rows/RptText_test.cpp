@@ -92,4 +92,10 @@ TEST(RptTextTest, HeaderTakesKeysOfAnyLength)
     EXPECT_EQ(RptText::header(RptByFile, keys.c_str()), "Report: by file, Sort keys: " + keys);
 }
 
+TEST(RptTextTest, ALogThatFailsIsNamedWithTheReason)
+{
+    EXPECT_EQ(RptText::loadError("a b.log", -9),
+              " *** RptArea::report: Error processing a b.log: file corrupt");
+}
+
 } // namespace
