@@ -10,7 +10,11 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     SourceFilter filter;
     filter.keepSystem();
-    GccUnit unit(filter);
+    SourceTable sources(filter);
+    GraphStore store;
+    GccUnit unit(sources, store);
     (void)unit.readBlocks(std::string(reinterpret_cast<const char*>(data), size), nullptr);
+    ImportLosses losses;
+    (void)store.solve(1, losses);
     return 0;
 }

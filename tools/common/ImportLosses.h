@@ -35,10 +35,14 @@ struct ImportLosses
     uint64_t _unitsAsLines = 0; // taken as lines from gcov
     uint64_t _countersWithoutUnit = 0;
     uint64_t _failedUnits = 0;
-    uint64_t _mostRuns = 0; // the greatest number of runs that one unit's counters add up
+    uint64_t _unreadFolders = 0; // folders of the build or the run
+    uint64_t _mostRuns = 0;      // the greatest number of runs that one unit's counters add up
 
     // Adds the counts of `other`; of `_mostRuns` the greater stays.
     void add(const ImportLosses& other);
+
+    // Whether something that belongs to the build is missing, so that the import is not whole.
+    bool isIncomplete() const { return _failedUnits != 0 || _unreadFolders != 0; }
 
     // One line for each kind that occurred.
     void write(std::ostream& out) const;

@@ -42,6 +42,15 @@ bool endsWith(const std::string& text, const char* end)
     return text.size() >= length && text.compare(text.size() - length, length, end) == 0;
 }
 
+bool takeEnd(std::string& text, const char* end)
+{
+    if (!endsWith(text, end)) {
+        return false;
+    }
+    text.resize(text.size() - std::strlen(end));
+    return true;
+}
+
 // A bracket that waits for its partner, and how deep the lists inside are.
 struct OpenBracket
 {
@@ -267,19 +276,26 @@ void dropPart(std::string& text)
 
 } // namespace
 
-std::string withoutQualifiers(const std::string& text)
+std::string withoutQualifiers(const std::string& text, size_t nKept)
 {
     std::string result;
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] != ':') {
             result += text[i];
-        } else if (i + 1 < text.size() && text[i + 1] == ':') {
-            dropPart(result);
+        } else if (text.compare(i, 2, "::") == 0) {
             ++i;
-        } else if (endsWith(result, "auto")) {
-            while (i + 1 < text.size() && std::isdigit(static_cast<unsigned char>(text[i + 1]))) {
-                ++i; // "auto:1", a parameter of a lambda
+            if (nKept > 0) {
+                --nKept;
+                result += "::";
+                continue;
             }
+            dropPart(result);
+            while (takeEnd(result, "::")) {
+                dropPart(result); // the same name's, kept before
+            }
+        } else if (endsWith(result, "auto")) {
+            // "auto:1", a parameter of a lambda
+            i = std::min(text.find_first_not_of("0123456789", i + 1), text.size()) - 1;
         } else {
             result += '.';
         }

@@ -55,8 +55,9 @@ private:
     size_t _conversionType = None;
 };
 
-// `text` without the namespaces and classes in front of each name, and without any other ':'.
-std::string withoutQualifiers(const std::string& text);
+// `text` without the namespaces and classes in front of each name, and without any other ':'. The
+// first `nKept` "::" stay.
+std::string withoutQualifiers(const std::string& text, size_t nKept = 0);
 
 // The parts of a list of types between its commas, without blanks around them; none of an empty
 // list.

@@ -87,6 +87,7 @@ private:
     };
 
     size_t pastOperator(const std::string& text, size_t at);
+    size_t pastStream(const std::string& text, size_t at);
     void close(char bracket);
     void closeList();
     size_t nameStart(size_t bracket) const;
@@ -126,6 +127,23 @@ size_t Writer::pastOperator(const std::string& text, size_t at)
     }
     _text.append(text, at, end - at);
     return end;
+}
+
+// The library's decoder has short names for streams of its own, c++filt has not.
+size_t Writer::pastStream(const std::string& text, size_t at)
+{
+    if (text.compare(at, 5, "std::") != 0 || (at > 0 && isNameCharacter(text[at - 1]))) {
+        return at;
+    }
+    for (const char* name : {"istream", "ostream", "iostream"}) {
+        const size_t end = at + 5 + std::strlen(name);
+        if (text.compare(at + 5, std::strlen(name), name) == 0 &&
+            (end >= text.size() || text[end] == ':' || !isNameCharacter(text[end]))) {
+            _text += std::string("std::basic_") + name + "<char>";
+            return end;
+        }
+    }
+    return at;
 }
 
 size_t Writer::nameStart(size_t bracket) const
@@ -192,7 +210,7 @@ void Writer::closeList()
     Open open;
     open._arguments.swap(_open.back()._arguments);
     _open.pop_back();
-    if (_text.back() == ' ' && _text.size() > 1 && _text[_text.size() - 2] == '>') {
+    if (_text.back() == ' ') {
         _text.pop_back();
     }
     const size_t bracket = open._arguments.front() - 1;
@@ -229,10 +247,15 @@ std::string Writer::write(const std::string& text)
     _text.reserve(text.size());
     size_t pastSign = 0;
     for (size_t i = 0; i < text.size(); ++i) {
-        const size_t past = pastOperator(text, i);
+        size_t past = pastOperator(text, i);
         if (past != i) {
             i = past - 1;
             pastSign = past;
+            continue;
+        }
+        past = text[i] == 's' ? pastStream(text, i) : i;
+        if (past != i) {
+            i = past - 1;
             continue;
         }
         const char c = text[i];

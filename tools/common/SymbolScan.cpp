@@ -111,6 +111,7 @@ private:
     bool qualifiers(Length& length);
     bool expression(Length& length);
     bool operatorExpression(Length& length);
+    bool scopedName(Length& length);
     bool expressionList(Length& length, char end);
     bool newExpression(Length& length);
     bool primary(Length& length);
@@ -949,7 +950,7 @@ bool Scanner::operatorExpression(Length& length)
     length.add(WordLength);
     (void)take("gs");
     if (take("sr")) {
-        return type(length) && unresolvedName(length);
+        return scopedName(length);
     }
     if (take("cl")) {
         return expression(length) && expressionList(length, 'E');
@@ -1005,6 +1006,29 @@ bool Scanner::operatorExpression(Length& length)
         return true;
     }
     return false;
+}
+
+// A type and a name in it; or names one in another, an 'E' behind those that are not the last.
+bool Scanner::scopedName(Length& length)
+{
+    if (!type(length)) {
+        return false;
+    }
+    const size_t at = _at;
+    if (!take('E') && !unresolvedName(length)) {
+        return false;
+    }
+    while (isDigit(peek())) {
+        if (!unresolvedName(length)) {
+            return false;
+        }
+    }
+    // This 'E' closes the scopes only where another name follows.
+    if (_text[at] != 'E' && peek() == 'E' && isDigit(peek(1))) {
+        ++_at;
+        return unresolvedName(length);
+    }
+    return true;
 }
 
 bool Scanner::expressionList(Length& length, char end)

@@ -10,7 +10,7 @@ namespace {
 
 // Deeper function types are written as they stand; the source's nesting drives the recursion.
 constexpr int DeepestNesting = 32;
-constexpr int MostParts = 9;
+constexpr size_t MostParts = 9;
 
 struct BaseType
 {
@@ -25,6 +25,11 @@ const BaseType baseTypes[] = {
     {"char", "c"},          {"signed char", "Sc"},   {"unsigned char", "Uc"},
     {"long double", "r"},   {"double", "d"},         {"float", "f"},
 };
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 std::string trimmed(const std::string& text)
 {
@@ -142,12 +147,13 @@ bool TypeEncoder::piece(const std::string& text, std::string& codes)
         name = withoutSingleColons(name);
         ++_nChanged;
     }
-    if (partsOf(name) > MostParts || name.compare(0, 2, "::") == 0 || endsWith(name, "::")) {
-        name = withoutQualifiers(name);
+    if (name.compare(0, 2, "::") == 0) {
+        name.erase(0, 2);
         ++_nChanged;
     }
-    if (name.empty()) {
-        return false;
+    if (partsOf(name) > MostParts) {
+        name = withoutQualifiers(name, MostParts - 1);
+        ++_nChanged;
     }
     const size_t count = partsOf(name);
     if (count > 1) {
@@ -158,7 +164,7 @@ bool TypeEncoder::piece(const std::string& text, std::string& codes)
     for (;;) {
         const size_t end = name.find("::", start);
         const std::string part = name.substr(start, end - start);
-        if (part.empty()) {
+        if (part.empty() || isDigit(part.front())) {
             return false;
         }
         codes += std::to_string(part.size()) + part;
@@ -169,27 +175,49 @@ bool TypeEncoder::piece(const std::string& text, std::string& codes)
     }
 }
 
+// Cuts a name that has too many parts at its commas. A piece takes as many parts as it can. None
+// but the first starts with a digit: its length stands right before it.
+std::vector<std::string> piecesOf(const std::string& name)
+{
+    std::vector<std::string> pieces;
+    size_t start = 0;
+    while (partsOf(name.substr(start)) > MostParts) {
+        size_t end = std::string::npos;
+        for (size_t comma = name.find(", ", start); comma != std::string::npos;
+             comma = name.find(", ", comma + 2)) {
+            const bool isGood = comma + 2 < name.size() && !isDigit(name[comma + 2]);
+            if (isGood && end != std::string::npos &&
+                partsOf(name.substr(start, comma - start)) > MostParts) {
+                break;
+            }
+            end = isGood ? comma : end;
+        }
+        if (end == std::string::npos) {
+            break;
+        }
+        pieces.push_back(name.substr(start, end - start));
+        start = end + 2;
+    }
+    pieces.push_back(name.substr(start));
+    return pieces;
+}
+
 // The base's qualifiers are shown in front of it and the marks behind, so of several pieces the
 // first has the qualifiers and the last the marks.
 bool TypeEncoder::name(const std::string& name, const Marks& marks)
 {
-    size_t start = 0;
-    std::string before = marks._codes + marks._base;
-    if (partsOf(name) > MostParts) {
-        before = marks._base;
-        for (size_t comma = name.find(", "); comma != std::string::npos;
-             comma = name.find(", ", start)) {
-            _code += before;
-            if (!piece(name.substr(start, comma - start), _code)) {
-                return false;
-            }
-            before.clear();
-            start = comma + 2;
+    const std::vector<std::string> pieces = piecesOf(name);
+    std::string before = pieces.size() > 1 ? marks._base : "";
+    for (size_t i = 0; i + 1 < pieces.size(); ++i) {
+        _code += before;
+        before.clear();
+        if (!piece(pieces[i], _code)) {
+            return false;
         }
-        before = marks._codes + before;
     }
-    _code += before;
-    return piece(name.substr(start), _code);
+    _code += marks._codes;
+    _code += pieces.size() > 1 ? "" : marks._base;
+    return piece(pieces.back(), _code);
 }
 
 bool TypeEncoder::base(const std::string& type, const Marks& marks)
@@ -363,20 +391,18 @@ bool TypeEncoder::list(const std::string& types, int nesting)
 // A function type shows as its result and the list in parentheses.
 bool TypeEncoder::function(const std::string& name, const std::string& types)
 {
-    size_t start = 0;
-    for (size_t comma = name.find(", "); partsOf(name) > MostParts && comma != std::string::npos;
-         comma = name.find(", ", start)) {
-        if (!piece(name.substr(start, comma - start), _code)) {
+    const std::vector<std::string> pieces = piecesOf(name);
+    for (size_t i = 0; i + 1 < pieces.size(); ++i) {
+        if (!piece(pieces[i], _code)) {
             return false;
         }
-        start = comma + 2;
     }
     _code += 'F';
     if (!list(types, 1)) {
         return false;
     }
     _code += '_';
-    return piece(name.substr(start), _code);
+    return piece(pieces.back(), _code);
 }
 
 } // namespace

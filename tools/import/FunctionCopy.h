@@ -38,6 +38,8 @@ struct FunctionCopy
     // The compiler keeps the function's body apart, under the same symbol: a coroutine's. Its end
     // is not known.
     bool _isBody = false;
+    // Made by the compiler: only lines that it holds of other functions count.
+    bool _isHidden = false;
     std::vector<int64_t> _hits;   // of each block
     std::vector<CopyLine> _lines; // sorted, each once
 };

@@ -79,14 +79,15 @@ bool placeBefore(const FunctionCopy* a, const FunctionCopy* b)
 bool rangeBefore(const FunctionCopy* a, const FunctionCopy* b)
 {
     return std::tie(a->_file, a->_startLine, a->_startColumn, a->_endLine, a->_endColumn,
-                    a->_symbol) < std::tie(b->_file, b->_startLine, b->_startColumn, b->_endLine,
-                                           b->_endColumn, b->_symbol);
+                    a->_isHidden, a->_symbol) < std::tie(b->_file, b->_startLine, b->_startColumn,
+                                                         b->_endLine, b->_endColumn, b->_isHidden,
+                                                         b->_symbol);
 }
 
 bool sameRange(const FunctionCopy& a, const FunctionCopy& b)
 {
     return a._file == b._file && a._startLine == b._startLine && a._startColumn == b._startColumn &&
-           a._endLine == b._endLine && a._endColumn == b._endColumn;
+           a._endLine == b._endLine && a._endColumn == b._endColumn && a._isHidden == b._isHidden;
 }
 
 void addHits(int64_t& sum, int64_t hits)
@@ -262,6 +263,9 @@ void ModelBuilder::makePlaces()
         first = last;
     }
     for (uint32_t i = 0; i < _places.size(); ++i) {
+        if (_places[i]._copies.front()->_isHidden) {
+            continue;
+        }
         _owners[_places[i]._file].add(_places[i]._startLine, _places[i]._endLine, i);
     }
     for (LineOwners& owners : _owners) {
@@ -306,7 +310,10 @@ void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
     std::vector<SortedLine> lines;
     lines.reserve(copy._lines.size());
     for (const CopyLine& line : copy._lines) {
-        lines.push_back({destinationOf(place, line), {line._block, line._line}});
+        const Destination destination = destinationOf(place, line);
+        if (!copy._isHidden || destination._kind == Destination::ForPlace) {
+            lines.push_back({destination, {line._block, line._line}});
+        }
     }
     std::sort(lines.begin(), lines.end());
     Piece* piece = nullptr;

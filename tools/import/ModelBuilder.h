@@ -12,6 +12,7 @@
 //   - A line in the range of another function of its file belongs to the innermost one there.
 //   - Lines in a file that is not the function's own, and in no function there, make an entry of
 //     the function in that file.
+//   - A function that the compiler made has no lines but those that it holds of others.
 //
 // So the model depends on the set of copies alone, not on their order or counts.
 // docs/importing.md has examples.

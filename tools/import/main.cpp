@@ -1,17 +1,23 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-import: turns the coverage that other tools write into a map file and a log file.
-#include "qip/Support/qipVLRecFile.h"
+#include "tools/common/PendingFile.h"
+#include "tools/common/RelativePath.h"
+#include "tools/common/cleanMaps.h"
 #include "tools/common/finishCoverage.h"
+#include "tools/common/missingSources.h"
 #include "tools/common/parallel.h"
+#include "tools/common/standardStreams.h"
 #include "tools/common/writeCoverage.h"
 #include "tools/import/gcc/GccImporter.h"
 
 #include <cstring>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <memory>
+#include <new>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -38,12 +44,12 @@ const Subcommand subcommands[] = {
 constexpr int ExitGood = 0;
 constexpr int ExitBad = 1;
 
-struct Output
+// What the words common to all kinds ask for.
+struct Request
 {
-    const char* folder = ".";
-    const char* name = "coverage";
-
-    std::string stem() const { return std::string(folder) + "/" + name; }
+    CoverageOutput output;
+    NameStyle names;
+    std::vector<std::string> inputs;
 };
 
 void usage(std::ostream& out)
@@ -57,9 +63,14 @@ void usage(std::ostream& out)
     }
     out << "\nAll kinds:\n"
            "  -o DIR           where to write (default: the current folder)\n"
-           "  --name NAME      write NAME.map, NAME.log and NAME.losses (default: coverage)\n"
+           "  --name NAME      write NAME-<digest>.map, NAME.log and NAME.losses (default: "
+           "coverage)\n"
+           "  --relative       write paths as seen from the current folder\n"
+           "  --full-names     do not shorten long names\n"
            "  --help           print this text\n"
-           "  --version        print the version\n";
+           "  --version        print the version\n"
+           "\nzem-import --clean DIR\n"
+           "  remove the maps in DIR that no log there names\n";
 }
 
 int misuse(const char* problem, const char* word)
@@ -79,23 +90,32 @@ const Subcommand* findSubcommand(const char* name)
 }
 
 // Returns how many words it took, 0 for none.
-int commonOption(char** words, Output& output)
+int commonOption(char** words, Request& request)
 {
+    if (std::strcmp(words[0], "--relative") == 0) {
+        request.output._isRelative = true;
+        return 1;
+    }
+    if (std::strcmp(words[0], "--full-names") == 0) {
+        request.names._isFull = true;
+        return 1;
+    }
     if (words[1] == nullptr) {
         return 0;
     }
     if (std::strcmp(words[0], "-o") == 0) {
-        output.folder = words[1];
+        request.output._folder = words[1];
         return 2;
     }
     if (std::strcmp(words[0], "--name") == 0) {
-        output.name = words[1];
+        request.output._name = words[1];
         return 2;
     }
     return 0;
 }
 
-void summarise(const CoverageModel& model, const ImportLosses& losses, const std::string& stem)
+void summarise(const CoverageModel& model, const ImportLosses& losses, const Request& request,
+               const std::string& map)
 {
     size_t functions = 0;
     size_t blocks = 0;
@@ -105,37 +125,96 @@ void summarise(const CoverageModel& model, const ImportLosses& losses, const std
             blocks += function._blocks.size();
         }
     }
-    std::cout << "zem-import: " << stem << ".map and .log: " << model._files.size() << " files, "
-              << functions << " functions, " << blocks << " blocks";
+    std::cout << "zem-import: " << request.output._folder << "/" << request.output._name
+              << ".log of map " << map.substr(map.rfind('/') + 1) << ": " << model._files.size()
+              << " files, " << functions << " functions, " << blocks << " blocks";
     const std::string text = losses.text();
-    std::cout << (text.empty() ? "" : "; ") << text << std::endl;
+    std::cout << (text.empty() ? "" : "; ") << text << '\n';
 }
 
-int importAndWrite(Importer& importer, const Output& output)
+void makeRelative(CoverageModel& model)
+{
+    const RelativePath relative;
+    for (CovFile& file : model._files) {
+        file._path = relative.of(file._path);
+    }
+}
+
+int importAndWrite(Importer& importer, const Request& request)
 {
     CoverageModel model;
     ImportLosses losses;
     if (!importer.import(model, losses, coreCount())) {
         return ExitBad;
     }
-    finishCoverage(model, NameStyle(), losses, coreCount());
+    finishCoverage(model, request.names, losses, coreCount());
     if (model._files.empty()) {
         const std::string text = losses.text();
         std::cerr << "zem-import: nothing to write: no function is left"
                   << (text.empty() ? "" : " (") << text << (text.empty() ? "" : ")") << '\n';
         return ExitBad;
     }
-    std::error_code ignored; // what is not there shows when the files are created
-    std::filesystem::create_directories(output.folder, ignored);
-    std::string failure;
-    const int result = writeCoverage(model, losses, output.stem(), failure);
-    if (result != qipVLRecFile::NoError) {
-        std::cerr << "zem-import: cannot write " << failure << ": " << qipVLRecFile::error(result)
-                  << '\n';
+    const std::string missing = missingSources(model, request.inputs);
+    if (!missing.empty()) {
+        std::cerr << "zem-import: " << missing << '\n';
+    }
+    if (request.output._isRelative) {
+        makeRelative(model);
+    }
+    PendingFile::removeOnSignals();
+    CoverageResult result;
+    if (!writeCoverage(model, losses, request.output, result)) {
+        std::cerr << "zem-import: " << result._problem << '\n';
         return ExitBad;
     }
-    summarise(model, losses, output.stem());
-    return losses._failedUnits == 0 ? ExitGood : ExitBad;
+    summarise(model, losses, request, result._map);
+    return losses.isIncomplete() ? ExitBad : ExitGood;
+}
+
+int clean(const char* folder)
+{
+    CleanedMaps result;
+    const bool isGood = cleanMaps(folder, result);
+    for (const std::string& name : result._removed) {
+        std::cout << "zem-import: removed " << name << '\n';
+    }
+    if (!isGood) {
+        std::cerr << "zem-import: cannot clean " << folder << ": " << result._problem << '\n';
+        return ExitBad;
+    }
+    std::cout << "zem-import: " << result._removed.size() << " maps removed, " << result._kept
+              << " that logs name are kept\n";
+    return ExitGood;
+}
+
+int importKind(const Subcommand& subcommand, char** words)
+{
+    const std::unique_ptr<Importer> importer = subcommand.make();
+    Request request;
+    while (*words != nullptr) {
+        if (words[0][0] != '-') {
+            importer->input(*words);
+            request.inputs.emplace_back(*words++);
+            continue;
+        }
+        int taken = commonOption(words, request);
+        taken = taken != 0 ? taken : importer->option(words);
+        if (taken == 0) {
+            return misuse("unknown option, or its value is missing: ", *words);
+        }
+        words += taken;
+    }
+    if (request.inputs.empty()) {
+        return misuse("what to read is missing: ", subcommand.inputs);
+    }
+    const std::string& name = request.output._name;
+    if (name.find('/') != std::string::npos || name.empty()) {
+        return misuse("not the name of a file: ", name.c_str());
+    }
+    if (request.output._folder.empty()) {
+        return misuse("the folder to write into has no name: -o ", "''");
+    }
+    return importAndWrite(*importer, request);
 }
 
 int runProgram(int argc, char** argv)
@@ -150,48 +229,32 @@ int runProgram(int argc, char** argv)
             return ExitGood;
         }
         if (std::strcmp(argv[i], "--version") == 0) {
-            std::cout << "zem-import " ZEM_VERSION << std::endl;
+            std::cout << "zem-import " ZEM_VERSION << '\n';
             return ExitGood;
         }
+    }
+    if (std::strcmp(argv[1], "--clean") == 0) {
+        return argc == 3 ? clean(argv[2]) : misuse("one folder is wanted behind ", argv[1]);
     }
     const Subcommand* subcommand = findSubcommand(argv[1]);
     if (subcommand == nullptr) {
         return misuse("unknown kind of coverage: ", argv[1]);
     }
-    const std::unique_ptr<Importer> importer = subcommand->make();
-    Output output;
-    bool hasInput = false;
-    for (int i = 2; i < argc;) {
-        if (argv[i][0] != '-') {
-            importer->input(argv[i++]);
-            hasInput = true;
-            continue;
-        }
-        int taken = commonOption(argv + i, output);
-        taken = taken != 0 ? taken : importer->option(argv + i);
-        if (taken == 0) {
-            return misuse("unknown option, or its value is missing: ", argv[i]);
-        }
-        i += taken;
-    }
-    if (!hasInput) {
-        return misuse("what to read is missing: ", subcommand->inputs);
-    }
-    if (std::strchr(output.name, '/') != nullptr || output.name[0] == '\0') {
-        return misuse("not the name of a file: ", output.name);
-    }
-    return importAndWrite(*importer, output);
+    return importKind(*subcommand, argv + 2);
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    guardStandardStreams();
+    int status = ExitBad;
     try {
-        return runProgram(argc, argv);
+        status = runProgram(argc, argv);
+    } catch (const std::bad_alloc&) {
+        std::cerr << "zem-import: out of memory\n";
     } catch (const std::exception& problem) {
-        // Memory that cannot be had; the files of an earlier import are still whole.
         std::cerr << "zem-import: " << problem.what() << '\n';
-        return ExitBad;
     }
+    return finishStandardOutput("zem-import") ? status : ExitBad;
 }

@@ -10,11 +10,18 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fnmatch.h>
 #include <iostream>
-#include <iterator>
 
 namespace {
+
+void leaveOutProbes(std::vector<GccUnitFiles>& units, ImportLosses& losses)
+{
+    const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
+        return isBuildProbe(unit._notes);
+    });
+    losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
+    units.erase(kept, units.end());
+}
 
 // Reads all units; each item is one.
 class UnitsJob : public ParallelJob
@@ -115,31 +122,29 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     GccTree tree;
     bool isRead = true;
     for (const char* build : _builds) {
-        if (!tree.addBuild(build)) {
-            std::cerr << "zem-import: cannot read the folder " << build << '\n';
-            isRead = false;
-        }
+        isRead = tree.addBuild(build) && isRead;
     }
     for (const char* run : _runs) {
-        if (!tree.addRun(run)) {
-            std::cerr << "zem-import: cannot read the folder " << run << '\n';
-            isRead = false;
-        }
+        isRead = tree.addRun(run) && isRead;
     }
+    units = tree.units();
+    losses._countersWithoutUnit = tree.strayCounters().size();
+    losses._failedUnits += tree.findLostUnits();
+    losses._unreadFolders = tree.unreadFolders();
+    tree.writeProblems(std::cerr);
     if (!isRead) {
         return false;
     }
-    units = tree.units();
-    losses._countersWithoutUnit = tree.strayCounters();
     if (!_keepsProbes) {
-        const auto kept = std::remove_if(units.begin(), units.end(), [](const GccUnitFiles& unit) {
-            return isBuildProbe(unit._notes);
-        });
-        losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
-        units.erase(kept, units.end());
+        leaveOutProbes(units, losses);
     }
     if (units.empty()) {
         std::cerr << "zem-import: no .gcno file found; was it built with g++ --coverage?\n";
+        return false;
+    }
+    if (!_runs.empty() && !tree.isAnyUnitRun()) {
+        std::cerr << "zem-import: no .gcda file of the run belongs to a unit of the build; was the "
+                     "program built in another folder?\n";
         return false;
     }
     return true;

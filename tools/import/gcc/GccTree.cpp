@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GccTree.h"
 
+#include "tools/common/FolderWalk.h"
 #include "tools/common/SourcePath.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <unistd.h>
+#include <iterator>
+#include <ostream>
 
 namespace {
 
@@ -16,32 +18,6 @@ constexpr size_t EndLength = 5;
 bool endsWith(const std::string& path, const char* end)
 {
     return path.size() > EndLength && path.compare(path.size() - EndLength, EndLength, end) == 0;
-}
-
-// A folder below that cannot be read is passed by. Returns false when `folder` itself cannot.
-bool findFiles(const std::string& folder, std::vector<std::string>& notes,
-               std::vector<std::string>& counters)
-{
-    namespace fs = std::filesystem;
-    std::error_code failure;
-    fs::recursive_directory_iterator walk(folder, fs::directory_options::skip_permission_denied,
-                                          failure);
-    if (failure || access(folder.c_str(), R_OK | X_OK) != 0) {
-        return false;
-    }
-    for (; walk != fs::recursive_directory_iterator(); walk.increment(failure)) {
-        if (failure) {
-            break;
-        }
-        const std::string path = walk->path().string();
-        std::error_code ignored;
-        if (endsWith(path, notesEnd) && walk->is_regular_file(ignored)) {
-            notes.push_back(path);
-        } else if (endsWith(path, countersEnd) && walk->is_regular_file(ignored)) {
-            counters.push_back(path);
-        }
-    }
-    return true;
 }
 
 void sortOnce(std::vector<std::string>& paths)
@@ -65,11 +41,33 @@ std::string realFolder(const char* folder)
 
 } // namespace
 
+bool GccTree::findFiles(const std::string& folder, std::vector<std::string>& notes,
+                        std::vector<std::string>& counters)
+{
+    FolderWalk walk(folder);
+    while (walk.next()) {
+        if (endsWith(walk.path(), notesEnd) && walk.isFile()) {
+            notes.push_back(walk.path());
+        } else if (endsWith(walk.path(), countersEnd) && walk.isFile()) {
+            counters.push_back(walk.path());
+        }
+    }
+    bool isRead = true;
+    for (const FolderWalk::Problem& problem : walk.problems()) {
+        _problems.push_back("cannot read the folder " + problem._folder + ": " + problem._reason);
+        isRead = isRead && problem._folder != folder;
+    }
+    _unreadFolders += walk.problems().size();
+    return isRead;
+}
+
 bool GccTree::addBuild(const char* folder)
 {
-    const bool isRead = findFiles(realFolder(folder), _notes, _counters);
+    const std::string real = realFolder(folder);
+    const bool isRead = findFiles(real, _notes, _counters);
     sortOnce(_notes);
     sortOnce(_counters);
+    _buildFolders.push_back(real + "/");
     return isRead;
 }
 
@@ -77,7 +75,14 @@ bool GccTree::addRun(const char* folder)
 {
     const std::string real = realFolder(folder);
     std::vector<std::string> notes; // those in a run's folder are none of the build's
-    const bool isRead = findFiles(real, notes, _runCounters);
+    std::vector<std::string> counters;
+    bool isRead = findFiles(real, notes, counters);
+    if (isRead && counters.empty()) {
+        _problems.push_back("no .gcda file in the run folder " + real +
+                            ": did the program run with GCOV_PREFIX set to it, and did it exit?");
+        isRead = false;
+    }
+    _runCounters.insert(_runCounters.end(), counters.begin(), counters.end());
     sortOnce(_runCounters);
     _runFolders.push_back(real + "/");
     return isRead;
@@ -112,7 +117,7 @@ std::vector<GccUnitFiles> GccTree::units() const
     return result;
 }
 
-uint64_t GccTree::strayCounters() const
+std::vector<std::string> GccTree::strayCounters() const
 {
     std::vector<std::string> used;
     for (const std::string& notes : _notes) {
@@ -120,7 +125,53 @@ uint64_t GccTree::strayCounters() const
     }
     sortOnce(used);
     const std::vector<std::string>& all = _runFolders.empty() ? _counters : _runCounters;
-    return static_cast<uint64_t>(
-        std::count_if(all.begin(), all.end(),
-                      [&used](const std::string& path) { return !contains(used, path); }));
+    std::vector<std::string> result;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(result),
+                 [&used](const std::string& path) { return !contains(used, path); });
+    return result;
+}
+
+// The run of a program leaves the counters of all its parts; those that were not built below the
+// build folders are none of the import's.
+bool GccTree::isOfBuild(const std::string& counters) const
+{
+    std::string path = counters;
+    for (const std::string& folder : _runFolders) {
+        if (counters.compare(0, folder.size(), folder) == 0) {
+            path = counters.substr(folder.size() - 1);
+        }
+    }
+    return std::any_of(
+        _buildFolders.begin(), _buildFolders.end(),
+        [&path](const std::string& folder) { return path.compare(0, folder.size(), folder) == 0; });
+}
+
+uint64_t GccTree::findLostUnits()
+{
+    uint64_t result = 0;
+    for (const std::string& counters : strayCounters()) {
+        if (isOfBuild(counters)) {
+            _problems.push_back(counters + ": the .gcno file of these counters is gone: compile " +
+                                "the unit again, or delete them");
+            ++result;
+        }
+    }
+    return result;
+}
+
+bool GccTree::isAnyUnitRun() const
+{
+    return std::any_of(_notes.begin(), _notes.end(),
+                       [this](const std::string& notes) { return !countersOf(notes).empty(); });
+}
+
+void GccTree::writeProblems(std::ostream& out) const
+{
+    constexpr size_t MostLines = 20;
+    for (size_t i = 0; i < std::min(_problems.size(), MostLines); ++i) {
+        out << "zem-import: " << _problems[i] << '\n';
+    }
+    if (_problems.size() > MostLines) {
+        out << "zem-import: and " << _problems.size() - MostLines << " more like these\n";
+    }
 }

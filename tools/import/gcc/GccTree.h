@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -16,25 +17,45 @@ struct GccUnitFiles
 class GccTree
 {
 public:
-    // Looks through `folder` and all below. Returns false when it cannot be read.
+    // Looks through `folder` and all below. Returns false when it cannot be read. Folders below
+    // that cannot be read are problems, and the others are looked through.
     bool addBuild(const char* folder);
 
     // Takes counters from `folder` instead of those beside the notes. It holds what a run with
     // GCOV_PREFIX wrote: the path of the notes, or its end when GCOV_PREFIX_STRIP cut some of it.
-    // Returns false when it cannot be read.
+    // Returns false when it cannot be read or holds no counters.
     bool addRun(const char* folder);
 
     // The units in the order of their paths, each once.
     std::vector<GccUnitFiles> units() const;
 
-    // How many .gcda files belong to none of the units; valid after units().
-    uint64_t strayCounters() const;
+    // The .gcda files that belong to none of the units.
+    std::vector<std::string> strayCounters() const;
+
+    // How many of those were left by units of the build whose .gcno file is gone. Each is a
+    // problem: what it stands for is missing from the map.
+    uint64_t findLostUnits();
+
+    // Whether any unit has counters.
+    bool isAnyUnitRun() const;
+
+    // How many folders could not be read.
+    uint64_t unreadFolders() const { return _unreadFolders; }
+
+    // Writes a line for each problem met so far; of very many only the first ones and how many.
+    void writeProblems(std::ostream& out) const;
 
 private:
+    bool findFiles(const std::string& folder, std::vector<std::string>& notes,
+                   std::vector<std::string>& counters);
     std::string countersOf(const std::string& notes) const;
+    bool isOfBuild(const std::string& counters) const;
 
-    std::vector<std::string> _notes;       // absolute
-    std::vector<std::string> _counters;    // beside the notes, absolute
-    std::vector<std::string> _runFolders;  // absolute, with "/" at the end
-    std::vector<std::string> _runCounters; // absolute
+    std::vector<std::string> _notes;        // absolute
+    std::vector<std::string> _counters;     // beside the notes, absolute
+    std::vector<std::string> _buildFolders; // absolute, with "/" at the end
+    std::vector<std::string> _runFolders;   // likewise
+    std::vector<std::string> _runCounters;  // absolute
+    std::vector<std::string> _problems;
+    uint64_t _unreadFolders = 0;
 };

@@ -28,6 +28,15 @@ bool endsWith(const std::string& text, const std::string& end)
            text.compare(text.size() - end.size(), std::string::npos, end) == 0;
 }
 
+// Whether a function has lines outside its own range.
+bool holdsOthers(const FunctionCopy& copy)
+{
+    return std::any_of(copy._lines.begin(), copy._lines.end(), [&copy](const CopyLine& line) {
+        return line._file != copy._file || line._line < copy._startLine ||
+               line._line > copy._endLine;
+    });
+}
+
 bool isBody(const GcnoFunction& function)
 {
     return function._isArtificial && endsWith(function._symbol, bodyEnd);
@@ -79,25 +88,19 @@ const SourceNumber& GccUnit::source(const std::string& folder, const std::string
 
 KnownFunction::Kind GccUnit::kindOf(const GcnoFunction& function, const SourceNumber& source) const
 {
-    switch (source._answer) {
-    case SourceFilter::System:
-        return KnownFunction::System;
-    case SourceFilter::Excluded:
-        return KnownFunction::Excluded;
-    case SourceFilter::Kept:
-        break;
+    if (function._isArtificial && !isBody(function) && source._answer == SourceFilter::Kept) {
+        return KnownFunction::Artificial;
     }
-    return function._isArtificial && !isBody(function) ? KnownFunction::Artificial
-                                                       : KnownFunction::Wanted;
+    return source._answer == SourceFilter::System     ? KnownFunction::System
+           : source._answer == SourceFilter::Excluded ? KnownFunction::Excluded
+                                                      : KnownFunction::Wanted;
 }
 
-// Counts what is not.
-bool GccUnit::isWanted(KnownFunction::Kind kind)
+void GccUnit::countKind(KnownFunction::Kind kind)
 {
     _losses._systemFunctions += kind == KnownFunction::System ? 1 : 0;
     _losses._excludedFunctions += kind == KnownFunction::Excluded ? 1 : 0;
     _losses._artificialFunctions += kind == KnownFunction::Artificial ? 1 : 0;
-    return kind == KnownFunction::Wanted;
 }
 
 // Lines of files that are left out stay out; a block that has no others is counted.
@@ -131,11 +134,14 @@ void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, 
     lines.shrink_to_fit();
 }
 
-std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::string& folder)
+std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::string& folder,
+                                             KnownFunction::Kind kind)
 {
     auto graph = std::make_unique<GccGraph>();
+    graph->_kind = kind;
     FunctionCopy& copy = graph->_copy;
     copy._isBody = isBody(function);
+    copy._isHidden = kind == KnownFunction::Artificial;
     copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::move(function._symbol);
     copy._file = source(folder, function._files[0])._number;
     copy._startLine = function._startLine;
@@ -163,31 +169,30 @@ bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string
     return true;
 }
 
-// Reads the function that was found last when the store does not know it. Returns false when it is
-// not wanted or the notes are damaged.
+// Reads the function that was found last when the store does not know it. Returns false when
+// nothing of it is wanted or the notes are damaged.
 bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
 {
-    KnownFunction known = _store.find(entry._bytes);
-    if (known._kind == KnownFunction::Unknown) {
-        if (!notes.readPlace(function)) {
-            return false;
-        }
-        known._kind = kindOf(function, source(notes.folder(), function._files[0]));
-        if (known._kind != KnownFunction::Wanted) {
-            _store.leaveOut(entry._bytes, known._kind);
-        }
+    const KnownFunction known = _store.find(entry._bytes);
+    if (known._kind != KnownFunction::Unknown) {
+        countKind(known._kind);
+        entry._known = known._graph;
+        return known._graph != nullptr;
     }
-    if (!isWanted(known._kind)) {
+    if (!notes.readPlace(function)) {
         return false;
     }
-    entry._known = known._graph;
-    if (known._graph == nullptr) {
-        if (!notes.readGraph(function)) {
-            return false;
-        }
-        entry._read = makeGraph(function, notes.folder());
+    const KnownFunction::Kind kind = kindOf(function, source(notes.folder(), function._files[0]));
+    countKind(kind);
+    if (!notes.readGraph(function)) {
+        return false;
     }
-    return true;
+    entry._read = makeGraph(function, notes.folder(), kind);
+    if (kind == KnownFunction::Wanted || holdsOthers(entry._read->_copy)) {
+        return true;
+    }
+    _store.leaveOut(entry._bytes, kind);
+    return false;
 }
 
 // Returns whether all counters fit; `counters` may be null.
@@ -306,7 +311,9 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
     for (GcovLineFunction& entry : lines.functions()) {
         const SourceNumber source = this->source(entry._folder, entry._file);
-        if (!isWanted(kindOf(GcnoFunction(), source))) {
+        const KnownFunction::Kind kind = kindOf(GcnoFunction(), source);
+        countKind(kind);
+        if (kind != KnownFunction::Wanted) {
             continue;
         }
         entry._copy._file = source._number;

@@ -49,12 +49,13 @@ private:
     };
 
     const SourceNumber& source(const std::string& folder, const std::string& file);
-    bool isWanted(KnownFunction::Kind kind);
+    void countKind(KnownFunction::Kind kind);
     KnownFunction::Kind kindOf(const GcnoFunction& function, const SourceNumber& source) const;
     bool useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure);
     bool readFunctions(GcnoFile& notes, GcdaFile* counters);
     bool readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry);
-    std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder);
+    std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
+                                        KnownFunction::Kind kind);
     void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);

@@ -32,7 +32,9 @@ void solveGraph(GccGraph& graph, ImportLosses& losses)
         ++losses._unsolvedFunctions;
     }
     std::vector<GcnoArc>().swap(graph._arcs);
-    countBlocksWithoutLine(graph, losses);
+    if (graph._kind == KnownFunction::Wanted) {
+        countBlocksWithoutLine(graph, losses);
+    }
 }
 
 // Solves many graphs in one step; there are up to a million of them, most of them small.
@@ -68,9 +70,10 @@ ContentKey GccGraph::key() const
 {
     ContentKey key;
     key.add(_copy._symbol.data(), _copy._symbol.size());
-    const uint32_t place[] = {_copy._file,    _copy._startLine, _copy._startColumn,
-                              _copy._endLine, _copy._endColumn, _copy._isBody ? 1u : 0u,
-                              _nBlocks};
+    const uint32_t place[] = {
+        _copy._file,    _copy._startLine, _copy._startColumn,
+        _copy._endLine, _copy._endColumn, _copy._isBody ? 1u : _copy._isHidden ? 2u : 0u,
+        _nBlocks};
     key.add(place, sizeof(place));
     for (const GcnoArc& arc : _arcs) {
         key.add(uint64_t{arc._from} << 32 | arc._to);
@@ -110,7 +113,7 @@ GccGraph* GraphStore::insert(const ContentKey& bytes, std::unique_ptr<GccGraph> 
     }
     Part& part = partOf(bytes);
     const std::lock_guard<std::mutex> lock(part._guard);
-    part._byBytes[bytes] = {KnownFunction::Wanted, kept};
+    part._byBytes[bytes] = {kept->_kind, kept};
     return kept;
 }
 

@@ -15,20 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
-// A function with its flow graph, of which the arcs off the tree hold the sums of all units. A
-// function that was read as lines has no arcs; its copy holds the sums.
-struct GccGraph
-{
-    FunctionCopy _copy;
-    uint32_t _nBlocks = 0;
-    std::vector<GcnoArc> _arcs;
-    size_t _nCounters = 0;            // arcs off the tree
-    uint64_t _blocksOfOtherFiles = 0; // all lines are in files that are left out
-    uint64_t _linesOfOtherFiles = 0;
-
-    // Of everything but counts, with sources by number.
-    ContentKey key() const;
-};
+struct GccGraph;
 
 // What the store knows of the bytes of a function in some notes.
 struct KnownFunction
@@ -36,7 +23,25 @@ struct KnownFunction
     enum Kind { Unknown, Wanted, System, Excluded, Artificial };
 
     Kind _kind = Unknown;
-    GccGraph* _graph = nullptr; // of a wanted one; owned by the store
+    // Of a wanted function, and of another when it holds lines of others (a lambda that was put
+    // into an algorithm); owned by the store.
+    GccGraph* _graph = nullptr;
+};
+
+// A function with its flow graph, of which the arcs off the tree hold the sums of all units. A
+// function that was read as lines has no arcs; its copy holds the sums.
+struct GccGraph
+{
+    FunctionCopy _copy;
+    uint32_t _nBlocks = 0;
+    std::vector<GcnoArc> _arcs;
+    size_t _nCounters = 0; // arcs off the tree
+    KnownFunction::Kind _kind = KnownFunction::Wanted;
+    uint64_t _blocksOfOtherFiles = 0; // all lines are in files that are left out
+    uint64_t _linesOfOtherFiles = 0;
+
+    // Of everything but counts, with sources by number.
+    ContentKey key() const;
 };
 
 class GraphStore
@@ -45,7 +50,7 @@ public:
     // `bytes` are those of the function in the notes, with the folder that names count from.
     KnownFunction find(const ContentKey& bytes);
 
-    // Remembers a function that is not wanted.
+    // Remembers a function of which nothing is wanted.
     void leaveOut(const ContentKey& bytes, KnownFunction::Kind kind);
 
     // Takes a function that find() did not know, or drops it when it is there under other bytes or

@@ -57,10 +57,11 @@ TEST_F(FinishCoverageTest, OrderDoesNotDependOnTheOrderGivenOrOnCounts)
         each._hits[0] = 1;
     }
     finishCoverage(other, NameStyle(), _losses, 2);
-    std::string failure;
-    ASSERT_EQ(writeCoverage(_model, _losses, _dir.path("one"), failure), 0);
-    ASSERT_EQ(writeCoverage(other, _losses, _dir.path("two"), failure), 0);
-    EXPECT_EQ(TempDir::read(_dir.path("one.map")), TempDir::read(_dir.path("two.map")));
+    CoverageResult one;
+    CoverageResult two;
+    ASSERT_TRUE(writeCoverage(_model, _losses, {_dir.path("one"), "run", false}, one));
+    ASSERT_TRUE(writeCoverage(other, _losses, {_dir.path("two"), "run", false}, two));
+    EXPECT_EQ(TempDir::read(one._map), TempDir::read(two._map));
 }
 
 TEST_F(FinishCoverageTest, CountsAreKeptWithinWhatViewsShow)

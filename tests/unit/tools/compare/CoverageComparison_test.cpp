@@ -163,10 +163,10 @@ TEST_F(CoverageComparisonTest, FunctionWithoutARowAndRowWithoutAFunctionAreFound
 {
     function("f()", 1, 4, 0);
     function("g(int)", 5, 6, 0);
-    EXPECT_EQ(compare({{"f__Fv", 1, 4, {{1, 1}}}, {"h__Fv", 7, 8, {{7, 7}}},
-                       {"g__Fi", 9, 9, {{9, 9}}}},
-                      {0, 0, 0}),
-              "function-missing  1\nfunction-part  1\nfunction-extra  1\nline-stray  3\n");
+    EXPECT_EQ(
+        compare({{"f__Fv", 1, 4, {{1, 1}}}, {"h__Fv", 7, 8, {{7, 7}}}, {"g__Fi", 9, 9, {{9, 9}}}},
+                {0, 0, 0}),
+        "function-missing  1\nfunction-part  1\nfunction-extra  1\nline-stray  3\n");
 }
 
 TEST_F(CoverageComparisonTest, EntriesAndBlocksMustAgree)
@@ -178,7 +178,8 @@ TEST_F(CoverageComparisonTest, EntriesAndBlocksMustAgree)
     line(3, 0, false);
     line(5, 0, false);
     line(6, 2, true); // inlined somewhere
-    EXPECT_EQ(compare({{"f__Fv", 1, 2, {{1, 1}}}, {"g__Fv", 3, 4, {{3, 3}}},
+    EXPECT_EQ(compare({{"f__Fv", 1, 2, {{1, 1}}},
+                       {"g__Fv", 3, 4, {{3, 3}}},
                        {"h__Fv", 5, 6, {{5, 5}, {6, 6}}}},
                       {0, 2, 0, 2}),
               "function-dead  1\nfunction-ran  1\nfunction-inlined  1\nline-dead-black  1\n");
@@ -209,10 +210,10 @@ TEST_F(CoverageComparisonTest, NamesAreComparedAtEachLevel)
     line(1, 0, false);
     line(2, 0, false);
     line(3, 0, false);
-    EXPECT_EQ(compare({{"f__FPc", 1, 1, {{1, 1}}}, {"g__Fl", 2, 2, {{2, 2}}},
-                       {"k__Fi", 3, 3, {{3, 3}}}},
-                      {0, 0, 0}),
-              "name-simple  1\nname-extended  2\nname-full  3\n");
+    EXPECT_EQ(
+        compare({{"f__FPc", 1, 1, {{1, 1}}}, {"g__Fl", 2, 2, {{2, 2}}}, {"k__Fi", 3, 3, {{3, 3}}}},
+                {0, 0, 0}),
+        "name-simple  1\nname-extended  2\nname-full  3\n");
 }
 
 TEST_F(CoverageComparisonTest, InstancesShareARowWithPlaceholders)

@@ -98,8 +98,7 @@ protected:
         if (fs::exists(source() + "/known")) {
             words += " --known '" + source() + "/known'";
         }
-        _status = run("ZEM_BIN='" ZEM_BINARY_DIR "/bin' '" ZEM_SOURCE_DIR
-                      "/script/compare-gcov' " +
+        _status = run("ZEM_BIN='" ZEM_BINARY_DIR "/bin' '" ZEM_SOURCE_DIR "/script/compare-gcov' " +
                       words);
     }
 

@@ -19,9 +19,9 @@ const char twice[] =
 
 TEST(GcovFactsTest, UnitsAndInstancesAreAddedUp)
 {
-    const std::string unit = document(
-        "a.cc", twice, R"({"line_number":2,"count":1},{"line_number":2,"count":4},)"
-                       R"({"line_number":3,"count":0})");
+    const std::string unit = document("a.cc", twice,
+                                      R"({"line_number":2,"count":1},{"line_number":2,"count":4},)"
+                                      R"({"line_number":3,"count":0})");
     BuildFacts facts;
     ASSERT_TRUE(addGcovFacts(unit + unit, SourceFilter(), facts));
     const FileFacts& file = facts._files.at("/build/a.cc");
@@ -44,9 +44,9 @@ TEST(GcovFactsTest, FilesThatTheImportLeavesOutAreLeftOut)
 TEST(GcovFactsTest, CountPastTheNumbersIsARun)
 {
     BuildFacts facts;
-    ASSERT_TRUE(addGcovFacts(
-        document("a.cc", "", R"({"line_number":2,"count":18446744073709551615})"), SourceFilter(),
-        facts));
+    ASSERT_TRUE(
+        addGcovFacts(document("a.cc", "", R"({"line_number":2,"count":18446744073709551615})"),
+                     SourceFilter(), facts));
     EXPECT_GT(facts._files.at("/build/a.cc")._lines.at(2)._count, 0);
 }
 

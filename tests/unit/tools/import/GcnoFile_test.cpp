@@ -167,6 +167,53 @@ TEST(GcnoFileTest, MoreBlocksThanBytesIsDamage)
     EXPECT_TRUE(isDamaged);
 }
 
+TEST(GcnoFileTest, EachFileOfAFunctionHasOneNumber)
+{
+    GcovBuilder builder(12);
+    builder.notesHead(1, "/build");
+    builder.function(1, 2, 3, "f", 0, "a.cc", 1, 6);
+    builder.blocks(4);
+    for (uint32_t i = 0; i < 3000; ++i) {
+        builder.lines(2, std::to_string(i % 1000) + ".inc", {i + 1}, "a.cc", {i + 1});
+    }
+    GcnoFile file(reinterpret_cast<const unsigned char*>(builder.bytes().data()),
+                  builder.bytes().size());
+    ASSERT_EQ(file.open(), GcnoFile::Ok);
+    GcnoFunction function;
+    ASSERT_TRUE(file.nextFunction(function));
+    ASSERT_TRUE(file.readGraph(function));
+    EXPECT_EQ(function._files.size(), 1001u);
+    ASSERT_EQ(function._lines.size(), 6000u);
+    EXPECT_EQ(function._lines[0]._file, 1u);
+    EXPECT_EQ(function._lines[1]._file, 0u);
+    EXPECT_EQ(function._lines[2000]._file, 1u);
+    EXPECT_EQ(function._lines[2002]._file, 2u);
+    EXPECT_EQ(function._files[2], "1.inc");
+}
+
+TEST(GcnoFileTest, ContentIsEverythingButTheIdent)
+{
+    const auto keyOf = [](uint32_t ident, uint32_t checksum, uint32_t line) {
+        GcovBuilder builder(12);
+        builder.notesHead(1, "/build");
+        builder.function(ident, 2, checksum, "f", 0, "a.cc", 1, 6);
+        builder.blocks(3);
+        builder.lines(2, "a.cc", {line});
+        GcnoFile file(reinterpret_cast<const unsigned char*>(builder.bytes().data()),
+                      builder.bytes().size());
+        GcnoFunction function;
+        EXPECT_EQ(file.open(), GcnoFile::Ok);
+        EXPECT_TRUE(file.findFunction(function));
+        EXPECT_EQ(function._ident, ident);
+        ContentKey key;
+        file.addContent(key);
+        return key;
+    };
+    EXPECT_TRUE(keyOf(1, 2, 3) == keyOf(9, 2, 3));
+    EXPECT_FALSE(keyOf(1, 2, 3) == keyOf(1, 3, 3));
+    EXPECT_FALSE(keyOf(1, 2, 3) == keyOf(1, 2, 4));
+}
+
 TEST(GcnoFileTest, SecondNumberOfBlocksIsDamage)
 {
     GcovBuilder builder(12);

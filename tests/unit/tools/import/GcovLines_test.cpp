@@ -15,12 +15,12 @@ std::string text(GcovLines& lines)
 {
     std::string result;
     for (const GcovLineFunction& entry : lines.functions()) {
-        result += entry._folder + "/" + entry._file + " " + entry._function._symbol + " " +
-                  std::to_string(entry._function._startLine) + "-" +
-                  std::to_string(entry._function._endLine) + ":";
-        for (const CovBlock& block : entry._function._blocks) {
-            EXPECT_EQ(block._startLine, block._stopLine);
-            result += " " + std::to_string(block._startLine) + "=" + std::to_string(block._hits);
+        result += entry._folder + "/" + entry._file + " " + entry._copy._symbol + " " +
+                  std::to_string(entry._copy._startLine) + "-" +
+                  std::to_string(entry._copy._endLine) + ":";
+        for (const CopyLine& line : entry._copy._lines) {
+            result += " " + std::to_string(line._line) + "=" +
+                      std::to_string(entry._copy._hits[line._block]);
         }
         result += "\n";
     }
@@ -48,6 +48,17 @@ TEST(GcovLinesTest, LineWithoutNameGoesToTheInnermostFunction)
                              R"({"line_number":90,"count":3},{"line_number":0,"count":3})")));
     EXPECT_EQ(text(lines), "/build/a.cc outer 1-9: 6=2\n/build/a.cc inner 3-5: 4=1\n");
     EXPECT_EQ(lines.strayLines(), 2u);
+}
+
+TEST(GcovLinesTest, ColumnsAreRead)
+{
+    GcovLines lines;
+    ASSERT_TRUE(lines.parse(
+        document(R"({"name":"f","start_line":1,"start_column":5,"end_line":9,"end_column":2})",
+                 R"({"line_number":1,"count":4,"function_name":"f"})")));
+    ASSERT_EQ(lines.functions().size(), 1u);
+    EXPECT_EQ(lines.functions()[0]._copy._startColumn, 5u);
+    EXPECT_EQ(lines.functions()[0]._copy._endColumn, 2u);
 }
 
 TEST(GcovLinesTest, SecondDocumentHasItsOwnFunctions)

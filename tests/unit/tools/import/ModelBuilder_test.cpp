@@ -1,61 +1,279 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/ModelBuilder.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
 
+// Numbers of the files in the tests.
+enum : uint32_t { A, B, H };
+
+// The lines of one block and its count.
+struct Block
+{
+    std::vector<uint32_t> lines;
+    int64_t hits;
+    uint32_t file = UINT32_MAX; // the function's own
+};
+
 class ModelBuilderTest : public ::testing::Test
 {
 protected:
-    void add(const char* path, const char* symbol, const std::vector<CovBlock>& blocks)
+    FunctionCopy& add(uint32_t file, const char* symbol, uint32_t start, uint32_t end,
+                      const std::vector<Block>& blocks)
     {
-        CovFunction function;
-        function._symbol = symbol;
-        function._startLine = 1;
-        function._endLine = 9;
-        function._blocks = blocks;
-        _builder.add(path, function);
+        FunctionCopy copy;
+        copy._symbol = symbol;
+        copy._file = file;
+        copy._startLine = start;
+        copy._startColumn = 5;
+        copy._endLine = end;
+        copy._endColumn = 1;
+        for (const Block& block : blocks) {
+            for (const uint32_t line : block.lines) {
+                copy._lines.push_back({static_cast<uint32_t>(copy._hits.size()),
+                                       block.file == UINT32_MAX ? file : block.file, line});
+            }
+            copy._hits.push_back(block.hits);
+        }
+        _copies.push_back(copy);
+        return _copies.back();
     }
 
-    CoverageModel _model;
-    ModelBuilder _builder{_model};
+    // Each function as "path symbols start-end: lines=hits ..." with a comma between the lines of
+    // a block, sorted.
+    std::string build(bool keepsInstances = false)
+    {
+        CoverageModel model;
+        std::vector<FunctionCopy> copies = _copies;
+        buildModel(copies, {"/a.cc", "/b.cc", "/h.h"}, keepsInstances, 2, model, _losses);
+        std::vector<std::string> rows;
+        for (const CovFile& file : model._files) {
+            for (const CovFunction& function : file._functions) {
+                rows.push_back(file._path + text(function) + "\n");
+            }
+        }
+        std::sort(rows.begin(), rows.end());
+        std::string all;
+        for (const std::string& row : rows) {
+            all += row;
+        }
+        return all;
+    }
+
+    static std::string text(const CovFunction& function)
+    {
+        std::string result;
+        for (const std::string& symbol : function._symbols) {
+            result += " " + symbol;
+        }
+        result += " " + std::to_string(function._startLine) + "-" +
+                  std::to_string(function._endLine) + ":";
+        for (size_t i = 0; i < function._lines.size(); ++i) {
+            const CovLine& line = function._lines[i];
+            const bool isFirst = i == 0 || function._lines[i - 1]._block != line._block;
+            const bool isLast =
+                i + 1 == function._lines.size() || function._lines[i + 1]._block != line._block;
+            result += (isFirst ? " " : ",") + std::to_string(line._line);
+            result += isLast ? "=" + std::to_string(function._hits[line._block]) : "";
+        }
+        return result;
+    }
+
+    std::vector<FunctionCopy> _copies;
+    ImportLosses _losses;
 };
 
-TEST_F(ModelBuilderTest, CopiesOfAFunctionAreAddedUp)
+TEST_F(ModelBuilderTest, EqualCopiesAreAddedUpBlockForBlock)
 {
-    add("/h.h", "f", {{1, 2, 3}, {4, 4, 0}});
-    add("/h.h", "f", {{1, 2, 0}, {4, 4, 0}});
-    add("/h.h", "f", {{1, 2, 4}, {4, 4, 1}});
-    ASSERT_EQ(_model._files.size(), 1u);
-    ASSERT_EQ(_model._files[0]._functions.size(), 1u);
-    EXPECT_EQ(_model._files[0]._functions[0]._blocks[0]._hits, 7);
-    EXPECT_EQ(_model._files[0]._functions[0]._blocks[1]._hits, 1);
+    add(H, "f", 1, 9, {{{1, 2}, 3}, {{4}, 0}});
+    add(H, "f", 1, 9, {{{1, 2}, 0}, {{4}, 0}});
+    add(H, "f", 1, 9, {{{1, 2}, 4}, {{4}, 1}});
+    EXPECT_EQ(build(), "/h.h f 1-9: 1,2=7 4=1\n");
 }
 
-TEST_F(ModelBuilderTest, CopiesThatDifferStayApart)
+TEST_F(ModelBuilderTest, CopiesThatDifferHaveABlockForEachLine)
 {
-    add("/h.h", "f", {{1, 2, 3}});
-    add("/h.h", "f", {{1, 3, 3}});
-    add("/h.h", "f", {{1, 2, 3}, {4, 4, 0}});
-    add("/h.h", "g", {{1, 2, 3}});
-    ASSERT_EQ(_model._files.size(), 1u);
-    EXPECT_EQ(_model._files[0]._functions.size(), 4u);
+    add(H, "f", 1, 9, {{{1, 2}, 3}, {{2, 4}, 5}});
+    add(H, "f", 1, 9, {{{1, 3}, 1}});
+    EXPECT_EQ(build(), "/h.h f 1-9: 1=4 2=5 3=1 4=5\n");
 }
 
-TEST_F(ModelBuilderTest, SameFunctionInTwoFilesStaysApart)
+TEST_F(ModelBuilderTest, CopyThatNeverRanHidesNothing)
 {
-    add("/a.cc", "f", {{1, 2, 3}});
-    add("/b.cc", "f", {{1, 2, 3}});
-    EXPECT_EQ(_model._files.size(), 2u);
+    add(H, "f", 1, 9, {{{1}, 0}, {{2}, 0}});
+    add(H, "f", 1, 9, {{{1, 2}, 6}});
+    EXPECT_EQ(build(), "/h.h f 1-9: 1=6 2=6\n");
+}
+
+TEST_F(ModelBuilderTest, InstancesOfATemplateAreOneFunction)
+{
+    add(H, "_Z1fIiEvT_", 1, 9, {{{1}, 3}});
+    add(H, "_Z1fIlEvT_", 1, 9, {{{1}, 4}});
+    EXPECT_EQ(build(), "/h.h _Z1fIiEvT_ _Z1fIlEvT_ 1-9: 1=7\n");
+}
+
+TEST_F(ModelBuilderTest, InstancesAreKeptWhenAskedFor)
+{
+    add(H, "_Z1fIiEvT_", 1, 9, {{{1}, 3}});
+    add(H, "_Z1fIlEvT_", 1, 9, {{{1}, 4}});
+    add(H, "_Z1fIlEvT_", 1, 9, {{{1}, 1}});
+    EXPECT_EQ(build(true), "/h.h _Z1fIiEvT_ 1-9: 1=3\n/h.h _Z1fIlEvT_ 1-9: 1=5\n");
+}
+
+TEST_F(ModelBuilderTest, VariantsOfAConstructorAreOneFunction)
+{
+    add(A, "_ZN1AC1Ev", 1, 9, {{{1}, 3}});
+    add(A, "_ZN1AC2Ev", 1, 9, {{{1}, 4}});
+    EXPECT_EQ(build(), "/a.cc _ZN1AC1Ev _ZN1AC2Ev 1-9: 1=7\n");
+}
+
+TEST_F(ModelBuilderTest, FunctionsOfOneMacroStayApart)
+{
+    add(A, "_Z3getv", 3, 3, {{{3}, 1}});
+    add(A, "_Z3setv", 3, 3, {{{3}, 2}});
+    EXPECT_EQ(build(), "/a.cc _Z3getv 3-3: 3=1\n/a.cc _Z3setv 3-3: 3=2\n");
+}
+
+TEST_F(ModelBuilderTest, PlaceIsFileAndRangeWithColumns)
+{
+    add(A, "f", 1, 9, {{{1}, 1}});
+    add(B, "f", 1, 9, {{{1}, 1}});
+    add(A, "f", 1, 8, {{{1}, 1}});
+    add(A, "f", 1, 9, {{{1}, 1}})._startColumn = 6;
+    add(A, "f", 1, 9, {{{1}, 1}})._endColumn = 6;
+    const std::string all = build();
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 5);
+}
+
+TEST_F(ModelBuilderTest, LineInAnotherFunctionsRangeCountsThere)
+{
+    add(A, "f", 19, 26, {{{5, 19}, 4}, {{20}, 1}});
+    add(A, "g", 1, 9, {{{5, 6}, 0}});
+    EXPECT_EQ(build(), "/a.cc f 19-26: 19=4 20=1\n/a.cc g 1-9: 5=4 6=0\n");
+}
+
+TEST_F(ModelBuilderTest, LineOfAHeadersFunctionCountsThere)
+{
+    add(A, "f", 19, 26, {{{19}, 4}, {{5}, 3, H}, {{5, 6}, 2, H}});
+    add(B, "k", 1, 2, {{{1}, 9}, {{6}, 9, H}});
+    add(H, "g", 1, 9, {{{5, 6}, 0}});
+    EXPECT_EQ(build(), "/a.cc f 19-26: 19=4\n/b.cc k 1-2: 1=9\n/h.h g 1-9: 5=3 6=11\n");
+}
+
+TEST_F(ModelBuilderTest, InnermostFunctionHoldsALine)
+{
+    add(A, "f", 20, 26, {{{20}, 1}, {{5}, 7}});
+    add(A, "outer", 1, 9, {{{1}, 1}});
+    add(A, "inner", 4, 6, {{{4}, 1}});
+    EXPECT_EQ(build(), "/a.cc f 20-26: 20=1\n/a.cc inner 4-6: 4=1 5=7\n/a.cc outer 1-9: 1=1\n");
+}
+
+TEST_F(ModelBuilderTest, LineInTheOwnRangeStaysWhoeverIsInside)
+{
+    add(A, "outer", 1, 9, {{{1, 5}, 1}});
+    add(A, "inner", 4, 6, {{{4}, 1}});
+    EXPECT_EQ(build(), "/a.cc inner 4-6: 4=1\n/a.cc outer 1-9: 1,5=1\n");
+}
+
+TEST_F(ModelBuilderTest, LineThatNoFunctionHoldsStaysInTheOwnFile)
+{
+    add(A, "constructor", 19, 26, {{{5, 19}, 4}});
+    EXPECT_EQ(build(), "/a.cc constructor 19-26: 5,19=4\n");
+}
+
+TEST_F(ModelBuilderTest, LinesOfIncludedTextMakeAnEntryInThatFile)
+{
+    add(A, "f", 1, 9, {{{1}, 1}, {{70, 71}, 2, B}, {{2}, 3}, {{60}, 4, B}});
+    EXPECT_EQ(build(), "/a.cc f 1-9: 1=1 2=3\n/b.cc f 60-71: 70,71=2 60=4\n");
+}
+
+TEST_F(ModelBuilderTest, FunctionMadeByTheCompilerGivesOnlyWhatItHoldsOfOthers)
+{
+    add(A, "_ZN1BD2Ev", 3, 5, {{{4}, 1}, {{40}, 1}, {{13}, 7}, {{50}, 1, H}})._isHidden = true;
+    add(A, "_ZN1AD2Ev", 12, 14, {{{12, 13}, 0}});
+    add(A, "user", 3, 5, {{{3}, 2}});
+    EXPECT_EQ(build(), "/a.cc _ZN1AD2Ev 12-14: 12=0 13=7\n/a.cc user 3-5: 3=2\n");
+}
+
+TEST_F(ModelBuilderTest, EntriesOfOneNameAreOne)
+{
+    add(A, "f", 1, 9, {{{1}, 1}, {{70, 71}, 2, H}});
+    add(B, "f", 3, 9, {{{3}, 1}, {{71, 72}, 0, H}});
+    add(B, "g", 20, 29, {{{20}, 1}, {{70}, 5, H}});
+    EXPECT_EQ(build(), "/a.cc f 1-9: 1=1\n/b.cc f 3-9: 3=1\n/b.cc g 20-29: 20=1\n"
+                       "/h.h f 70-72: 70=2 71=2 72=0\n/h.h g 70-70: 70=5\n");
+}
+
+TEST_F(ModelBuilderTest, RangeWithItsEndsInTwoFilesKeepsItsLines)
+{
+    add(A, "parse", 90, 20, {{{90, 5}, 1}, {{7}, 2, B}});
+    add(A, "g", 4, 6, {{{4}, 1}});
+    std::sort(_copies[0]._lines.begin(), _copies[0]._lines.end());
+    EXPECT_EQ(build(), "/a.cc g 4-6: 4=1\n/a.cc parse 90-20: 5,90=1\n/b.cc parse 7-7: 7=2\n");
+}
+
+TEST_F(ModelBuilderTest, BodyBelongsToTheFunctionThatStartsThere)
+{
+    add(A, "_Z5counti", 3, 9, {{{3, 9}, 1}});
+    FunctionCopy& body = add(A, "_Z5counti", 3, 3, {{{3}, 1}, {{5, 6}, 4}});
+    body._isBody = true;
+    body._endColumn = 5;
+    EXPECT_EQ(build(), "/a.cc _Z5counti 3-9: 3=2 5=4 6=4 9=1\n");
+}
+
+TEST_F(ModelBuilderTest, BodyWithoutItsFunctionEndsAtItsLastLine)
+{
+    add(A, "f", 3, 9, {{{3}, 1}});
+    add(A, "_Z5counti", 3, 3, {{{3}, 1}, {{5, 6}, 4}})._isBody = true;
+    EXPECT_EQ(build(), "/a.cc _Z5counti 3-6: 3=1 5,6=4\n/a.cc f 3-9: 3=1\n");
 }
 
 TEST_F(ModelBuilderTest, SumsDoNotOverflow)
 {
-    add("/a.cc", "f", {{1, 2, INT64_MAX}, {3, 3, INT64_MIN}});
-    add("/a.cc", "f", {{1, 2, 1}, {3, 3, -1}});
-    EXPECT_EQ(_model._files[0]._functions[0]._blocks[0]._hits, INT64_MAX);
-    EXPECT_EQ(_model._files[0]._functions[0]._blocks[1]._hits, INT64_MIN);
+    add(A, "f", 1, 9, {{{1}, INT64_MAX}, {{2}, INT64_MIN}});
+    add(A, "f", 1, 9, {{{1}, 1}, {{2}, -1}});
+    EXPECT_EQ(build(), "/a.cc f 1-9: 1=9223372036854775807 2=-9223372036854775808\n");
+}
+
+TEST_F(ModelBuilderTest, SourceCompiledInTwoWaysIsToldOnce)
+{
+    add(A, "f", 1, 9, {{{1}, 1}});
+    add(A, "f", 1, 9, {{{2}, 1}});
+    add(A, "g", 10, 19, {{{11}, 1}});
+    add(A, "g", 10, 19, {{{12}, 1}});
+    (void)build();
+    EXPECT_EQ(_losses._sourcesOfTwoBuilds, 1u);
+}
+
+TEST_F(ModelBuilderTest, HeadersAndInstancesMayDiffer)
+{
+    add(H, "f", 1, 9, {{{1}, 1}});
+    add(H, "f", 1, 9, {{{2}, 1}});
+    add(A, "_Z1gIiEvT_", 1, 9, {{{1}, 3}});
+    add(A, "_Z1gIlEvT_", 1, 9, {{{2}, 4}});
+    add(B, "_Z1hv", 1, 9, {{{1}, 3}});
+    add(B, "_Z1hv", 1, 1, {{{2}, 3}})._isBody = true;
+    (void)build();
+    EXPECT_EQ(_losses._sourcesOfTwoBuilds, 0u);
+}
+
+TEST_F(ModelBuilderTest, OrderOfCopiesDoesNotMatter)
+{
+    add(A, "f", 19, 26, {{{19}, 4}, {{5}, 3, H}, {{30}, 2, H}});
+    add(H, "_Z1gIiEvT_", 1, 9, {{{5, 6}, 0}});
+    add(H, "_Z1gIlEvT_", 1, 9, {{{5, 7}, 1}});
+    add(B, "f", 1, 2, {{{1}, 9}, {{31}, 9, H}});
+    const std::string expected = build();
+    std::reverse(_copies.begin(), _copies.end());
+    EXPECT_EQ(build(), expected);
+}
+
+TEST_F(ModelBuilderTest, WhatHasNoLinesIsNotThere)
+{
+    add(A, "f", 1, 9, {});
+    EXPECT_EQ(build(), "");
 }
 
 } // namespace

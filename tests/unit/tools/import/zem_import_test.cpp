@@ -72,6 +72,21 @@ protected:
 
     std::string output() const { return TempDir::read(_dir.path("out")); }
 
+    // The only map of this name in a folder of the test's.
+    std::string mapOf(const std::string& name, const std::string& folder = ".") const
+    {
+        std::string result;
+        for (const fs::directory_entry& entry : fs::directory_iterator(_dir.path(folder))) {
+            const std::string path = entry.path().string();
+            if (entry.path().extension() == ".map" &&
+                entry.path().filename().string().compare(0, name.size() + 1, name + "-") == 0) {
+                EXPECT_EQ(result, "") << path;
+                result = path;
+            }
+        }
+        return result;
+    }
+
     const TempDir _dir;
 };
 
@@ -104,8 +119,8 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
     ASSERT_TRUE(gcov.parse(json));
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
     for (const GcovLineFunction& entry : gcov.functions()) {
-        for (const CovBlock& block : entry._function._blocks) {
-            compilers[entry._file][block._startLine] += block._hits;
+        for (const CopyLine& line : entry._copy._lines) {
+            compilers[entry._file][line._line] += entry._copy._hits[line._block];
         }
     }
     for (const auto& file : own.lines()) {
@@ -138,19 +153,18 @@ TEST_F(ZemImportTest, MapHoldsFilesFunctionsAndNames)
 {
     ASSERT_EQ(run("build/work"), 0);
     ASSERT_EQ(import("gcc -o out.d --name first build"), 0) << output();
-    const std::string text = mapText(_dir.path("out.d/first.map"));
+    const std::string text = mapText(mapOf("first", "out.d"));
     for (const char* name :
-         {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<int>__Fii\n",
-          "  larger<long>__Fll\n", "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n",
-          "  jobs::total__Fi\n", "  (anonymous namespace)::counted__Fv\n",
-          "  jobs::Square::Square__Fi\n"}) {
+         {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<...>\n",
+          "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n", "  jobs::total__Fi\n",
+          "  (anonymous namespace)::counted__Fv\n", "  jobs::Square::Square__Fi\n"}) {
         const size_t at = text.find(name);
         EXPECT_NE(at, std::string::npos) << name << text;
         // A header's function stands once, whatever number of units include it.
         EXPECT_EQ(text.find(name, at + 1), std::string::npos) << name << text;
     }
     EXPECT_EQ(text.find("vector.tcc"), std::string::npos);
-    EXPECT_NE(output().find("zem-import: out.d/first.map and .log: 3 files, "), std::string::npos);
+    EXPECT_NE(output().find("zem-import: out.d/first.log of map first-"), std::string::npos);
     EXPECT_EQ(output().find('\n'), output().size() - 1) << output();
 }
 
@@ -160,9 +174,9 @@ TEST_F(ZemImportTest, AnotherRunGivesTheSameMapAndALogThatMerges)
     ASSERT_EQ(import("gcc --run run1 --name one build"), 0) << output();
     ASSERT_EQ(import("gcc --run run2 --name two build"), 0) << output();
     ASSERT_EQ(import("gcc --name none build"), 0) << output();
-    const std::string map = TempDir::read(_dir.path("one.map"));
-    EXPECT_EQ(map, TempDir::read(_dir.path("two.map")));
-    EXPECT_EQ(map, TempDir::read(_dir.path("none.map")));
+    const std::string map = TempDir::read(mapOf("one"));
+    EXPECT_EQ(map, TempDir::read(mapOf("two")));
+    EXPECT_EQ(map, TempDir::read(mapOf("none")));
     EXPECT_NE(TempDir::read(_dir.path("one.log")).substr(128),
               TempDir::read(_dir.path("two.log")).substr(128));
 
@@ -186,14 +200,107 @@ TEST_F(ZemImportTest, AnotherRunGivesTheSameMapAndALogThatMerges)
     EXPECT_EQ(uncoveredOfThree, uncovered + total);
 }
 
+TEST_F(ZemImportTest, AnotherBuildLeavesTheMapOfAnOlderLog)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    ASSERT_EQ(import("gcc build"), 0) << output();
+    const std::string old = mapOf("coverage");
+    const std::string bytes = TempDir::read(old);
+    ASSERT_EQ(run("mv coverage.log old.log && rm build/*.gc* && cd build && "
+                  "g++ --coverage -O2 -I../src ../src/main.cc '../src/jobs and shapes.cc' -o work"),
+              0)
+        << output();
+    ASSERT_EQ(import("gcc build"), 0) << output();
+    EXPECT_EQ(TempDir::read(old), bytes);
+    ZEMRepository repository;
+    EXPECT_EQ(repository.processFile(_dir.path("old.log").c_str()), 0);
+
+    ASSERT_EQ(import("--clean ."), 0);
+    EXPECT_EQ(output(), "zem-import: 0 maps removed, 2 that logs name are kept\n");
+    fs::remove(_dir.path("coverage.log"));
+    ASSERT_EQ(import("--clean ."), 0);
+    EXPECT_NE(output().find("1 maps removed, 1 that logs name are kept\n"), std::string::npos);
+    EXPECT_EQ(mapOf("coverage"), old);
+}
+
+TEST_F(ZemImportTest, RelativePathsAreFoundFromTheFolder)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    ASSERT_EQ(import("gcc --relative -o cov --name r build"), 0) << output();
+    ASSERT_EQ(
+        run("mkdir far && mv src cov far && cd far && " ZEM_BINARY_DIR "/bin/zem-report cov/r.log"),
+        0)
+        << output();
+    EXPECT_NE(output().find("src/jobs and shapes.cc"), std::string::npos) << output();
+    EXPECT_EQ(output().find(_dir.path()), std::string::npos) << output();
+    EXPECT_EQ(mapText(mapOf("r", "far/cov")).find("jobs and shapes.cc"), 0u);
+}
+
+TEST_F(ZemImportTest, EveryCutOfTheCountersIsAnErrorOfTheirUnit)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    const std::string path = _dir.path("build/main.gcda");
+    const std::string whole = TempDir::read(path);
+    for (size_t size = 0; size < whole.size(); size += 1 + size % 97) {
+        _dir.write("build/main.gcda", whole.substr(0, size));
+        ASSERT_EQ(import("gcc build"), 1) << size;
+        EXPECT_NE(output().find("main.gcno: the .gcda file "), std::string::npos) << output();
+        EXPECT_NE(output().find(": run the tests again, or delete " + path), std::string::npos);
+    }
+}
+
+TEST_F(ZemImportTest, CountersWithoutNotesAndRunsWithoutCountersAreTold)
+{
+    ASSERT_EQ(run("build/work && rm build/main.gcno && mkdir run"), 0);
+    EXPECT_EQ(import("gcc build"), 1);
+    EXPECT_NE(output().find("main.gcda: the .gcno file of these counters is gone"),
+              std::string::npos)
+        << output();
+    EXPECT_NE(output().find("coverage.log of map"), std::string::npos);
+    EXPECT_EQ(import("gcc --name r --run run build"), 1);
+    EXPECT_NE(output().find("no .gcda file in the run folder"), std::string::npos) << output();
+    EXPECT_FALSE(fs::exists(_dir.path("r.log")));
+    ASSERT_EQ(run("cp build/main.gcda run/other.gcda"), 0);
+    EXPECT_EQ(import("gcc --name r --run run build"), 1);
+    EXPECT_NE(output().find("no .gcda file of the run belongs to a unit"), std::string::npos);
+    EXPECT_FALSE(fs::exists(_dir.path("r.log")));
+}
+
+TEST_F(ZemImportTest, SourcesThatMovedAreToldWithTheirNewPlace)
+{
+    ASSERT_EQ(run("build/work && mkdir new && mv src new"), 0);
+    ASSERT_EQ(import("gcc -o new build"), 0);
+    EXPECT_NE(output().find("3 sources not found: " + _dir.path("src/jobs and shapes.cc")),
+              std::string::npos)
+        << output();
+    ASSERT_EQ(run("cd new && " ZEM_BINARY_DIR "/bin/zem-import gcc ../build"), 0);
+    EXPECT_NE(output().find("3 are below " + _dir.path("new/") + " instead of " + _dir.path() +
+                            "/ (ln -s " + _dir.path("new/src") + " " + _dir.path("src")),
+              std::string::npos)
+        << output();
+}
+
+TEST_F(ZemImportTest, SummaryThatCannotBeWrittenIsAnError)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    EXPECT_EQ(import("gcc build >/dev/full"), 1);
+    EXPECT_NE(output().find("cannot write to the standard output: No space left on device"),
+              std::string::npos);
+    // A file that gets the number of a closed stream gets no text.
+    ASSERT_EQ(import("gcc --name whole build"), 0);
+    EXPECT_EQ(import("gcc --name closed build >&- 2>&-"), 1);
+    EXPECT_EQ(TempDir::read(mapOf("closed")), TempDir::read(mapOf("whole")));
+    EXPECT_EQ(TempDir::read(_dir.path("closed.losses")), TempDir::read(_dir.path("whole.losses")));
+}
+
 TEST_F(ZemImportTest, LinesRoadGivesTheSameFilesAndSaysSo)
 {
     ASSERT_EQ(run("build/work"), 0);
     ASSERT_EQ(import("gcc --lines --name lines build"), 0) << output();
     EXPECT_NE(output().find("2 units taken as lines from gcov"), std::string::npos) << output();
-    const std::string text = mapText(_dir.path("lines.map"));
+    const std::string text = mapText(mapOf("lines"));
     EXPECT_NE(text.find("jobs and shapes.cc\n"), std::string::npos);
-    EXPECT_NE(text.find("  larger<int>__Fii\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  larger<...>\n"), std::string::npos) << text;
 }
 
 TEST_F(ZemImportTest, CountersOfAnotherBuildAreAnErrorOfTheirUnit)
@@ -213,8 +320,9 @@ class ZemImportWordsTest : public ::testing::Test
 protected:
     int import(const std::string& words)
     {
-        const std::string line = "cd '" + _dir.path() + "' && " ZEM_BINARY_DIR "/bin/zem-import " +
-                                 words + " > out 2> err";
+        const std::string line = "cd '" + _dir.path() +
+                                 "' && { " ZEM_BINARY_DIR "/bin/zem-import " + words +
+                                 "; } > out 2> err";
         const int status = std::system(line.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
@@ -230,8 +338,9 @@ TEST_F(ZemImportWordsTest, TreesWithoutNotesAreAnError)
     EXPECT_EQ(import("gcc ."), 1);
     EXPECT_EQ(err(), "zem-import: no .gcno file found; was it built with g++ --coverage?\n");
     EXPECT_EQ(import("gcc none"), 1);
-    EXPECT_EQ(err(), "zem-import: cannot read the folder none\n");
-    EXPECT_FALSE(fs::exists(_dir.path("coverage.map")));
+    EXPECT_EQ(err(), "zem-import: cannot read the folder " + fs::canonical(_dir.path()).string() +
+                         "/none: No such file or directory\n");
+    EXPECT_FALSE(fs::exists(_dir.path("coverage.log")));
 }
 
 TEST_F(ZemImportWordsTest, NothingLeftIsAnErrorAndLeavesNoFile)
@@ -242,7 +351,7 @@ TEST_F(ZemImportWordsTest, NothingLeftIsAnErrorAndLeavesNoFile)
                          "/a.gcno: the .gcno file holds no notes\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
-    EXPECT_FALSE(fs::exists(_dir.path("coverage.map")));
+    EXPECT_FALSE(fs::exists(_dir.path("coverage.log")));
 }
 
 TEST_F(ZemImportWordsTest, MisuseNamesTheWord)
@@ -259,6 +368,12 @@ TEST_F(ZemImportWordsTest, MisuseNamesTheWord)
     EXPECT_NE(err().find("--run"), std::string::npos);
     EXPECT_EQ(import("gcc --name a/b ."), 1);
     EXPECT_NE(err().find("a/b"), std::string::npos);
+    EXPECT_EQ(import("gcc -o '' ."), 1);
+    EXPECT_NE(err().find("-o ''"), std::string::npos);
+    EXPECT_EQ(import("--clean"), 1);
+    EXPECT_NE(err().find("--clean"), std::string::npos);
+    EXPECT_EQ(import("--clean none"), 1);
+    EXPECT_EQ(err(), "zem-import: cannot clean none: none: No such file or directory\n");
 }
 
 TEST_F(ZemImportWordsTest, HelpAndVersionGoToTheStandardOutput)
@@ -269,6 +384,11 @@ TEST_F(ZemImportWordsTest, HelpAndVersionGoToTheStandardOutput)
     EXPECT_EQ(err(), "");
     EXPECT_EQ(import("--version"), 0);
     EXPECT_EQ(out(), "zem-import 3.1\n");
+    for (const char* words : {"--help", "--version"}) {
+        EXPECT_EQ(import(std::string(words) + " >/dev/full"), 1) << words;
+        EXPECT_EQ(import(std::string(words) + " >&-"), 1) << words;
+        EXPECT_EQ(err(), "zem-import: cannot write to the standard output: Bad file descriptor\n");
+    }
 }
 
 } // namespace

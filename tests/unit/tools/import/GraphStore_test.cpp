@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/gcc/GraphStore.h"
+
+#include "tests/unit/tools/import/GcovBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+ContentKey keyOf(uint64_t value)
+{
+    ContentKey key;
+    key.add(value);
+    return key;
+}
+
+// The graph of the sample unit (GcovBuilder.h).
+std::unique_ptr<GccGraph> sampleGraph(const char* symbol = "work")
+{
+    auto graph = std::make_unique<GccGraph>();
+    graph->_copy._symbol = symbol;
+    graph->_copy._startLine = 1;
+    graph->_copy._endLine = 6;
+    graph->_copy._lines = {{2, 0, 1}, {2, 0, 2}, {3, 0, 3}, {5, 0, 6}};
+    graph->_nBlocks = 6;
+    graph->_nCounters = 2;
+    graph->_arcs = {{0, 2, 4, 0}, {2, 3, 4, 0}, {2, 4, 1, 0},
+                    {3, 5, 1, 0}, {4, 5, 5, 0}, {5, 1, 1, 0}};
+    return graph;
+}
+
+class GraphStoreTest : public ::testing::Test
+{
+protected:
+    std::vector<FunctionCopy> solve() { return _store.solve(2, _losses); }
+
+    void addCounters(GccGraph& graph)
+    {
+        const std::string bytes = sampleCounters(12);
+        GcdaFile counters(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+        ASSERT_EQ(counters.open(SampleStamp), GcdaFile::Ok);
+        _store.addCounters(graph, counters, 7);
+    }
+
+    GraphStore _store;
+    ImportLosses _losses;
+};
+
+using Counts = std::vector<int64_t>;
+
+TEST_F(GraphStoreTest, WhatWasPutInIsFoundByItsBytes)
+{
+    EXPECT_EQ(_store.find(keyOf(1))._kind, KnownFunction::Unknown);
+    GccGraph* graph = _store.insert(keyOf(1), sampleGraph());
+    EXPECT_EQ(_store.find(keyOf(1))._kind, KnownFunction::Wanted);
+    EXPECT_EQ(_store.find(keyOf(1))._graph, graph);
+    EXPECT_EQ(_store.find(keyOf(2))._kind, KnownFunction::Unknown);
+    _store.leaveOut(keyOf(2), KnownFunction::System);
+    EXPECT_EQ(_store.find(keyOf(2))._kind, KnownFunction::System);
+}
+
+TEST_F(GraphStoreTest, SameFunctionFromOtherBytesIsOne)
+{
+    GccGraph* graph = _store.insert(keyOf(1), sampleGraph());
+    EXPECT_EQ(_store.insert(keyOf(2), sampleGraph()), graph);
+    EXPECT_EQ(_store.find(keyOf(2))._graph, graph);
+    EXPECT_EQ(solve().size(), 1u);
+}
+
+TEST_F(GraphStoreTest, AnyDifferenceMakesAnotherFunction)
+{
+    const auto insert = [this](void (*change)(GccGraph&)) {
+        auto graph = sampleGraph();
+        change(*graph);
+        (void)_store.insert(keyOf(1), std::move(graph));
+    };
+    insert([](GccGraph&) {});
+    insert([](GccGraph& graph) { graph._copy._symbol = "walk"; });
+    insert([](GccGraph& graph) { graph._copy._file = 1; });
+    insert([](GccGraph& graph) { graph._copy._startLine = 2; });
+    insert([](GccGraph& graph) { graph._copy._startColumn = 2; });
+    insert([](GccGraph& graph) { graph._copy._endLine = 2; });
+    insert([](GccGraph& graph) { graph._copy._endColumn = 2; });
+    insert([](GccGraph& graph) { graph._copy._isBody = true; });
+    insert([](GccGraph& graph) { graph._copy._lines[1]._line = 3; });
+    insert([](GccGraph& graph) { graph._copy._lines.pop_back(); });
+    insert([](GccGraph& graph) { graph._nBlocks = 7; });
+    insert([](GccGraph& graph) { graph._arcs[5]._to = 0; });
+    insert([](GccGraph& graph) { graph._arcs[4]._flags = 4; });
+    EXPECT_EQ(solve().size(), 13u);
+}
+
+TEST_F(GraphStoreTest, CountersAreAddedUpBeforeTheFlowIsSolved)
+{
+    GccGraph* graph = _store.insert(keyOf(1), sampleGraph());
+    addCounters(*graph);
+    addCounters(*graph);
+    addCounters(*graph);
+    const std::vector<FunctionCopy> copies = solve();
+    ASSERT_EQ(copies.size(), 1u);
+    EXPECT_EQ(copies[0]._hits, (Counts{30, 30, 30, 12, 18, 30}));
+    EXPECT_EQ(_losses._blocksWithoutLine, 1u);
+    EXPECT_EQ(_losses._unsolvedFunctions, 0u);
+}
+
+TEST_F(GraphStoreTest, FunctionThatNeverRanCountsNothing)
+{
+    (void)_store.insert(keyOf(1), sampleGraph());
+    EXPECT_EQ(solve()[0]._hits, Counts(6, 0));
+}
+
+TEST_F(GraphStoreTest, CountsOfLinesAreAddedUp)
+{
+    auto graph = std::make_unique<GccGraph>();
+    graph->_copy._lines = {{0, 0, 1}, {1, 0, 2}};
+    graph->_copy._hits = {0, 0};
+    FunctionCopy run = graph->_copy;
+    run._hits = {4, INT64_MAX};
+    GccGraph* kept = _store.insert(keyOf(1), std::move(graph));
+    _store.addHits(*kept, run);
+    _store.addHits(*kept, run);
+    EXPECT_EQ(solve()[0]._hits, (Counts{8, INT64_MAX}));
+    EXPECT_EQ(_losses._blocksWithoutLine, 0u);
+}
+
+TEST_F(GraphStoreTest, ManyFunctionsAreAllSolved)
+{
+    for (uint64_t i = 0; i < 1000; ++i) {
+        addCounters(*_store.insert(keyOf(i), sampleGraph(std::to_string(i).c_str())));
+    }
+    const std::vector<FunctionCopy> copies = solve();
+    ASSERT_EQ(copies.size(), 1000u);
+    for (const FunctionCopy& copy : copies) {
+        ASSERT_EQ(copy._hits[2], 10);
+    }
+}
+
+TEST(ContentKeyTest, EveryByteAndTheLengthCount)
+{
+    const std::string text(37, 'x');
+    ContentKey whole;
+    whole.add(text.data(), text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
+        std::string other = text;
+        other[i] = 'y';
+        ContentKey key;
+        key.add(other.data(), other.size());
+        EXPECT_FALSE(key == whole) << i;
+    }
+    const char zeros[24] = {};
+    ContentKey one;
+    one.add(zeros, 1);
+    for (size_t length : {0, 2, 8, 9, 16, 24}) {
+        ContentKey key;
+        key.add(zeros, length);
+        EXPECT_FALSE(key == one) << length;
+    }
+    ContentKey again;
+    again.add(text.data(), text.size());
+    EXPECT_TRUE(again == whole);
+    again.add(1);
+    EXPECT_FALSE(again == whole);
+}
+
+} // namespace

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/FolderWalk.h"
+
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+FolderWalk::FolderWalk(const std::string& folder) : _waiting{folder} {}
+
+FolderWalk::~FolderWalk()
+{
+    closeCurrent();
+}
+
+void FolderWalk::closeCurrent()
+{
+    if (_current != nullptr) {
+        closedir(_current);
+        _current = nullptr;
+    }
+}
+
+// Opens folders until one can be read; false when none is left.
+bool FolderWalk::openNext()
+{
+    while (!_waiting.empty()) {
+        _folder = std::move(_waiting.back());
+        _waiting.pop_back();
+        _current = opendir(_folder.c_str());
+        if (_current != nullptr) {
+            return true;
+        }
+        _problems.push_back({_folder, std::strerror(errno)});
+    }
+    return false;
+}
+
+bool FolderWalk::isFolder(const dirent& entry) const
+{
+    if (entry.d_type != DT_UNKNOWN) {
+        return entry.d_type == DT_DIR;
+    }
+    struct stat status = {};
+    return lstat(_path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool FolderWalk::isFile() const
+{
+    if (_type == DT_REG) {
+        return true;
+    }
+    struct stat status = {};
+    return stat(_path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool FolderWalk::next()
+{
+    while (_current != nullptr || openNext()) {
+        errno = 0; // tells the end of the folder from an error
+        const dirent* entry = readdir(_current);
+        if (entry == nullptr) {
+            if (errno != 0) {
+                _problems.push_back({_folder, std::strerror(errno)});
+            }
+            closeCurrent();
+            continue;
+        }
+        if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
+            continue;
+        }
+        _path = _folder;
+        _path += _path.empty() || _path.back() != '/' ? "/" : "";
+        _path += entry->d_name;
+        if (isFolder(*entry)) {
+            _waiting.push_back(_path);
+            continue;
+        }
+        _type = entry->d_type;
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+//
+// Goes through a folder and all below. Links to folders are not followed. A folder that cannot be
+// read is remembered and the walk goes on with the others, so that a caller can say what it missed.
+// Holds one folder open at a time.
+#pragma once
+
+#include <dirent.h>
+#include <string>
+#include <vector>
+
+class FolderWalk
+{
+public:
+    // What went wrong with a folder.
+    struct Problem
+    {
+        std::string _folder;
+        std::string _reason; // the system's
+    };
+
+    explicit FolderWalk(const std::string& folder);
+    ~FolderWalk();
+    FolderWalk(const FolderWalk&) = delete;
+    FolderWalk& operator=(const FolderWalk&) = delete;
+
+    // Goes to the next entry that is no folder, in no certain order. Returns false at the end.
+    bool next();
+
+    // The entry: its path, which begins with the folder given, and whether it is a regular file or
+    // a link to one. REQUIRES: next() returned true.
+    const std::string& path() const { return _path; }
+    bool isFile() const;
+
+    const std::vector<Problem>& problems() const { return _problems; }
+
+private:
+    bool openNext();
+    void closeCurrent();
+    bool isFolder(const dirent& entry) const;
+
+    std::vector<std::string> _waiting; // folders to come
+    std::string _folder;               // the one that is open
+    DIR* _current = nullptr;
+    std::string _path;
+    unsigned char _type = DT_UNKNOWN; // of the entry
+    std::vector<Problem> _problems;
+};
