@@ -313,8 +313,8 @@ std::string comparedSpelling(const std::string& text)
     const std::string moved = constBehind(filled);
     std::string result;
     for (size_t i = 0; i < moved.size(); ++i) {
-        const bool isNeeded = moved[i] == ' ' && i > 0 && i + 1 < moved.size() &&
-                              isWord(moved[i - 1]) && isWord(moved[i + 1]);
+        const bool isNeeded = moved[i] == ' ' && !result.empty() && i + 1 < moved.size() &&
+                              isWord(result.back()) && isWord(moved[i + 1]);
         if (moved[i] != ' ' || isNeeded) {
             result += moved[i];
         }

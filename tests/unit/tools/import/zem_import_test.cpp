@@ -156,9 +156,8 @@ TEST_F(ZemImportTest, MapHoldsFilesFunctionsAndNames)
     const std::string text = mapText(mapOf("first", "out.d"));
     for (const char* name :
          {"jobs and shapes.cc\n", "main.cc\n", "shapes.h\n", "  main\n", "  larger<...>\n",
-          "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n",
-          "  jobs::total__Fi\n", "  (anonymous namespace)::counted__Fv\n",
-          "  jobs::Square::Square__Fi\n"}) {
+          "  Shape::operator<__FRC5Shape\n", "  neverCalled__Fi\n", "  jobs::total__Fi\n",
+          "  (anonymous namespace)::counted__Fv\n", "  jobs::Square::Square__Fi\n"}) {
         const size_t at = text.find(name);
         EXPECT_NE(at, std::string::npos) << name << text;
         // A header's function stands once, whatever number of units include it.

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "tools/compare/PlainName.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Filtered
+{
+    const char* _text;   // c++filt's
+    const char* _name;   // expected
+    const char* _params; // expected
+};
+
+const Filtered filtered[] = {
+    {"main", "main", ""},
+    {"ns::f(int, char const*)", "ns::f", "(int,char const*)"},
+    {"ns::Shape::area() const", "ns::Shape::area", "()"},
+    {"ns::Shape::take() &&", "ns::Shape::take", "()"},
+    {"int larger<int>(int, int)", "larger<int>", "(int,int)"},
+    {"std::vector<int, std::allocator<int> > copy<long>(long)", "copy<long>", "(long)"},
+    {"name[abi:cxx11]()", "name", "()"},
+    {"f(int) [clone .part.0]", "f", "(int)"},
+    {"Log::operator<<(std::__cxx11::basic_string<char, std::char_traits<char>, "
+     "std::allocator<char> > const&)",
+     "Log::operator<<", "(std::string const&)"},
+    {"Log& Log::operator<< <char [5]>(char const (&) [5])", "Log::operator<<<char[5]>",
+     "(char const(&)[5])"},
+    {"A::operator()(int) const", "A::operator()", "(int)"},
+    {"A::operator->() const", "A::operator->", "()"},
+    {"A::operator ns::B<int>() const", "A::operator ns::B<int>", "()"},
+    {"A::operator delete[](void*)", "A::operator delete[]", "(void*)"},
+    {"bool operator< <int>(Box<int> const&)", "operator<<int>", "(Box<int>const&)"},
+    {"run(int) const::{lambda(int)#1}::operator()(int) const",
+     "run(int)::{lambda(int)#1}::operator()", "(int)"},
+    {"(anonymous namespace)::hidden(ns::A)", "(anonymous namespace)::hidden", "(ns::A)"},
+    {"void ns::f<ns::A, ns::B<ns::C> >(ns::A)", "ns::f<A,B<C>>", "(ns::A)"},
+    {"ns::T<ns::A>::f()", "ns::T<ns::A>::f", "()"},
+    {"void f<run()::{lambda()#1}>(run()::{lambda()#1})", "f<{lambda()#1}>",
+     "(run()::{lambda()#1})"},
+    {"void (*choose<int>(int))(char)", "choose<int>", "(int)"},
+    {"char (&field<int>(int)) [3]", "field<int>", "(int)"},
+    {"std::map<int, A, std::less<int>, std::allocator<std::pair<int const, A> > >::size() const",
+     "std::map<int,A>::size", "()"},
+};
+
+class PlainNameTest : public ::testing::TestWithParam<Filtered>
+{};
+
+TEST_P(PlainNameTest, LeavesOutWhatTheRulesSay)
+{
+    const PlainName name = PlainName::of(GetParam()._text);
+    EXPECT_EQ(comparedSpelling(name._name), GetParam()._name);
+    EXPECT_EQ(comparedSpelling(name._params), GetParam()._params);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, PlainNameTest, ::testing::ValuesIn(filtered));
+
+TEST(ComparedSpellingTest, SideOfConstDoesNotCount)
+{
+    EXPECT_EQ(comparedSpelling("f(const char *, const ns::A &)"),
+              comparedSpelling("f(char const*, ns::A const&)"));
+    EXPECT_EQ(comparedSpelling("f(const (anonymous namespace)::A &)"),
+              comparedSpelling("f((anonymous namespace)::A const&)"));
+    EXPECT_NE(comparedSpelling("f(const char *)"), comparedSpelling("f(char *const)"));
+    EXPECT_NE(comparedSpelling("f(const char *)"), comparedSpelling("f(char *)"));
+}
+
+TEST(ComparedSpellingTest, WordsStayApart)
+{
+    EXPECT_EQ(comparedSpelling("f( unsigned  long )"), "f(unsigned long)");
+    EXPECT_EQ(withoutQualifiers("f(const volatile char *, constant)"), "f(char*,constant)");
+}
+
+TEST(IsShownTest, PlaceholdersStandForListsAndTypes)
+{
+    EXPECT_TRUE(isShown("f<int>(A<B>,long)", "f<...>(A<...>,long)", true));
+    EXPECT_TRUE(isShown("f<int>(int*,ns::A<int>&)", "f<...>(auto,auto&)", true));
+    EXPECT_TRUE(isShown("f<int,char>(int&,char&)", "f<...>(auto&,...)", true));
+    EXPECT_TRUE(isShown("f::{lambda(int)#1}::operator()", "f::{lambda(...)#1}::operator()", true));
+    EXPECT_FALSE(isShown("f<int>(int,long)", "f<...>(auto)", true));
+    EXPECT_FALSE(isShown("f<int>(int)", "g<...>(int)", true));
+    EXPECT_FALSE(isShown("f<int>(int)", "f(int)", true));
+    EXPECT_FALSE(isShown("f(int)", "f(...)", true));
+    EXPECT_FALSE(isShown("f<int>(int)", "f<...>(int)", false));
+}
+
+TEST(IsShownTest, LongNameHasItsWholeTextAsParameters)
+{
+    EXPECT_TRUE(isShownShortened("ns::f<int>", "ns::f<int>(char)", "ns::f<...>(ns::f<int>(char))"));
+    EXPECT_FALSE(isShownShortened("ns::f<int>", "ns::f<int>(char)", "ns::f<...>(ns::f<int>(int))"));
+    EXPECT_FALSE(isShownShortened("ns::f<int>", "ns::f<int>(char)", "g<...>(ns::f<int>(char))"));
+}
+
+} // namespace
