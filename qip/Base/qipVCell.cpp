@@ -38,7 +38,7 @@ qipVCell::~qipVCell()
 
 void qipVCell::setName(const char* name)
 {
-    qipAssertAs(name != nullptr, "name != 0");
+    qipAssert(name != 0);
     const bool isSet = _name.set(name);
     qipAssertAs(isSet, "_name != 0");
 }
@@ -79,13 +79,13 @@ void qipVCell::getResources(const XtResource*, int) {}
 
 void qipVCell::installDestroyHandler() const
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     addOnce(_base, XmNdestroyCallback, destroyed_cbk, const_cast<qipVCell*>(this));
 }
 
 void qipVCell::installHelpHandler() const
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     if (XtHasCallbacks(_base, XmNhelpCallback) != XtCallbackNoList) {
         addOnce(_base, XmNhelpCallback, helpRequested_cbk, const_cast<qipVCell*>(this));
     }

@@ -57,7 +57,7 @@ int clampTo(int value, int least, int most)
 
 qipWindow::qipWindow(const char* name) : qipVCell(name), _main(nullptr), _workArea(nullptr)
 {
-    qipAssertAs(theApplication != nullptr, "theApplication != 0");
+    qipAssert(theApplication != 0);
     theApplication->registerWindow(this);
 }
 
@@ -82,7 +82,7 @@ void qipWindow::initialize()
 
     _main = XtCreateManagedWidget("aWindow", xmMainWindowWidgetClass, _base, nullptr, 0);
     _workArea = createWorkArea(_main);
-    qipAssertAs(_workArea != nullptr, "_workArea != 0");
+    qipAssert(_workArea != 0);
     XtVaSetValues(_main, XmNworkWindow, _workArea, nullptr);
     if (!XtIsManaged(_workArea)) {
         XtManageChild(_workArea);
@@ -91,7 +91,7 @@ void qipWindow::initialize()
 
 void qipWindow::manage()
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtPopup(_base, XtGrabNone);
     if (XtIsRealized(_base)) {
         XMapRaised(XtDisplay(_base), XtWindow(_base));
@@ -100,7 +100,7 @@ void qipWindow::manage()
 
 void qipWindow::unmanage()
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtPopdown(_base);
 }
 
@@ -111,7 +111,7 @@ void qipWindow::close()
 
 void qipWindow::iconify()
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtVaSetValues(_base, XmNiconic, True, nullptr);
     if (XtIsRealized(_base)) {
         XIconifyWindow(XtDisplay(_base), XtWindow(_base), 0);

@@ -10,12 +10,12 @@
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Repository/ZEMRepository.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
-#include <csignal>
 
 namespace {
 
@@ -57,7 +57,8 @@ protected:
     void build(const std::string& folder)
     {
         fs::create_directories(_dir.path(folder));
-        const std::string line = "cd '" + _dir.path(folder) + "' && rm -f *.gc* && g++ --coverage "
+        const std::string line = "cd '" + _dir.path(folder) +
+                                 "' && rm -f *.gc* && g++ --coverage "
                                  "../src/*.cc -o work && ./work";
         ASSERT_EQ(std::system(line.c_str()), 0);
     }
