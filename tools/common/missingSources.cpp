@@ -44,8 +44,7 @@ std::set<std::string> placesAround(const std::vector<std::string>& folders)
 // Takes away what both ends have in common.
 Move shortened(fs::path from, fs::path to)
 {
-    while (from.has_relative_path() && to.has_relative_path() &&
-           from.filename() == to.filename()) {
+    while (from.has_relative_path() && to.has_relative_path() && from.filename() == to.filename()) {
         from = from.parent_path();
         to = to.parent_path();
     }
@@ -62,8 +61,8 @@ void vote(const std::string& path, const std::set<std::string>& places,
         for (size_t slash = path.find('/'); slash != std::string::npos;
              slash = path.find('/', slash + 1)) {
             if (isFile(place + path.substr(slash))) {
-                const auto parts = std::count(path.begin() + static_cast<std::ptrdiff_t>(slash),
-                                              path.end(), '/');
+                const auto parts =
+                    std::count(path.begin() + static_cast<std::ptrdiff_t>(slash), path.end(), '/');
                 size_t& weight = moves[shortened(path.substr(0, slash), place)];
                 weight = std::max(weight, static_cast<size_t>(parts));
                 break;
@@ -128,16 +127,16 @@ std::string missingSources(const CoverageModel& model, const std::vector<std::st
         text += (i == 0 ? " " : ", ") + missing[i];
     }
     text += missing.size() > MostNames ? ", ..." : "";
-    const auto best = std::max_element(
-        votes.begin(), votes.end(),
-        [](const auto& one, const auto& other) { return one.second < other.second; });
+    const auto best =
+        std::max_element(votes.begin(), votes.end(), [](const auto& one, const auto& other) {
+            return one.second < other.second;
+        });
     if (best == votes.end()) {
         return text + "; zem shows their numbers without their text";
     }
     const Move& move = best->first;
-    const auto example = std::find_if(missing.begin(), missing.end(), [&move](const auto& path) {
-        return isMoved(path, move);
-    });
+    const auto example = std::find_if(missing.begin(), missing.end(),
+                                      [&move](const auto& path) { return isMoved(path, move); });
     return text + "; " + std::to_string(found(missing, move)) + " are below " + move.second + "/" +
            " instead of " + move.first + "/ (" + linkFor(*example, move) + " lets zem find them)";
 }

@@ -47,7 +47,7 @@ bool isBody(const GcnoFunction& function)
 // "_Z1fPZ1fvE11_Z1fv.Frame.actor".
 std::string coroutineOf(const std::string& body)
 {
-    const std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
+    std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
     if (!endsWith(name, frameEnd)) {
         return name;
     }
@@ -111,6 +111,7 @@ void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, 
         files.push_back(source(folder, file));
     }
     std::vector<CopyLine>& lines = graph._copy._lines;
+    lines.reserve(function._lines.size());
     std::vector<bool> hasLines(function._nBlocks);
     std::vector<bool> isElsewhere(function._nBlocks);
     for (const GcnoLine& line : function._lines) {
@@ -129,7 +130,9 @@ void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, 
     for (uint32_t block = 0; block < function._nBlocks; ++block) {
         graph._blocksOfOtherFiles += isElsewhere[block] && !hasLines[block] ? 1 : 0;
     }
-    std::sort(lines.begin(), lines.end());
+    if (!std::is_sorted(lines.begin(), lines.end())) {
+        std::sort(lines.begin(), lines.end());
+    }
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
     lines.shrink_to_fit();
 }
@@ -169,8 +172,8 @@ bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string
     return true;
 }
 
-// Reads the function that was found last when the store does not know it. Returns false when nothing
-// of it is wanted or the notes are damaged.
+// Reads the function that was found last when the store does not know it. Returns false when
+// nothing of it is wanted or the notes are damaged.
 bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
 {
     const KnownFunction known = _store.find(entry._bytes);
@@ -182,8 +185,7 @@ bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& en
     if (!notes.readPlace(function)) {
         return false;
     }
-    const KnownFunction::Kind kind =
-        kindOf(function, source(notes.folder(), function._files[0]));
+    const KnownFunction::Kind kind = kindOf(function, source(notes.folder(), function._files[0]));
     countKind(kind);
     if (!notes.readGraph(function)) {
         return false;

@@ -4,11 +4,11 @@
 #include "tests/support/DataFiles.h"
 #include "tests/support/TempDir.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <thread>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {

@@ -78,8 +78,10 @@ TEST_F(MissingSourcesTest, SourcesBelowTheRootMoveToo)
     _dir.write("gone/a.cc", "");
     add("/gone/a.cc");
     EXPECT_EQ(missingSources(_model, {_dir.path()}),
-              "1 sources not found: /gone/a.cc; 1 are below " + _dir.path() + "/ instead of / (ln "
-              "-s " + _dir.path("gone") + " /gone lets zem find them)");
+              "1 sources not found: /gone/a.cc; 1 are below " + _dir.path() +
+                  "/ instead of / (ln "
+                  "-s " +
+                  _dir.path("gone") + " /gone lets zem find them)");
 }
 
 } // namespace
