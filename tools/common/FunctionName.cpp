@@ -288,12 +288,12 @@ std::string encodedName(const Function& function, const std::string& shown, bool
 // lists with it are left out of short names, too.
 std::string shortLabel(const std::string& whole)
 {
-    const std::string shown =
+    std::string shown =
         whole.size() > LongestLabel ? NameText(whole).shortened(LongestLabel) : whole;
     if (shown.find("__") == std::string::npos) {
         return shown;
     }
-    const std::string plain = NameText(shown).withoutDoubleUnderscores();
+    std::string plain = NameText(shown).withoutDoubleUnderscores();
     return plain.find("__") == std::string::npos ? plain : shown;
 }
 
@@ -352,6 +352,7 @@ std::string sharedType(std::vector<std::string> types)
         return types.front();
     }
     std::vector<std::string> templates;
+    templates.reserve(types.size());
     for (const std::string& type : types) {
         templates.push_back(NameText(type).withoutArguments());
     }
@@ -390,6 +391,7 @@ std::string sharedTypes(const std::vector<Function>& instances)
             return result + "...";
         }
         std::vector<std::string> types;
+        types.reserve(lists.size());
         for (const std::vector<std::string>& list : lists) {
             types.push_back(list[i]);
         }
@@ -430,6 +432,7 @@ std::string storedFunctionName(const std::vector<std::string>& symbols, const Na
                                ImportLosses& losses)
 {
     std::vector<Function> instances;
+    instances.reserve(symbols.size());
     for (const std::string& symbol : symbols) {
         instances.push_back(readFunction(symbol, losses));
     }

@@ -93,7 +93,7 @@ private:
     void closeList();
     size_t nameStart(size_t bracket) const;
     const DefaultArguments* findDefaults(size_t start, size_t bracket) const;
-    bool isDefault(const char* pattern, const Open& open, size_t argument, size_t end) const;
+    bool isDefault(const char* pattern, const Open& open, size_t index, size_t given) const;
     std::string argument(const Open& open, size_t index) const;
     void abbreviate(size_t start);
 

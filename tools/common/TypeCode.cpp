@@ -79,7 +79,7 @@ public:
 
     bool list(const std::string& types, int nesting);
     bool function(const std::string& name, const std::string& types);
-    bool piece(const std::string& name, std::string& codes);
+    bool piece(const std::string& text, std::string& codes);
 
 private:
     // The codes before a base: of its marks, the outermost first, and of the base's own qualifiers.
