@@ -80,7 +80,7 @@ void qipApplication::initialize(int& argc, char** argv)
 
 void qipApplication::addDefaults(const char* path)
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XrmDatabase database = XtScreenDatabase(XtScreen(_base));
     XrmCombineFileDatabase(path, &database, False);
 }

@@ -49,12 +49,12 @@ qipVCell::~qipVCell()
 
 void qipVCell::setName(const char* name)
 {
-    qipAssertAs(name != nullptr, "name != 0");
+    qipAssert(name != 0);
     // The new name may be the old one's own text, so the old one goes last.
     char* const old = _name;
     const size_t size = std::strlen(name) + 1;
     _name = new (std::nothrow) char[size];
-    qipAssertAs(_name != nullptr, "_name != 0");
+    qipAssert(_name != 0);
     std::memcpy(_name, name, size);
     delete[] old;
 }
@@ -96,13 +96,13 @@ void qipVCell::getResources(const XtResource*, int) {}
 
 void qipVCell::installDestroyHandler() const
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtAddCallback(_base, XmNdestroyCallback, destroyed_cbk, const_cast<qipVCell*>(this));
 }
 
 void qipVCell::installHelpHandler() const
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     if (XtHasCallbacks(_base, XmNhelpCallback) != XtCallbackNoList) {
         XtAddCallback(_base, XmNhelpCallback, helpRequested_cbk, const_cast<qipVCell*>(this));
     }

@@ -20,7 +20,7 @@ Atom deleteWindow(Widget shell)
 
 qipWindow::qipWindow(const char* name) : qipVCell(name), _main(nullptr), _workArea(nullptr)
 {
-    qipAssertAs(theApplication != nullptr, "theApplication != 0");
+    qipAssert(theApplication != 0);
     theApplication->registerWindow(this);
 }
 
@@ -45,7 +45,7 @@ void qipWindow::initialize()
 
     _main = XtCreateManagedWidget("aWindow", xmMainWindowWidgetClass, _base, nullptr, 0);
     _workArea = createWorkArea(_main);
-    qipAssertAs(_workArea != nullptr, "_workArea != 0");
+    qipAssert(_workArea != 0);
     XtVaSetValues(_main, XmNworkWindow, _workArea, nullptr);
     if (!XtIsManaged(_workArea)) {
         XtManageChild(_workArea);
@@ -54,7 +54,7 @@ void qipWindow::initialize()
 
 void qipWindow::manage()
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtPopup(_base, XtGrabNone);
     if (XtIsRealized(_base)) {
         XMapRaised(XtDisplay(_base), XtWindow(_base));
@@ -63,7 +63,7 @@ void qipWindow::manage()
 
 void qipWindow::unmanage()
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtPopdown(_base);
 }
 
@@ -74,7 +74,7 @@ void qipWindow::close()
 
 void qipWindow::iconify()
 {
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     XtVaSetValues(_base, XmNiconic, True, nullptr);
     if (XtIsRealized(_base)) {
         XIconifyWindow(XtDisplay(_base), XtWindow(_base), 0);

@@ -16,7 +16,7 @@ const option frameworkOptions[] = {{nullptr, 0, nullptr}};
 
 int main(int argc, char** argv)
 {
-    qipAssertAs(theApplication != nullptr, "theApplication != 0");
+    qipAssert(theApplication != 0);
     cmdln_onUsage(usage);
     cmdln_register(frameworkOptions);
     cmdln_parse(&argc, argv);

@@ -58,7 +58,7 @@ void qipCanvas::install(qipVCell* parent)
     _clientArea = XtVaCreateManagedWidget(_name, xmDrawingAreaWidgetClass, _base, XmNmarginWidth, 2,
                                           XmNmarginHeight, 2, XmNresizePolicy, XmRESIZE_NONE,
                                           XmNwidth, width, XmNheight, height, nullptr);
-    qipAssertAs(_clientArea != nullptr, "_clientArea != 0");
+    qipAssert(_clientArea != 0);
     XtVaGetValues(_clientArea, XmNbackground, &_bg, XmNforeground, &_fg, XmNtopShadowColor,
                   &_topShadow, XmNbottomShadowColor, &_botShadow, nullptr);
     XmScrolledWindowSetAreas(_base, _hsb->baseWidget(), _vsb->baseWidget(), _clientArea);

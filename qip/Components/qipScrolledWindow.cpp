@@ -52,17 +52,17 @@ void qipScrolledWindow::install(qipVCell* parent)
 {
     _base = XtVaCreateManagedWidget(_name, xmScrolledWindowWidgetClass, parent->clientArea(),
                                     XmNscrollingPolicy, XmAPPLICATION_DEFINED, nullptr);
-    qipAssertAs(_base != nullptr, "_base != 0");
+    qipAssert(_base != 0);
     _clientArea = _base;
 
     const std::unique_ptr<char[]> hsb_name = barName(_name, "_hsb");
-    qipAssertAs(hsb_name != nullptr, "hsb_name != 0");
+    qipAssert(hsb_name != 0);
     _hsb = new (std::nothrow) qipHorizScrollBar(hsb_name.get(), this);
-    qipAssertAs(_hsb != nullptr, "_hsb != 0");
+    qipAssert(_hsb != 0);
     const std::unique_ptr<char[]> vsb_name = barName(_name, "_vsb");
-    qipAssertAs(vsb_name != nullptr, "vsb_name != 0");
+    qipAssert(vsb_name != 0);
     _vsb = new (std::nothrow) qipVertScrollBar(vsb_name.get(), this);
-    qipAssertAs(_vsb != nullptr, "_vsb != 0");
+    qipAssert(_vsb != 0);
 
     qipAssert(_view._dx != 0);
     qipAssert(_canvasWidth != 0);

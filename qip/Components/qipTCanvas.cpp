@@ -29,7 +29,7 @@ int qipTCanvas::setFont(const char* name)
     if (name == nullptr || name[0] == '\0') {
         return -1;
     }
-    qipAssertAs(theApplication != nullptr, "theApplication != 0");
+    qipAssert(theApplication != 0);
     XFontStruct* info = XLoadQueryFont(theApplication->display(), name);
     if (info == nullptr) {
         return -1;
