@@ -21,7 +21,7 @@ const char* ZEMFileView::filename() const
 
 void ZEMFileView::filename(const char* path)
 {
-    qipAssert(path != nullptr);
+    qipAssert(path != 0);
     const char* slash = strrchr(path, '/');
     if (slash == nullptr) {
         setName(_directory, "");

@@ -1,5 +1,6 @@
 #include "qip/Support/qipVLHeader.h"
 
+#include "qip/Support/qipVLRecFile.h"
 #include "qip/Support/qipVLRecord.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/RecFileBuilder.h"
@@ -63,7 +64,7 @@ TEST(qipVLHeaderTest, CutAtAnyLengthIsCorrupt)
     for (size_t length = 0; length < 64; ++length) {
         MemoryStream stream(headerBytes().substr(0, length));
         qipVLHeader header;
-        EXPECT_EQ(header.read(stream.get()), -9) << length;
+        EXPECT_EQ(header.read(stream.get()), qipVLRecFile::FileCorrupt) << length;
         EXPECT_EQ(header._nRecords, 0u);
     }
 }
@@ -71,8 +72,8 @@ TEST(qipVLHeaderTest, CutAtAnyLengthIsCorrupt)
 TEST(qipVLHeaderTest, NullStreamHasOneCodeForReadingAndOneForWriting)
 {
     qipVLHeader header;
-    EXPECT_EQ(header.read(nullptr), -1);
-    EXPECT_EQ(header.write(nullptr), -10);
+    EXPECT_EQ(header.read(nullptr), qipVLRecFile::OpenFailed);
+    EXPECT_EQ(header.write(nullptr), qipVLRecFile::ShutDown);
 }
 
 TEST(qipVLHeaderTest, ShortWriteIsNotDetected)
@@ -128,10 +129,10 @@ TEST(qipVLRecordTest, CutShortAndNullStreamAreOpenFailed)
     for (size_t length = 0; length < 16; ++length) {
         MemoryStream stream(std::string(length, 'x'));
         qipVLRecord record;
-        EXPECT_EQ(record.read(stream.get()), -1) << length;
+        EXPECT_EQ(record.read(stream.get()), qipVLRecFile::OpenFailed) << length;
     }
     qipVLRecord record;
-    EXPECT_EQ(record.read(nullptr), -1);
+    EXPECT_EQ(record.read(nullptr), qipVLRecFile::OpenFailed);
 }
 
 TEST(qipVLRecordTest, DumpLabelsEachField)

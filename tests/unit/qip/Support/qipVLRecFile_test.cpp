@@ -333,7 +333,7 @@ TEST_F(qipVLRecFileTest, LastPossibleOffsetIsWritten)
 TEST_F(qipVLRecFileTest, UserHeaderThatFailsEndsOpenAndClose)
 {
     _file._headerResult = -5;
-    EXPECT_EQ(write(), -5);
+    EXPECT_EQ(write(), qipVLRecFile::BadMagic);
     EXPECT_EQ(_file.stream(), nullptr);
     _file._headerResult = 0;
     ASSERT_EQ(write(), 0);
@@ -379,12 +379,12 @@ TEST_F(qipVLRecFileTest, StreamMayBeLeftAnywhere)
 
 TEST_F(qipVLRecFileTest, LoadWithoutAnOpenFileIsShutDown)
 {
-    EXPECT_EQ(_file.load(), -10);
+    EXPECT_EQ(_file.load(), qipVLRecFile::ShutDown);
 }
 
 TEST_F(qipVLRecFileTest, FileWithoutRecordsIsOpenFailed)
 {
-    EXPECT_EQ(load(RecFileBuilder(64)), -1);
+    EXPECT_EQ(load(RecFileBuilder(64)), qipVLRecFile::OpenFailed);
 }
 
 TEST_F(qipVLRecFileTest, FirstOffsetZeroIsNoRecords)
@@ -404,7 +404,7 @@ TEST_F(qipVLRecFileTest, LoadStopsAtACutRecordHeader)
     for (size_t length = builder.offsetOf(1); length < builder.payloadOf(1); ++length) {
         RecFileBuilder cut = builder;
         _file._seen.clear();
-        EXPECT_EQ(load(cut.cutAt(length)), -1) << length;
+        EXPECT_EQ(load(cut.cutAt(length)), qipVLRecFile::OpenFailed) << length;
         EXPECT_EQ(_file._seen.size(), 1u) << "the record before it stays given out";
     }
 }
@@ -412,9 +412,9 @@ TEST_F(qipVLRecFileTest, LoadStopsAtACutRecordHeader)
 TEST_F(qipVLRecFileTest, CutFileHeaderIsCorrupt)
 {
     for (size_t length = 0; length < 64; ++length) {
-        EXPECT_EQ(load(RecFileBuilder(0).cutAt(length)), -9) << length;
+        EXPECT_EQ(load(RecFileBuilder(0).cutAt(length)), qipVLRecFile::FileCorrupt) << length;
         EXPECT_EQ(_file.stream(), nullptr);
-        EXPECT_EQ(_file.load(), -10);
+        EXPECT_EQ(_file.load(), qipVLRecFile::ShutDown);
     }
 }
 
@@ -447,7 +447,7 @@ TEST_F(qipVLRecFileTest, FailedOpenLeavesNoStream)
     EXPECT_EQ(load(RecFileBuilder(0).record(1, "a")), 3);
     EXPECT_EQ(_file.stream(), nullptr);
     EXPECT_EQ(openDescriptors(), before);
-    EXPECT_EQ(_file.load(), -10);
+    EXPECT_EQ(_file.load(), qipVLRecFile::ShutDown);
 }
 
 TEST_F(qipVLRecFileTest, NegativeResultOfARecordEndsLoad)
@@ -500,8 +500,9 @@ TEST_F(qipVLRecFileTest, LongBackwardChainEnds)
 
 TEST_F(qipVLRecFileTest, LinkPastTheEndIsACutRecordHeader)
 {
-    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").linkTo(0, 5000)), -1);
-    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").linkTo(0, 0xffffffff)), -1);
+    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").linkTo(0, 5000)), qipVLRecFile::OpenFailed);
+    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").linkTo(0, 0xffffffff)),
+              qipVLRecFile::OpenFailed);
 }
 
 // Every tail and length of a ring is found, and no record is given out more than a few times.
@@ -515,7 +516,8 @@ TEST_F(qipVLRecFileTest, RingIsCorrupt)
             }
             builder.linkTo(n - 1, builder.offsetOf(back));
             _file._seen.clear();
-            EXPECT_EQ(load(builder), -9) << n << " records, back to " << back;
+            EXPECT_EQ(load(builder), qipVLRecFile::FileCorrupt)
+                << n << " records, back to " << back;
             EXPECT_GE(_file._seen.size(), n);
             EXPECT_LE(_file._seen.size(), 4 * n);
         }
@@ -530,7 +532,7 @@ TEST_F(qipVLRecFileTest, RecordsThatReadEachOthersBytesAreCorrupt)
     }
     builder.append(std::string(50000, 'x'));
     _file._consume = 40000;
-    EXPECT_EQ(load(builder), -9);
+    EXPECT_EQ(load(builder), qipVLRecFile::FileCorrupt);
     EXPECT_LT(_file._seen.size(), 20u);
 }
 
@@ -548,21 +550,21 @@ TEST_F(qipVLRecFileTest, SmallFileMayOverlapALittle)
 
 TEST_F(qipVLRecFileTest, NullNameIsABadParameter)
 {
-    EXPECT_EQ(_file.open(nullptr, qipVLRecFile::READ, 0), -11);
+    EXPECT_EQ(_file.open(nullptr, qipVLRecFile::READ, 0), qipVLRecFile::BadParameter);
     EXPECT_EQ(_file.filename(), nullptr);
 }
 
 TEST_F(qipVLRecFileTest, UnknownModeIsReported)
 {
     StdErr err;
-    EXPECT_EQ(_file.open("x", static_cast<qipVLRecFile::Mode>(2), 0), -11);
+    EXPECT_EQ(_file.open("x", static_cast<qipVLRecFile::Mode>(2), 0), qipVLRecFile::BadParameter);
     EXPECT_EQ(err.text(), " Unknown mode in qipVLRecFile::open \n");
 }
 
 TEST_F(qipVLRecFileTest, KeepsACopyOfTheName)
 {
     std::string name = _dir.path("not there");
-    EXPECT_EQ(_file.open(name.c_str(), qipVLRecFile::READ, 0), -1);
+    EXPECT_EQ(_file.open(name.c_str(), qipVLRecFile::READ, 0), qipVLRecFile::OpenFailed);
     const std::string copy = name;
     name.assign(name.size(), '#');
     EXPECT_EQ(_file.filename(), copy);
@@ -577,19 +579,19 @@ TEST_F(qipVLRecFileTest, NameMayHaveBlanksAndAnyBytes)
 
 TEST_F(qipVLRecFileTest, DirectoryIsCorrupt)
 {
-    EXPECT_EQ(_file.open(_dir.path().c_str(), qipVLRecFile::READ, 0), -9);
+    EXPECT_EQ(_file.open(_dir.path().c_str(), qipVLRecFile::READ, 0), qipVLRecFile::FileCorrupt);
 }
 
 TEST_F(qipVLRecFileTest, DirectoryCannotBeWritten)
 {
-    EXPECT_EQ(_file.open(_dir.path().c_str(), qipVLRecFile::WRITE, 0), -1);
+    EXPECT_EQ(_file.open(_dir.path().c_str(), qipVLRecFile::WRITE, 0), qipVLRecFile::OpenFailed);
 }
 
 TEST_F(qipVLRecFileTest, PipesAndDevicesAreNotOpened)
 {
     ASSERT_EQ(mkfifo(path().c_str(), 0600), 0);
-    EXPECT_EQ(_file.open(path().c_str(), qipVLRecFile::READ, 0), -1);
-    EXPECT_EQ(_file.open("/dev/zero", qipVLRecFile::READ, 0), -1);
+    EXPECT_EQ(_file.open(path().c_str(), qipVLRecFile::READ, 0), qipVLRecFile::OpenFailed);
+    EXPECT_EQ(_file.open("/dev/zero", qipVLRecFile::READ, 0), qipVLRecFile::OpenFailed);
     EXPECT_EQ(_file.stream(), nullptr);
 }
 

@@ -2,6 +2,7 @@
 // a load, and the readers stay within the file and within its size in memory.
 
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/StdErr.h"
 #include "tests/support/TempDir.h"
@@ -153,7 +154,7 @@ TEST_F(HostileFilesTest, OverlappingRecordsDoNotUnfold)
     }
     builder.append(std::string(9000 * 4, '\1'));
     const Outcome outcome = log(builder);
-    EXPECT_EQ(outcome.result, -9);
+    EXPECT_EQ(outcome.result, qipVLRecFile::FileCorrupt);
     EXPECT_LE(outcome.entries * 4, 5 * builder.size() + 64 * 1024);
 }
 
@@ -175,15 +176,15 @@ const Case cases[] = {
      [](RecFileBuilder b) {
          return b;
      }},
-    {"ZeroLength", -9, -9,
+    {"ZeroLength", qipVLRecFile::FileCorrupt, qipVLRecFile::FileCorrupt,
      [](RecFileBuilder b) {
          return b.cutAt(0);
      }},
-    {"FileHeaderOnly", -9, -9,
+    {"FileHeaderOnly", qipVLRecFile::FileCorrupt, qipVLRecFile::FileCorrupt,
      [](RecFileBuilder b) {
          return b.cutAt(64);
      }},
-    {"HeadersOnly", -1, -1,
+    {"HeadersOnly", qipVLRecFile::OpenFailed, qipVLRecFile::OpenFailed,
      [](RecFileBuilder b) {
          return b.cutAt(128);
      }},
@@ -195,19 +196,19 @@ const Case cases[] = {
      [](RecFileBuilder b) {
          return b.setWord(24, 9);
      }},
-    {"WrongMagic", -5, -5,
+    {"WrongMagic", qipVLRecFile::BadMagic, qipVLRecFile::BadMagic,
      [](RecFileBuilder b) {
          return b.setWord(64, 0x6710);
      }},
-    {"WrongVersion", -6, -6,
+    {"WrongVersion", qipVLRecFile::BadVersion, qipVLRecFile::BadVersion,
      [](RecFileBuilder b) {
          return b.setWord(76, 0x80000002);
      }},
-    {"FirstRecordNowhere", -1, -1,
+    {"FirstRecordNowhere", qipVLRecFile::OpenFailed, qipVLRecFile::OpenFailed,
      [](RecFileBuilder b) {
          return b.startAt(0xfffffff0);
      }},
-    {"FirstRecordInTheHeader", -1, -1,
+    {"FirstRecordInTheHeader", qipVLRecFile::OpenFailed, qipVLRecFile::OpenFailed,
      [](RecFileBuilder b) {
          return b.startAt(64);
      }},
@@ -215,15 +216,15 @@ const Case cases[] = {
      [](RecFileBuilder b) {
          return b.startAt(0);
      }},
-    {"LinkToItself", -9, -9,
+    {"LinkToItself", qipVLRecFile::FileCorrupt, qipVLRecFile::FileCorrupt,
      [](RecFileBuilder b) {
          return b.linkTo(0, b.offsetOf(0));
      }},
-    {"LinkBack", -9, -9,
+    {"LinkBack", qipVLRecFile::FileCorrupt, qipVLRecFile::FileCorrupt,
      [](RecFileBuilder b) {
          return b.linkTo(1, b.offsetOf(0));
      }},
-    {"HugeName", -9, -9,
+    {"HugeName", qipVLRecFile::FileCorrupt, qipVLRecFile::FileCorrupt,
      [](RecFileBuilder b) {
          return b.setWord(b.payloadOf(1), 0xffff0000).cutAt(b.size());
      }},
@@ -256,22 +257,25 @@ TEST_F(HostileFilesTest, HugeCounts)
 {
     const RecFileBuilder map0 = sampleMap();
     // "a.c": length 2, name 4, time 4, blocks 4, then the number of functions.
-    EXPECT_EQ(map(RecFileBuilder(map0).setWord(map0.payloadOf(0) + 14, 0xffffffff)).result, -9);
+    EXPECT_EQ(map(RecFileBuilder(map0).setWord(map0.payloadOf(0) + 14, 0xffffffff)).result,
+              qipVLRecFile::FileCorrupt);
     // The first function: length 2, name 6, lines 8, then the number of blocks.
-    EXPECT_EQ(map(RecFileBuilder(map0).setWord(map0.payloadOf(0) + 34, 0xffffffff)).result, -9);
+    EXPECT_EQ(map(RecFileBuilder(map0).setWord(map0.payloadOf(0) + 34, 0xffffffff)).result,
+              qipVLRecFile::FileCorrupt);
     const RecFileBuilder log0 = sampleLog();
     // Two names of 6 and 8 bytes, time, flag, then the number of blocks.
-    EXPECT_EQ(log(RecFileBuilder(log0).setWord(log0.payloadOf(0) + 22, 0xffffffff)).result, -9);
+    EXPECT_EQ(log(RecFileBuilder(log0).setWord(log0.payloadOf(0) + 22, 0xffffffff)).result,
+              qipVLRecFile::FileCorrupt);
 }
 
 TEST_F(HostileFilesTest, ThingsThatAreNoFiles)
 {
-    EXPECT_EQ(loadMap(_dir.path()).result, -9);
-    EXPECT_EQ(loadLog(_dir.path()).result, -9);
-    EXPECT_EQ(loadMap(_dir.path("not there")).result, -1);
+    EXPECT_EQ(loadMap(_dir.path()).result, qipVLRecFile::FileCorrupt);
+    EXPECT_EQ(loadLog(_dir.path()).result, qipVLRecFile::FileCorrupt);
+    EXPECT_EQ(loadMap(_dir.path("not there")).result, qipVLRecFile::OpenFailed);
     ASSERT_EQ(mkfifo(_dir.path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(loadLog(_dir.path("pipe")).result, -1);
-    EXPECT_EQ(loadLog("/dev/zero").result, -1);
+    EXPECT_EQ(loadLog(_dir.path("pipe")).result, qipVLRecFile::OpenFailed);
+    EXPECT_EQ(loadLog("/dev/zero").result, qipVLRecFile::OpenFailed);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "zem/Data/ZEMFileRecord.h"
 
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/MemoryStream.h"
 
@@ -93,7 +94,7 @@ TEST(ZEMFileRecordTest, ReadsAgainInPlaceOfWhatItHeld)
 TEST(ZEMFileRecordTest, NullStreamIsShutDown)
 {
     ZEMFileRecord file;
-    EXPECT_EQ(file.read(nullptr), -10);
+    EXPECT_EQ(file.read(nullptr), qipVLRecFile::ShutDown);
 }
 
 TEST(ZEMFileRecordTest, CutAtAnyLengthIsCorruptAndStaysWalkable)
@@ -102,7 +103,7 @@ TEST(ZEMFileRecordTest, CutAtAnyLengthIsCorruptAndStaysWalkable)
     for (size_t length = 0; length < whole.size(); ++length) {
         MemoryStream stream(whole.substr(0, length));
         ZEMFileRecord file;
-        EXPECT_EQ(file.read(stream.get()), -9) << length;
+        EXPECT_EQ(file.read(stream.get()), qipVLRecFile::FileCorrupt) << length;
         if (length < 10) {
             EXPECT_EQ(file._filename, nullptr) << "a path cut short is worth nothing";
         } else {
@@ -146,7 +147,7 @@ TEST(ZEMFileRecordTest, FunctionCountThatTheFileCannotHoldIsCorrupt)
                             .u32(0)
                             .bytes());
     ZEMFileRecord file;
-    EXPECT_EQ(file.read(stream.get()), -9);
+    EXPECT_EQ(file.read(stream.get()), qipVLRecFile::FileCorrupt);
     EXPECT_EQ(file._funcList.length(), 1);
     EXPECT_EQ(file._nFuncs, 0xffffffffu);
 }

@@ -1,5 +1,6 @@
 #include "zem/Data/ZEMFuncRecord.h"
 
+#include "qip/Support/qipVLRecFile.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/RecFileBuilder.h"
 #include "zem/Data/ZEMFileRecord.h"
@@ -109,7 +110,7 @@ TEST(ZEMFuncRecordTest, ReadsAgainInPlaceOfWhatItHeld)
 TEST(ZEMFuncRecordTest, NullStreamIsShutDown)
 {
     ZEMFuncRecord func(nullptr);
-    EXPECT_EQ(func.read(nullptr), -10);
+    EXPECT_EQ(func.read(nullptr), qipVLRecFile::ShutDown);
 }
 
 TEST(ZEMFuncRecordTest, CutAtAnyLengthIsCorruptAndKeepsWhatWasRead)
@@ -118,7 +119,7 @@ TEST(ZEMFuncRecordTest, CutAtAnyLengthIsCorruptAndKeepsWhatWasRead)
     for (size_t length = 0; length < whole.size(); ++length) {
         MemoryStream stream(whole.substr(0, length));
         ZEMFuncRecord func(nullptr);
-        EXPECT_EQ(func.read(stream.get()), -9) << length;
+        EXPECT_EQ(func.read(stream.get()), qipVLRecFile::FileCorrupt) << length;
         if (length >= 11) {
             EXPECT_STREQ(func._funcname, "main__Fv") << length;
         } else if (length >= 2) {
@@ -140,7 +141,7 @@ TEST(ZEMFuncRecordTest, CountThatTheFileCannotHoldIsCorrupt)
         MemoryStream stream(
             ByteString().name("f").u32(1).u32(2).u32(count).u32(0x10002).u32(0x30004).bytes());
         ZEMFuncRecord func(nullptr);
-        EXPECT_EQ(func.read(stream.get()), -9);
+        EXPECT_EQ(func.read(stream.get()), qipVLRecFile::FileCorrupt);
         ASSERT_EQ(func._nBlocks, 2u);
         EXPECT_EQ(func._blockMap[1]._stopLine, 4);
     }

@@ -1,5 +1,6 @@
 #include "zem/Data/ZEMLogFileRecord.h"
 
+#include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/MemoryStream.h"
 
@@ -69,7 +70,7 @@ TEST_F(ZEMLogFileRecordTest, ReadsAgainInPlaceOfWhatItHeld)
 TEST_F(ZEMLogFileRecordTest, NullStreamIsShutDown)
 {
     ZEMLogFileRecord record(memory);
-    EXPECT_EQ(record.read(nullptr), -10);
+    EXPECT_EQ(record.read(nullptr), qipVLRecFile::ShutDown);
 }
 
 TEST_F(ZEMLogFileRecordTest, CutAtAnyLengthIsCorrupt)
@@ -78,7 +79,7 @@ TEST_F(ZEMLogFileRecordTest, CutAtAnyLengthIsCorrupt)
     for (size_t length = 0; length < whole.size(); ++length) {
         MemoryStream stream(whole.substr(0, length));
         ZEMLogFileRecord record(memory);
-        EXPECT_EQ(record.read(stream.get()), -9) << length;
+        EXPECT_EQ(record.read(stream.get()), qipVLRecFile::FileCorrupt) << length;
         EXPECT_EQ(record._filename == nullptr, length < 10) << length;
         EXPECT_EQ(record._mapfile == nullptr, length < 10 + 12) << length;
         EXPECT_EQ(record._nBlocks, length < 34 ? 0 : (length - 34) / 4) << length;
@@ -91,7 +92,7 @@ TEST_F(ZEMLogFileRecordTest, CountThatTheFileCannotHoldIsCorrupt)
         MemoryStream stream(
             ByteString().name("a").name("b").u32(0).u32(0).u32(count).u32(4).u32(5).bytes());
         ZEMLogFileRecord record(memory);
-        EXPECT_EQ(record.read(stream.get()), -9);
+        EXPECT_EQ(record.read(stream.get()), qipVLRecFile::FileCorrupt);
         ASSERT_EQ(record._nBlocks, 2u);
         EXPECT_EQ(record._hits[1], 5u);
     }
@@ -131,7 +132,7 @@ TEST_F(ZEMLogFileRecordTest, WithoutMemoryItSaysSo)
     NoMemory none;
     MemoryStream stream(logPayload(sample));
     ZEMLogFileRecord record(none);
-    EXPECT_EQ(record.read(stream.get()), -7);
+    EXPECT_EQ(record.read(stream.get()), qipVLRecFile::OutOfMemory);
     EXPECT_EQ(record._filename, nullptr);
 }
 

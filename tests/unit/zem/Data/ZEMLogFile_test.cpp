@@ -1,5 +1,6 @@
 #include "zem/Data/ZEMLogFile.h"
 
+#include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/StdErr.h"
@@ -57,12 +58,12 @@ TEST(ZEMLogHeaderTest, RefusesOtherKindsAndVersions)
         MemoryStream stream(bytes);
         return ZEMLogHeader().read(stream.get());
     };
-    EXPECT_EQ(read(logHeader(0x6704)), -5);
-    EXPECT_EQ(read(logHeader(0x6703, 1)), -6);
-    EXPECT_EQ(read(logHeader(0x6703, 3)), -6);
-    EXPECT_EQ(ZEMLogHeader().read(nullptr), -10);
+    EXPECT_EQ(read(logHeader(0x6704)), qipVLRecFile::BadMagic);
+    EXPECT_EQ(read(logHeader(0x6703, 1)), qipVLRecFile::BadVersion);
+    EXPECT_EQ(read(logHeader(0x6703, 3)), qipVLRecFile::BadVersion);
+    EXPECT_EQ(ZEMLogHeader().read(nullptr), qipVLRecFile::ShutDown);
     for (size_t length = 0; length < 64; ++length) {
-        EXPECT_EQ(read(logHeader().substr(0, length)), -9);
+        EXPECT_EQ(read(logHeader().substr(0, length)), qipVLRecFile::FileCorrupt);
     }
 }
 
@@ -105,12 +106,12 @@ TEST_F(ZEMLogFileTest, UserHeaderSizeOfTheCallerAndOfTheFileIsIgnored)
 
 TEST_F(ZEMLogFileTest, MapFileHasTheWrongMagicNumber)
 {
-    EXPECT_EQ(load(mapFile({{"src/a.c"}})), -5);
+    EXPECT_EQ(load(mapFile({{"src/a.c"}})), qipVLRecFile::BadMagic);
 }
 
 TEST_F(ZEMLogFileTest, OtherFormatVersionsAreRefused)
 {
-    EXPECT_EQ(load(logFile(sources).setWord(64 + 12, 1)), -6);
+    EXPECT_EQ(load(logFile(sources).setWord(64 + 12, 1)), qipVLRecFile::BadVersion);
 }
 
 TEST_F(ZEMLogFileTest, TagZeroIsARecordOfResults)
@@ -140,14 +141,14 @@ TEST_F(ZEMLogFileTest, SizeMismatchIsReportedAndTheRecordKept)
 TEST_F(ZEMLogFileTest, SizeMismatchIsReportedBeforeTheRecordIsRead)
 {
     StdErr err;
-    EXPECT_EQ(load(logFile({sources[0]}).setSizes(0, 5, 9).cutAt(150)), -9);
+    EXPECT_EQ(load(logFile({sources[0]}).setSizes(0, 5, 9).cutAt(150)), qipVLRecFile::FileCorrupt);
     EXPECT_EQ(err.text(), " *** ZEMLogFile::processRecord: size mismatch: 5 < 9\n");
 }
 
 TEST_F(ZEMLogFileTest, CutCountsEndTheLoadAndKeepWhatWasRead)
 {
     RecFileBuilder builder = logFile(sources);
-    EXPECT_EQ(load(builder.cutAt(builder.size() - 1)), -9);
+    EXPECT_EQ(load(builder.cutAt(builder.size() - 1)), qipVLRecFile::FileCorrupt);
     EXPECT_EQ(_file.toc().length(), 1);
 }
 

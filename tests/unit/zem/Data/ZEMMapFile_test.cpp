@@ -1,6 +1,7 @@
 #include "zem/Data/ZEMMapFile.h"
 
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/MemoryStream.h"
 #include "tests/support/StdErr.h"
@@ -69,13 +70,14 @@ TEST(ZEMMapHeaderTest, RefusesOtherKindsAndVersions)
         MemoryStream stream(bytes);
         return ZEMMapHeader().read(stream.get());
     };
-    EXPECT_EQ(read(mapHeader(0x6703)), -5);
-    EXPECT_EQ(read(mapHeader(0x6704, 1)), -6);
-    EXPECT_EQ(read(mapHeader(0x6704, 3)), -6);
-    EXPECT_EQ(read(mapHeader(0x6703, 3)), -5) << "the magic number is looked at first";
-    EXPECT_EQ(ZEMMapHeader().read(nullptr), -10);
+    EXPECT_EQ(read(mapHeader(0x6703)), qipVLRecFile::BadMagic);
+    EXPECT_EQ(read(mapHeader(0x6704, 1)), qipVLRecFile::BadVersion);
+    EXPECT_EQ(read(mapHeader(0x6704, 3)), qipVLRecFile::BadVersion);
+    EXPECT_EQ(read(mapHeader(0x6703, 3)), qipVLRecFile::BadMagic)
+        << "the magic number is looked at first";
+    EXPECT_EQ(ZEMMapHeader().read(nullptr), qipVLRecFile::ShutDown);
     for (size_t length = 0; length < 64; ++length) {
-        EXPECT_EQ(read(mapHeader().substr(0, length)), -9);
+        EXPECT_EQ(read(mapHeader().substr(0, length)), qipVLRecFile::FileCorrupt);
     }
 }
 
@@ -150,18 +152,18 @@ TEST_F(ZEMMapFileTest, FileOpenedForWritingGetsNoMapHeader)
 
 TEST_F(ZEMMapFileTest, LogFileHasTheWrongMagicNumber)
 {
-    EXPECT_EQ(load(logFile({{"src/a.c", "t.map", {1}}})), -5);
+    EXPECT_EQ(load(logFile({{"src/a.c", "t.map", {1}}})), qipVLRecFile::BadMagic);
 }
 
 TEST_F(ZEMMapFileTest, OtherFormatVersionsAreRefused)
 {
-    EXPECT_EQ(load(mapFile(sources).setWord(64 + 12, 1)), -6);
-    EXPECT_EQ(load(mapFile(sources).setWord(64 + 12, 3)), -6);
+    EXPECT_EQ(load(mapFile(sources).setWord(64 + 12, 1)), qipVLRecFile::BadVersion);
+    EXPECT_EQ(load(mapFile(sources).setWord(64 + 12, 3)), qipVLRecFile::BadVersion);
 }
 
 TEST_F(ZEMMapFileTest, CutMapHeaderIsCorrupt)
 {
-    EXPECT_EQ(load(mapFile(sources).cutAt(127)), -9);
+    EXPECT_EQ(load(mapFile(sources).cutAt(127)), qipVLRecFile::FileCorrupt);
 }
 
 TEST_F(ZEMMapFileTest, TagZeroIsASourceFile)
@@ -194,7 +196,7 @@ TEST_F(ZEMMapFileTest, SizeMismatchIsReportedAndTheRecordKept)
 TEST_F(ZEMMapFileTest, SizeMismatchOfARecordThatFailsIsNotReported)
 {
     StdErr err;
-    EXPECT_EQ(load(mapFile({sources[0]}).setSizes(0, 5, 9).cutAt(150)), -9);
+    EXPECT_EQ(load(mapFile({sources[0]}).setSizes(0, 5, 9).cutAt(150)), qipVLRecFile::FileCorrupt);
     EXPECT_EQ(err.text(), "");
 }
 
@@ -209,7 +211,7 @@ TEST_F(ZEMMapFileTest, PayloadIsReadByItsOwnStructure)
 TEST_F(ZEMMapFileTest, RecordThatCannotBeParsedEndsTheLoad)
 {
     RecFileBuilder builder = mapFile(sources);
-    EXPECT_EQ(load(builder.cutAt(builder.size() - 1)), -9);
+    EXPECT_EQ(load(builder.cutAt(builder.size() - 1)), qipVLRecFile::FileCorrupt);
     ASSERT_EQ(_file.toc().length(), 1) << "what was read before stays";
     EXPECT_STREQ(_file.toc().first()->_filename, "src/a.c");
 }

@@ -197,7 +197,7 @@ TEST(ZEMFileViewTest, LabelIsABufferOfItsOwn)
 TEST(ZEMFileViewTest, NullPathIsAProgrammingError)
 {
     ZEMFileView view;
-    EXPECT_DEATH(view.filename(nullptr), "path != nullptr");
+    EXPECT_DEATH(view.filename(nullptr), "path != 0");
 }
 
 TEST(ZEMFuncViewTest, LabelIsTheFunctionNameItself)
