@@ -164,6 +164,27 @@ void dropMemberQualifiers(std::string& text)
     }
 }
 
+// Takes out the qualifiers of a member function that a local class or lambda belongs to: those
+// between its parameters and the "::".
+void dropScopeQualifiers(std::string& text)
+{
+    for (size_t at = text.find(')'); at != std::string::npos; at = text.find(')', at + 1)) {
+        size_t end = at + 1;
+        for (bool isAny = true; isAny;) {
+            isAny = false;
+            for (const char* known : {" ", "&", "const", "volatile"}) {
+                if (startsAt(text, end, known)) {
+                    end += std::strlen(known);
+                    isAny = true;
+                }
+            }
+        }
+        if (startsAt(text, end, "::")) {
+            text.erase(at + 1, end - at - 1);
+        }
+    }
+}
+
 // Where the qualified name starts: behind the last blank that is outside of brackets and belongs
 // neither to an operator nor to a member function's "const".
 size_t nameStart(const std::string& text)
@@ -179,9 +200,10 @@ size_t nameStart(const std::string& text)
             i = startsAt(text, past, " <") ? past + 1 : past;
             continue;
         }
-        const bool isMemberConst = text[i] == ' ' && i > 0 && text[i - 1] == ')' &&
-                                   (wordAt(text, i + 1, "const") ||
-                                    wordAt(text, i + 1, "volatile") || startsAt(text, i + 1, "&"));
+        const bool isMemberConst =
+            text[i] == ' ' && (startsAt(text, i + 1, "&") ||
+                               (i > 0 && text[i - 1] == ')' &&
+                                (wordAt(text, i + 1, "const") || wordAt(text, i + 1, "volatile"))));
         if (text[i] == ' ' && !isMemberConst) {
             start = i + 1;
         }
@@ -306,10 +328,7 @@ std::string comparedSpelling(const std::string& text)
 {
     std::string filled = text;
     dropDefaults(filled);
-    for (const char* qualifier :
-         {" const::", " volatile::", " const&::", " const&&::", "&&::", "&::"}) {
-        replaceAll(filled, std::string(")") + qualifier, ")::");
-    }
+    dropScopeQualifiers(filled);
     const std::string moved = constBehind(filled);
     std::string result;
     for (size_t i = 0; i < moved.size(); ++i) {

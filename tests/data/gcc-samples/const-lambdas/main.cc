@@ -54,7 +54,10 @@ private:
 
 int main()
 {
-    shop::Basket basket;                                           //= run
-    const bool isGood = basket.total() == 14 && basket.count(4) == 1; //= part
-    return isGood && std::move(basket).take().size() == 2 ? 0 : 1; //= part
+    shop::Basket basket;                                              //= run
+    const bool isGood = basket.total() == 14 && basket.count(4) == 1; //= run
+    if (!isGood) {                                                    //= run
+        return static_cast<int>(basket.label("none").size());         //= red
+    }
+    return std::move(basket).take().size() == 2 ? 0 : 1; //= run
 }

@@ -18,7 +18,7 @@ struct Counter
             return {}; //= run
         }
         void return_void() {}         //= run
-        void unhandled_exception() {} //= red
+        void unhandled_exception() {}
     };
     std::coroutine_handle<promise_type> handle;
 };
@@ -45,5 +45,5 @@ int main()
         sum += counter.handle.promise().value; //= run
     }
     counter.handle.destroy(); //= run
-    return sum == 6 ? 0 : 1;  //= part
+    return sum == 6 ? 0 : 1;  //= run
 }

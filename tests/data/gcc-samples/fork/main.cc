@@ -23,5 +23,5 @@ int main()
     }
     int status = 0;                      //= run
     waitpid(child, &status, 0);          //= run
-    return inParent(status) == 7 ? 0 : 1; //= part
+    return inParent(status) == 7 ? 0 : 1; //= run
 }

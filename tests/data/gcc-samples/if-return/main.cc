@@ -12,5 +12,5 @@ static int rank(int e)
 
 int main()
 {
-    return rank(1) + rank(0) == 8 ? 0 : 1; //= part
+    return rank(1) + rank(0) == 8 ? 0 : 1; //= run
 }

@@ -37,7 +37,7 @@ static inline int never(int n)
 
 __attribute__((noinline)) int choose(int n)
 {
-    if (n > 5) return 1; //= part
+    if (n > 5) return 1; //= run
     if (n > 4) {              //= run
         return never(n) + 7;  //= red
     }
@@ -46,5 +46,5 @@ __attribute__((noinline)) int choose(int n)
 
 int main(int argc, char**)
 {
-    return area(3, 5 * argc) + choose(7 * argc) + choose(2 * argc) > 0 ? 0 : 1; //= run
+    return area(7, 5 * argc) + choose(7 * argc) + choose(2 * argc) > 0 ? 0 : 1; //= run
 }

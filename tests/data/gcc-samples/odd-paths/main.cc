@@ -3,5 +3,5 @@ int twice(int n);
 
 int main()
 {
-    return twice(2) == 4 ? 0 : 1; //= part
+    return twice(2) == 4 ? 0 : 1; //= run
 }

@@ -15,5 +15,5 @@ template <class F> int call(F f) { return f(); } //= run
 
 int main()
 {
-    return call([] { return one(); }) + apply(1) + call([] { return usedFirst(usedSecond(0)); }) == 4 ? 0 : 1; //= part
+    return call([] { return one(); }) + apply(1) + call([] { return usedFirst(usedSecond(0)); }) == 4 ? 0 : 1; //= run
 }

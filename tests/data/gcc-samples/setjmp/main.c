@@ -22,5 +22,5 @@ static int enter(int n)
 
 int main(void)
 {
-    return enter(3) == 3 ? 0 : 1; //= part
+    return enter(3) == 3 ? 0 : 1; //= run
 }

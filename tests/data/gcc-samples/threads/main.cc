@@ -24,5 +24,5 @@ int main()
     for (std::thread& thread : threads) {
         thread.join(); //= run
     }
-    return total == 4000 ? 0 : 1; //= part
+    return total == 4000 ? 0 : 1; //= run
 }

@@ -5,5 +5,5 @@ int checked(int n);
 
 int main()
 {
-    return checked(-5) + doubled(3) == 5 ? 0 : 1; //= part
+    return checked(-5) + doubled(3) + bounded(4) == 9 ? 0 : 1; //= run
 }

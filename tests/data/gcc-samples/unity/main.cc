@@ -3,5 +3,5 @@ int second(int n);
 
 int main()
 {
-    return first(1) + second(1) == 3 ? 0 : 1; //= part
+    return first(1) + second(1) == 3 ? 0 : 1; //= run
 }

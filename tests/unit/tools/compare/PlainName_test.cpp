@@ -33,6 +33,8 @@ const Filtered filtered[] = {
     {"bool operator< <int>(Box<int> const&)", "operator<<int>", "(Box<int>const&)"},
     {"run(int) const::{lambda(int)#1}::operator()(int) const",
      "run(int)::{lambda(int)#1}::operator()", "(int)"},
+    {"A::label(int) const &::{lambda()#1}::operator()() const",
+     "A::label(int)::{lambda()#1}::operator()", "()"},
     {"(anonymous namespace)::hidden(ns::A)", "(anonymous namespace)::hidden", "(ns::A)"},
     {"void ns::f<ns::A, ns::B<ns::C> >(ns::A)", "ns::f<A,B<C>>", "(ns::A)"},
     {"ns::T<ns::A>::f()", "ns::T<ns::A>::f", "()"},
