@@ -12,8 +12,8 @@
 
 struct Fault
 {
-    std::string call;       // open, read, write, seek, close, sync, rename, readdir, malloc
-    long at = 0;            // from 1; 0 lets all pass
+    std::string call;         // open, read, write, seek, close, sync, rename, readdir, malloc
+    long at = 0;              // from 1; 0 lets all pass
     std::string how = "fail"; // or last, short, kill
     int reason = EIO;
 

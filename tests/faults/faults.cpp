@@ -122,8 +122,8 @@ __attribute__((destructor)) void stop()
         syscall(SYS_openat, AT_FDCWD, countsFile, O_WRONLY | O_CREAT | O_TRUNC, 0600));
     for (int i = 0; i < NCalls; ++i) {
         char line[64];
-        const int size = std::snprintf(line, sizeof line, "%s %ld\n", callNames[i],
-                                       counts[i].load());
+        const int size =
+            std::snprintf(line, sizeof line, "%s %ld\n", callNames[i], counts[i].load());
         syscall(SYS_write, fd, line, size);
     }
     syscall(SYS_close, fd);
@@ -144,7 +144,8 @@ int open(const char* path, int flags, ...)
     va_start(more, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : 0;
     va_end(more);
-    return ask(Open) == Break ? -1 : reinterpret_cast<decltype(&open)>(next("open"))(path, flags, mode);
+    return ask(Open) == Break ? -1
+                              : reinterpret_cast<decltype(&open)>(next("open"))(path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...)
@@ -153,78 +154,102 @@ int open64(const char* path, int flags, ...)
     va_start(more, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : 0;
     va_end(more);
-    return ask(Open) == Break ? -1 : reinterpret_cast<decltype(&open64)>(next("open64"))(path, flags, mode);
+    return ask(Open) == Break
+               ? -1
+               : reinterpret_cast<decltype(&open64)>(next("open64"))(path, flags, mode);
 }
 
 FILE* fopen(const char* path, const char* mode)
 {
-    return ask(Open) == Break ? nullptr : reinterpret_cast<decltype(&fopen)>(next("fopen"))(path, mode);
+    return ask(Open) == Break ? nullptr
+                              : reinterpret_cast<decltype(&fopen)>(next("fopen"))(path, mode);
 }
 
 FILE* fopen64(const char* path, const char* mode)
 {
-    return ask(Open) == Break ? nullptr : reinterpret_cast<decltype(&fopen64)>(next("fopen64"))(path, mode);
+    return ask(Open) == Break ? nullptr
+                              : reinterpret_cast<decltype(&fopen64)>(next("fopen64"))(path, mode);
 }
 
 DIR* opendir(const char* path)
 {
-    return ask(Open) == Break ? nullptr : reinterpret_cast<decltype(&opendir)>(next("opendir"))(path);
+    return ask(Open) == Break ? nullptr
+                              : reinterpret_cast<decltype(&opendir)>(next("opendir"))(path);
 }
 
 struct dirent* readdir(DIR* folder)
 {
-    return ask(Readdir) == Break ? nullptr : reinterpret_cast<decltype(&readdir)>(next("readdir"))(folder);
+    return ask(Readdir) == Break ? nullptr
+                                 : reinterpret_cast<decltype(&readdir)>(next("readdir"))(folder);
 }
 
 struct dirent64* readdir64(DIR* folder)
 {
-    return ask(Readdir) == Break ? nullptr : reinterpret_cast<decltype(&readdir64)>(next("readdir64"))(folder);
+    return ask(Readdir) == Break
+               ? nullptr
+               : reinterpret_cast<decltype(&readdir64)>(next("readdir64"))(folder);
 }
 
 ssize_t read(int fd, void* bytes, size_t size)
 {
     const Verdict verdict = ask(Read);
-    return verdict == Break ? -1 : reinterpret_cast<decltype(&read)>(next("read"))(fd, bytes, part(verdict, size));
+    return verdict == Break
+               ? -1
+               : reinterpret_cast<decltype(&read)>(next("read"))(fd, bytes, part(verdict, size));
 }
 
 ssize_t pread(int fd, void* bytes, size_t size, off_t at)
 {
     const Verdict verdict = ask(Read);
-    return verdict == Break ? -1 : reinterpret_cast<decltype(&pread)>(next("pread"))(fd, bytes, part(verdict, size), at);
+    return verdict == Break ? -1
+                            : reinterpret_cast<decltype(&pread)>(next("pread"))(
+                                  fd, bytes, part(verdict, size), at);
 }
 
 ssize_t pread64(int fd, void* bytes, size_t size, off64_t at)
 {
     const Verdict verdict = ask(Read);
-    return verdict == Break ? -1 : reinterpret_cast<decltype(&pread64)>(next("pread64"))(fd, bytes, part(verdict, size), at);
+    return verdict == Break ? -1
+                            : reinterpret_cast<decltype(&pread64)>(next("pread64"))(
+                                  fd, bytes, part(verdict, size), at);
 }
 
 ssize_t write(int fd, const void* bytes, size_t size)
 {
     const Verdict verdict = ask(Write);
-    return verdict == Break ? -1 : reinterpret_cast<decltype(&write)>(next("write"))(fd, bytes, part(verdict, size));
+    return verdict == Break
+               ? -1
+               : reinterpret_cast<decltype(&write)>(next("write"))(fd, bytes, part(verdict, size));
 }
 
 ssize_t pwrite(int fd, const void* bytes, size_t size, off_t at)
 {
     const Verdict verdict = ask(Write);
-    return verdict == Break ? -1 : reinterpret_cast<decltype(&pwrite)>(next("pwrite"))(fd, bytes, part(verdict, size), at);
+    return verdict == Break ? -1
+                            : reinterpret_cast<decltype(&pwrite)>(next("pwrite"))(
+                                  fd, bytes, part(verdict, size), at);
 }
 
 ssize_t pwrite64(int fd, const void* bytes, size_t size, off64_t at)
 {
     const Verdict verdict = ask(Write);
-    return verdict == Break ? -1 : reinterpret_cast<decltype(&pwrite64)>(next("pwrite64"))(fd, bytes, part(verdict, size), at);
+    return verdict == Break ? -1
+                            : reinterpret_cast<decltype(&pwrite64)>(next("pwrite64"))(
+                                  fd, bytes, part(verdict, size), at);
 }
 
 off_t lseek(int fd, off_t offset, int whence)
 {
-    return ask(Seek) == Break ? -1 : reinterpret_cast<decltype(&lseek)>(next("lseek"))(fd, offset, whence);
+    return ask(Seek) == Break
+               ? -1
+               : reinterpret_cast<decltype(&lseek)>(next("lseek"))(fd, offset, whence);
 }
 
 off64_t lseek64(int fd, off64_t offset, int whence)
 {
-    return ask(Seek) == Break ? -1 : reinterpret_cast<decltype(&lseek64)>(next("lseek64"))(fd, offset, whence);
+    return ask(Seek) == Break
+               ? -1
+               : reinterpret_cast<decltype(&lseek64)>(next("lseek64"))(fd, offset, whence);
 }
 
 // As the system does it: what fails is told, and the descriptor is gone all the same.
@@ -252,7 +277,8 @@ int fdatasync(int fd)
 
 int rename(const char* from, const char* to)
 {
-    return ask(Rename) == Break ? -1 : reinterpret_cast<decltype(&rename)>(next("rename"))(from, to);
+    return ask(Rename) == Break ? -1
+                                : reinterpret_cast<decltype(&rename)>(next("rename"))(from, to);
 }
 
 void* malloc(size_t size)

@@ -10,12 +10,12 @@
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Repository/ZEMRepository.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
-#include <csignal>
 
 namespace {
 
@@ -57,7 +57,8 @@ protected:
     void build(const std::string& folder)
     {
         fs::create_directories(_dir.path(folder));
-        const std::string line = "cd '" + _dir.path(folder) + "' && rm -f *.gc* && g++ --coverage "
+        const std::string line = "cd '" + _dir.path(folder) +
+                                 "' && rm -f *.gc* && g++ --coverage "
                                  "../src/*.cc -o work && ./work";
         ASSERT_EQ(std::system(line.c_str()), 0);
     }
@@ -206,6 +207,31 @@ TEST_F(ImportFaultsTest, KilledAtAnyCallItLeavesOldOrNew)
     for (const char* call : {"open", "write", "close", "sync", "rename"}) {
         for (const long at : chosenCalls(_counts[call], AllCalls)) {
             sweepKill(call, at);
+        }
+    }
+}
+
+// Only what no log names may ever go.
+TEST_F(ImportFaultsTest, CleaningNeverTakesANamedMap)
+{
+    std::map<std::string, long> counts;
+    const std::vector<std::string> words = {builtProgram("zem-import"), "--clean", out()};
+    ASSERT_EQ(runWithFault(words, {}, &counts).status, 0);
+    const Contents cleaned = contents();
+    ASSERT_EQ(cleaned.size(), 3u);
+    for (const char* call : {"open", "read", "seek", "close", "readdir", "malloc"}) {
+        for (const long at : chosenCalls(counts[call], SomeCalls)) {
+            const Fault fault = {call, at, "fail", std::string(call) == "malloc" ? ENOMEM : EIO};
+            SCOPED_TRACE(fault.text());
+            for (const auto& file : _new) {
+                _dir.write("out/" + file.first, file.second);
+            }
+            const ProgramResult result = runWithFault(words, fault);
+            const Contents files = contents();
+            EXPECT_TRUE(files == cleaned || (files == _new && result.status == 1));
+            EXPECT_LE(result.status, 1);
+            EXPECT_EQ(result.err.empty(), result.status == 0) << result.err;
+            expectWholeMaps(files);
         }
     }
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// What an importer hands over: files, their functions, which lines each block of a function touches,
-// and the counts of one run. Importers fill it, finishCoverage() puts it into the order and the
-// bounds of the data files, and writeCoverage() writes it as a map file and a log file.
+// What an importer hands over: files, their functions, which lines each block of a function
+// touches, and the counts of one run. Importers fill it, finishCoverage() puts it into the order
+// and the bounds of the data files, and writeCoverage() writes it as a map file and a log file.
 //
 // Everything except the counts must follow from the build alone, so that each run of one build
 // gives the same map.

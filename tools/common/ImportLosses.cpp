@@ -27,8 +27,8 @@ const LossKind lossKinds[] = {
     {&ImportLosses::_linesShownRed, "lines that ran shown as untested"},
     {&ImportLosses::_linesShownBlack, "lines that never ran not shown as untested"},
     {&ImportLosses::_probeUnits, "units of build system probes"},
-    {&ImportLosses::_sourcesOfTwoBuilds,
-     "sources compiled in several ways and united (static and shared, or two builds in one folder)"},
+    {&ImportLosses::_sourcesOfTwoBuilds, "sources compiled in several ways and united (static and "
+                                         "shared, or two builds in one folder)"},
     {&ImportLosses::_clampedCounts, "counts clamped at 2147483647"},
     {&ImportLosses::_negativeCounts, "negative counts taken as 0"},
     {&ImportLosses::_unsolvedFunctions, "functions with unknown counts taken as 0"},
@@ -98,7 +98,7 @@ std::string ImportLosses::text() const
     for (const auto& file : _blocksPastLastLine) {
         blocks += file.second;
     }
-    append(result, pastLastLine(blocks) + " in " + std::to_string(_blocksPastLastLine.size()) +
-                       " files");
+    append(result,
+           pastLastLine(blocks) + " in " + std::to_string(_blocksPastLastLine.size()) + " files");
     return result;
 }

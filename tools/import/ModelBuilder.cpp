@@ -79,16 +79,15 @@ bool placeBefore(const FunctionCopy* a, const FunctionCopy* b)
 bool rangeBefore(const FunctionCopy* a, const FunctionCopy* b)
 {
     return std::tie(a->_file, a->_startLine, a->_startColumn, a->_endLine, a->_endColumn,
-                    a->_isHidden, a->_symbol) <
-           std::tie(b->_file, b->_startLine, b->_startColumn, b->_endLine, b->_endColumn,
-                    b->_isHidden, b->_symbol);
+                    a->_isHidden, a->_symbol) < std::tie(b->_file, b->_startLine, b->_startColumn,
+                                                         b->_endLine, b->_endColumn, b->_isHidden,
+                                                         b->_symbol);
 }
 
 bool sameRange(const FunctionCopy& a, const FunctionCopy& b)
 {
-    return a._file == b._file && a._startLine == b._startLine &&
-           a._startColumn == b._startColumn && a._endLine == b._endLine &&
-           a._endColumn == b._endColumn && a._isHidden == b._isHidden;
+    return a._file == b._file && a._startLine == b._startLine && a._startColumn == b._startColumn &&
+           a._endLine == b._endLine && a._endColumn == b._endColumn && a._isHidden == b._isHidden;
 }
 
 void addHits(int64_t& sum, int64_t hits)
@@ -101,12 +100,13 @@ void addHits(int64_t& sum, int64_t hits)
 // Whether a path is of text that is compiled by itself, not included.
 bool isUnitSource(const std::string& path)
 {
-    static const char* const ends[] = {".c", ".cc", ".cpp", ".cxx", ".c++", ".C", ".cp", ".m",
-                                       ".mm"};
+    static const char* const ends[] = {".c", ".cc", ".cpp", ".cxx", ".c++",
+                                       ".C", ".cp", ".m",   ".mm"};
     const size_t dot = path.rfind('.');
     return dot != std::string::npos &&
-           std::any_of(std::begin(ends), std::end(ends),
-                       [&](const char* end) { return path.compare(dot, std::string::npos, end) == 0; });
+           std::any_of(std::begin(ends), std::end(ends), [&](const char* end) {
+               return path.compare(dot, std::string::npos, end) == 0;
+           });
 }
 
 // Adds up the counts of pieces with the same blocks.
@@ -132,8 +132,9 @@ void appendLines(const Piece& piece, std::vector<LineHits>& lines)
     }
     // Negative, so that the greatest count of a line is its first.
     std::sort(lines.begin() + first, lines.end());
-    const auto end = std::unique(lines.begin() + first, lines.end(),
-                                 [](const LineHits& a, const LineHits& b) { return a.first == b.first; });
+    const auto end =
+        std::unique(lines.begin() + first, lines.end(),
+                    [](const LineHits& a, const LineHits& b) { return a.first == b.first; });
     lines.erase(end, lines.end());
     for (auto line = lines.begin() + first; line != lines.end(); ++line) {
         line->second = -line->second;
@@ -206,8 +207,8 @@ void endBodies(const std::vector<FunctionCopy*>& order)
             continue;
         }
         for (const CopyLine& line : copy._lines) {
-            copy._endLine = line._file == copy._file ? std::max(copy._endLine, line._line)
-                                                     : copy._endLine;
+            copy._endLine =
+                line._file == copy._file ? std::max(copy._endLine, line._line) : copy._endLine;
         }
     }
 }
@@ -330,8 +331,7 @@ void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
             block = line._line._block;
             piece->_hits.push_back(copy._hits[block]);
         }
-        piece->_lines.push_back(
-            {static_cast<uint32_t>(piece->_hits.size() - 1), line._line._line});
+        piece->_lines.push_back({static_cast<uint32_t>(piece->_hits.size() - 1), line._line._line});
     }
     copy = FunctionCopy();
 }
@@ -346,11 +346,10 @@ void ModelBuilder::split(Place& place) const
 void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
 {
     const std::vector<std::string> symbols = _places[giver]._symbols;
-    const auto found =
-        _entries.emplace(std::make_pair(piece._destination._number,
-                                        _keepsInstances ? symbols.front()
-                                                        : templateName(symbols.front())),
-                         _places.size());
+    const auto found = _entries.emplace(
+        std::make_pair(piece._destination._number,
+                       _keepsInstances ? symbols.front() : templateName(symbols.front())),
+        _places.size());
     if (found.second) {
         Place entry;
         entry._file = piece._destination._number;
@@ -440,7 +439,8 @@ private:
 class UniteJob : public ParallelJob
 {
 public:
-    explicit UniteJob(ModelBuilder& builder) : _builder(builder), _functions(builder.places().size())
+    explicit UniteJob(ModelBuilder& builder)
+        : _builder(builder), _functions(builder.places().size())
     {}
     void run(size_t item) override { _builder.unite(_builder.places()[item], _functions[item]); }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
-// Makes the functions of a coverage model from the copies that the units of a build hold. A header's
-// function comes from each unit that includes it, a template's once for each instance, a library's
-// from its static and its shared form; and an optimised function holds lines of those that were
-// put into it. In the model there is one function for one place in the source:
+// Makes the functions of a coverage model from the copies that the units of a build hold. A
+// header's function comes from each unit that includes it, a template's once for each instance, a
+// library's from its static and its shared form; and an optimised function holds lines of those
+// that were put into it. In the model there is one function for one place in the source:
 //
 //   - Copies with one file, one range and one name (templateName()) are one function.
 //   - When its copies are equal, block for block, their counts are added up. When they differ, or

@@ -9,8 +9,9 @@
 #include <vector>
 
 // Fills the counts of the `arcs` on the tree from those off it, and `counts` with one number for
-// each of the `nBlocks` blocks. Returns false when the counters do not determine every block; those are 0 then. The cost
-// is linear in blocks and arcs. Damaged counters may give any number, also a negative one.
+// each of the `nBlocks` blocks. Returns false when the counters do not determine every block; those
+// are 0 then. The cost is linear in blocks and arcs. Damaged counters may give any number, also a
+// negative one.
 bool solveFlow(uint32_t nBlocks, std::vector<GcnoArc>& arcs, std::vector<int64_t>& counts);
 
 // The same for a function as it was read.

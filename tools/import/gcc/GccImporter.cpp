@@ -18,9 +18,12 @@ namespace {
 // Whether a path is one of those where build systems compile programs to try the compiler.
 bool isBuildProbe(const std::string& path)
 {
-    static const char* const patterns[] = {
-        "*/CMakeFiles/*/CompilerId*", "*/CMakeFiles/CMakeTmp/*", "*/CMakeFiles/CMakeScratch/*",
-        "*/meson-private/*",          "*/conftest.*",            "*/.conf_check_*"};
+    static const char* const patterns[] = {"*/CMakeFiles/*/CompilerId*",
+                                           "*/CMakeFiles/CMakeTmp/*",
+                                           "*/CMakeFiles/CMakeScratch/*",
+                                           "*/meson-private/*",
+                                           "*/conftest.*",
+                                           "*/.conf_check_*"};
     return std::any_of(std::begin(patterns), std::end(patterns), [&path](const char* pattern) {
         return fnmatch(pattern, path.c_str(), 0) == 0;
     });

@@ -169,8 +169,8 @@ bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string
     return true;
 }
 
-// Reads the function that was found last when the store does not know it. Returns false when nothing
-// of it is wanted or the notes are damaged.
+// Reads the function that was found last when the store does not know it. Returns false when
+// nothing of it is wanted or the notes are damaged.
 bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
 {
     const KnownFunction known = _store.find(entry._bytes);
@@ -182,8 +182,7 @@ bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& en
     if (!notes.readPlace(function)) {
         return false;
     }
-    const KnownFunction::Kind kind =
-        kindOf(function, source(notes.folder(), function._files[0]));
+    const KnownFunction::Kind kind = kindOf(function, source(notes.folder(), function._files[0]));
     countKind(kind);
     if (!notes.readGraph(function)) {
         return false;

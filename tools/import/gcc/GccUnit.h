@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One unit of a build: reads its notes and counters and puts its functions into the store. Units are
-// independent of each other, so that threads may share them out.
+// One unit of a build: reads its notes and counters and puts its functions into the store. Units
+// are independent of each other, so that threads may share them out.
 #pragma once
 
 #include "tools/common/ImportLosses.h"

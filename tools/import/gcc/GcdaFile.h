@@ -43,9 +43,10 @@ public:
     // Adds to the arcs off the tree what the file has for the function `ident`. REQUIRES: fits().
     void addCounters(uint32_t ident, std::vector<GcnoArc>& arcs);
 
-    // Both in one for a function that was just read. Gives the arcs of `function` that are off the tree their counts; all zero when the file does
-    // not know the function. Returns false when it knows another function by that ident, or
-    // has another number of counters for it; nothing changes then.
+    // Both in one for a function that was just read. Gives the arcs of `function` that are off the
+    // tree their counts; all zero when the file does not know the function. Returns false when it
+    // knows another function by that ident, or has another number of counters for it; nothing
+    // changes then.
     bool fillCounters(GcnoFunction& function);
 
 private:

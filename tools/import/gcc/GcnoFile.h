@@ -111,8 +111,8 @@ private:
     const unsigned char* _data;
     const size_t _size;
     std::string _folder;
-    size_t _next = 0;       // where the search for the next function starts
-    size_t _place = 0;      // of the current function's head behind the checksums, in bytes
+    size_t _next = 0;  // where the search for the next function starts
+    size_t _place = 0; // of the current function's head behind the checksums, in bytes
     size_t _placeEnd = 0;
     size_t _graphStart = 0; // extent of the current function's records, in bytes
     size_t _graphEnd = 0;

@@ -70,10 +70,10 @@ ContentKey GccGraph::key() const
 {
     ContentKey key;
     key.add(_copy._symbol.data(), _copy._symbol.size());
-    const uint32_t place[] = {_copy._file,    _copy._startLine,
-                              _copy._startColumn, _copy._endLine,
-                              _copy._endColumn,   _copy._isBody ? 1u : _copy._isHidden ? 2u : 0u,
-                              _nBlocks};
+    const uint32_t place[] = {
+        _copy._file,    _copy._startLine, _copy._startColumn,
+        _copy._endLine, _copy._endColumn, _copy._isBody ? 1u : _copy._isHidden ? 2u : 0u,
+        _nBlocks};
     key.add(place, sizeof(place));
     for (const GcnoArc& arc : _arcs) {
         key.add(uint64_t{arc._from} << 32 | arc._to);

@@ -35,7 +35,7 @@ struct GccGraph
     FunctionCopy _copy;
     uint32_t _nBlocks = 0;
     std::vector<GcnoArc> _arcs;
-    size_t _nCounters = 0;           // arcs off the tree
+    size_t _nCounters = 0; // arcs off the tree
     KnownFunction::Kind _kind = KnownFunction::Wanted;
     uint64_t _blocksOfOtherFiles = 0; // all lines are in files that are left out
     uint64_t _linesOfOtherFiles = 0;

@@ -273,8 +273,7 @@ std::string coroutineNotes(const char* symbol, uint32_t line)
 
 TEST_F(GccUnitTest, BodyOfACoroutineHasTheCoroutinesName)
 {
-    for (const char* symbol :
-         {"_Z5countPZ5countiE15_Z5counti.Frame.actor", "_Z5counti.actor"}) {
+    for (const char* symbol : {"_Z5countPZ5countiE15_Z5counti.Frame.actor", "_Z5counti.actor"}) {
         GccUnit unit(_sources, _store);
         ASSERT_TRUE(unit.readBlocks(coroutineNotes(symbol, 3), nullptr));
         EXPECT_EQ(blocks(), "/build/a.cc _Z5counti: 3=0\n") << symbol;
@@ -283,8 +282,8 @@ TEST_F(GccUnitTest, BodyOfACoroutineHasTheCoroutinesName)
 
 TEST_F(GccUnitTest, OtherPartsOfACoroutineStayOut)
 {
-    ASSERT_TRUE(_unit.readBlocks(
-        coroutineNotes("_Z5countPZ5countiE15_Z5counti.Frame.destroy", 1), nullptr));
+    ASSERT_TRUE(_unit.readBlocks(coroutineNotes("_Z5countPZ5countiE15_Z5counti.Frame.destroy", 1),
+                                 nullptr));
     EXPECT_EQ(blocks(), "");
     EXPECT_EQ(_unit.losses()._artificialFunctions, 1u);
 }

@@ -53,9 +53,9 @@ TEST(GcovLinesTest, LineWithoutNameGoesToTheInnermostFunction)
 TEST(GcovLinesTest, ColumnsAreRead)
 {
     GcovLines lines;
-    ASSERT_TRUE(lines.parse(document(
-        R"({"name":"f","start_line":1,"start_column":5,"end_line":9,"end_column":2})",
-        R"({"line_number":1,"count":4,"function_name":"f"})")));
+    ASSERT_TRUE(lines.parse(
+        document(R"({"name":"f","start_line":1,"start_column":5,"end_line":9,"end_column":2})",
+                 R"({"line_number":1,"count":4,"function_name":"f"})")));
     ASSERT_EQ(lines.functions().size(), 1u);
     EXPECT_EQ(lines.functions()[0]._copy._startColumn, 5u);
     EXPECT_EQ(lines.functions()[0]._copy._endColumn, 2u);
