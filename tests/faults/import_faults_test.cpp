@@ -211,6 +211,31 @@ TEST_F(ImportFaultsTest, KilledAtAnyCallItLeavesOldOrNew)
     }
 }
 
+// Only what no log names may ever go.
+TEST_F(ImportFaultsTest, CleaningNeverTakesANamedMap)
+{
+    std::map<std::string, long> counts;
+    const std::vector<std::string> words = {builtProgram("zem-import"), "--clean", out()};
+    ASSERT_EQ(runWithFault(words, {}, &counts).status, 0);
+    const Contents cleaned = contents();
+    ASSERT_EQ(cleaned.size(), 3u);
+    for (const char* call : {"open", "read", "seek", "close", "readdir", "malloc"}) {
+        for (const long at : chosenCalls(counts[call], SomeCalls)) {
+            const Fault fault = {call, at, "fail", std::string(call) == "malloc" ? ENOMEM : EIO};
+            SCOPED_TRACE(fault.text());
+            for (const auto& file : _new) {
+                _dir.write("out/" + file.first, file.second);
+            }
+            const ProgramResult result = runWithFault(words, fault);
+            const Contents files = contents();
+            EXPECT_TRUE(files == cleaned || (files == _new && result.status == 1));
+            EXPECT_LE(result.status, 1);
+            EXPECT_EQ(result.err.empty(), result.status == 0) << result.err;
+            expectWholeMaps(files);
+        }
+    }
+}
+
 TEST_F(ImportFaultsTest, MemoryMayRunOutAtAnyTime)
 {
     sweepAll("malloc", SomeCalls, "fail", ENOMEM);
