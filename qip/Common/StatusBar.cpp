@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Common/StatusBar.h"
 
+#include "qip/Support/qipVisibleText.h"
+
 #include <Xm/Form.h>
 #include <Xm/Label.h>
 #include <Xm/Xm.h>
 
 #include <cstring>
 #include <new>
+#include <string>
 
 namespace {
 
@@ -86,7 +89,13 @@ void StatusBar::showMessage(const char* text)
 
 void StatusBar::setLabelText(Widget label, const char* text, const char* tag)
 {
-    XmString string = XmStringCreate(const_cast<char*>(text), const_cast<char*>(tag));
+    std::string shown;
+    try {
+        shown = qipVisibleText(text).string();
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+    XmString string = XmStringCreate(&shown[0], const_cast<char*>(tag));
     if (string != nullptr) {
         XtVaSetValues(label, XmNlabelString, string, nullptr);
         XmStringFree(string);

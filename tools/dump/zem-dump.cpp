@@ -4,16 +4,19 @@
 // viewer does not show as expected. What was read before a file turned out to be damaged is printed
 // as well.
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVisibleText.h"
+#include "tools/common/finishOutput.h"
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 
-#include <cstdio>
 #include <cstring>
 #include <iostream>
 
 namespace {
 
-enum ExitStatus { Success = 0, FileFailed = 1, Misused = 2 };
+constexpr char Program[] = "zem-dump";
+
+enum ExitStatus { Success = 0, Failed = 1, Misused = 2 };
 
 void usage(std::ostream& out)
 {
@@ -62,7 +65,8 @@ bool dumpFile(const char* name)
     }
     std::cout.flush();
     if (result < 0) {
-        std::cerr << "zem-dump: " << name << ": " << qipVLRecFile::error(result) << std::endl;
+        std::cerr << "zem-dump: " << qipVisibleText(name) << ": " << qipVLRecFile::error(result)
+                  << std::endl;
     }
     return result >= 0;
 }
@@ -72,36 +76,33 @@ int dumpFiles(int count, char** names)
     int status = Success;
     for (int i = 0; i < count; ++i) {
         if (count > 1) {
-            std::cout << (i == 0 ? "" : "\n") << "==> " << names[i] << " <==\n";
+            std::cout << (i == 0 ? "" : "\n") << "==> " << qipVisibleText(names[i]) << " <==\n";
         }
         if (!dumpFile(names[i])) {
-            status = FileFailed;
+            status = Failed;
         }
     }
-    if (!std::cout) {
-        std::perror("zem-dump: standard output");
-        return FileFailed;
-    }
-    return status;
+    return finishOutput(Program) ? status : Failed;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    std::ios::sync_with_stdio(false);
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::cout << "zem-dump " << ZEM_VERSION << "\n";
-        return Success;
+        return finishOutput(Program) ? Success : Failed;
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         usage(std::cout);
-        return Success;
+        return finishOutput(Program) ? Success : Failed;
     }
     int first = 1;
     if (argc > 1 && std::strcmp(argv[1], "--") == 0) {
         first = 2;
     } else if (argc > 1 && argv[1][0] == '-') {
-        std::cerr << "zem-dump: unknown option " << argv[1] << "\n";
+        std::cerr << "zem-dump: unknown option " << qipVisibleText(argv[1]) << "\n";
         usage(std::cerr);
         return Misused;
     }

@@ -3,6 +3,8 @@
 // zem-report: the viewer's report as text, through the same repository, rows and sort, without X.
 #include "qip/Support/cmdln.h"
 #include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
+#include "tools/common/finishOutput.h"
 #include "zem/Reports/RptCommandLine.h"
 #include "zem/Reports/RptInfo.h"
 #include "zem/Reports/RptOptions.h"
@@ -11,21 +13,49 @@
 #include "zem/Reports/ZEMView.h"
 #include "zem/Repository/ZEMRepository.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <cstring>
 #include <iostream>
 #include <unistd.h>
 
 namespace {
 
-enum ExitStatus { Success = 0, LogFailed = 1, Misused = 2 };
+constexpr char Program[] = "zem-report";
 
+enum ExitStatus { Success = 0, Failed = 1, Misused = 2 };
+
+void writeUsage(std::ostream& out)
+{
+    out << "Usage: zem-report [options] logfile ...\n";
+    RptOptions::writeOptionLines(out);
+    out << "        --help        Print this text\n"
+           "        --version     Print the version\n";
+}
+
+// For whoever did not ask for it.
 void usage()
 {
-    std::cerr << "Usage: zem-report [options] logfile ...\n";
-    RptOptions::writeOptionLines(std::cerr);
-    std::cerr << "        --help        Print this text\n"
-                 "        --version     Print the version\n";
+    writeUsage(std::cerr);
+}
+
+// Bytes of the longest label as printed.
+size_t longestLabel(const ZEMRptTable& table)
+{
+    size_t longest = 0;
+    for (int i = 0; i < table._nItems; ++i) {
+        longest = std::max(longest, qipVisibleText(table._view[i]->_label).length());
+    }
+    return longest;
+}
+
+// Prints a label, padded to `width` bytes.
+void writeLabel(const char* label, size_t width)
+{
+    const qipVisibleText text(label);
+    std::cout << text;
+    for (size_t length = text.length(); length < width; ++length) {
+        std::cout << ' ';
+    }
 }
 
 // The options, carried out on a report of this program.
@@ -55,7 +85,7 @@ bool Report::merge(const char* log)
 {
     const int result = _repository.processFile(log);
     if (result < 0) {
-        std::cerr << " *** RptArea::report: Error processing " << log << ": "
+        std::cerr << " *** RptArea::report: Error processing " << qipVisibleText(log) << ": "
                   << qipVLRecFile::error(result) << std::endl;
     }
     return result >= 0;
@@ -80,20 +110,21 @@ void Report::print()
 {
     ZEMRptTable table = makeTable();
     table.sort(_info.sortKeys());
-    const int width = isatty(STDOUT_FILENO) ? table.longestLabel() : 0;
-    std::printf("%-*s\tcovered\tuncovered\tper cent\thits\n", width,
-                RptText::typeWord(_info._type));
+    const size_t width = isatty(STDOUT_FILENO) ? longestLabel(table) : 0;
+    writeLabel(RptText::typeWord(_info._type), width);
+    std::cout << "\tcovered\tuncovered\tper cent\thits\n";
     for (int i = 0; i < table._nItems; ++i) {
         const ZEMView& row = *table._view[i];
         const long covered = row._covBlk;
         const long total = row._totBlk;
-        std::printf("%-*s\t%ld\t%ld\t%ld%%\t%d\n", width, row._label == nullptr ? "" : row._label,
-                    covered, total - covered, RptText::percent(covered, total), row._hits);
+        writeLabel(row._label, width);
+        std::cout << '\t' << covered << '\t' << total - covered << '\t'
+                  << RptText::percent(covered, total) << "%\t" << row._hits << '\n';
     }
     long untested = 0;
     long total = 0;
     _repository.coverageSummary(untested, total);
-    std::printf("%s\n", RptText::summary(untested, total).c_str());
+    std::cout << RptText::summary(untested, total) << '\n';
     table.deleteRows();
 }
 
@@ -101,13 +132,14 @@ void Report::print()
 
 int main(int argc, char** argv)
 {
+    std::ios::sync_with_stdio(false);
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
-        std::printf("zem-report %s\n", ZEM_VERSION);
-        return Success;
+        std::cout << "zem-report " << ZEM_VERSION << '\n';
+        return finishOutput(Program) ? Success : Failed;
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
-        usage();
-        return Success;
+        writeUsage(std::cout);
+        return finishOutput(Program) ? Success : Failed;
     }
     // Never destroyed: the end of the process frees millions of records at once.
     static Report& report = *new Report;
@@ -117,12 +149,12 @@ int main(int argc, char** argv)
     int status = Success;
     for (int i = 1; i < argc; ++i) {
         if (argv[i][0] == '-') {
-            std::cerr << "zem-report: unknown option " << argv[i] << " ignored\n";
+            std::cerr << "zem-report: unknown option " << qipVisibleText(argv[i]) << " ignored\n";
             continue;
         }
         ++nLogs;
         if (!report.merge(argv[i])) {
-            status = LogFailed;
+            status = Failed;
         }
     }
     if (nLogs == 0) {
@@ -131,9 +163,5 @@ int main(int argc, char** argv)
         return Misused;
     }
     report.print();
-    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
-        std::perror("zem-report: standard output");
-        return LogFailed;
-    }
-    return status;
+    return finishOutput(Program) ? status : Failed;
 }

@@ -2,6 +2,7 @@
 #include "zem/Reports/RptArea.h"
 
 #include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Reports/RptText.h"
 #include "zem/Window/ZEMStsBar.h"
@@ -77,7 +78,7 @@ int RptArea::processFile(const char* logfile)
 {
     const int result = _theRepository.processFile(logfile);
     if (result < 0) {
-        std::cerr << " *** RptArea::report: Error processing " << logfile << ": "
+        std::cerr << " *** RptArea::report: Error processing " << qipVisibleText(logfile) << ": "
                   << qipVLRecFile::error(result) << std::endl;
     }
     return result;

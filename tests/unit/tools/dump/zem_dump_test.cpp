@@ -98,4 +98,33 @@ TEST_F(ZemDumpTest, TwoDashesEndTheOptions)
     EXPECT_EQ(run({"--", "-x"}).err, "zem-dump: -x: fopen failed\n");
 }
 
+TEST_F(ZemDumpTest, OutputThatCannotBeWrittenIsAFailure)
+{
+    for (const std::string& word : {std::string("--help"), std::string("--version"), _map}) {
+        for (const char* output : {">/dev/full", ">&-"}) {
+            const ProgramResult result =
+                runProgramWithOutput(output, {builtProgram("zem-dump"), word});
+            EXPECT_EQ(result.status, 1) << word << output;
+            EXPECT_EQ(result.err.rfind("zem-dump: cannot write the standard output: ", 0), 0u)
+                << result.err;
+        }
+    }
+    const ProgramResult full = runProgramWithOutput(">/dev/full", {builtProgram("zem-dump"), _map});
+    EXPECT_NE(full.err.find("No space left on device"), std::string::npos) << full.err;
+}
+
+TEST_F(ZemDumpTest, NamesAreShownVisibly)
+{
+    const std::string map =
+        mapFile({{"src/a\nb.c", {{"f\x1b[2J", 1, 2, {{1, 2}}}}}}).write(_dir.path("odd\n.map"));
+    const std::string log = logFile({{"a\tb", "m\x7f", {1}}}).write(_dir.path("odd.log"));
+    const ProgramResult result = run({map, log, _dir.path("none\r")});
+    EXPECT_NE(result.out.find("/odd\\x0a.map <=="), std::string::npos);
+    EXPECT_NE(result.out.find("filename : src/a\\x0ab.c\n"), std::string::npos);
+    EXPECT_NE(result.out.find("function : f\\x1b[2J\n"), std::string::npos);
+    EXPECT_NE(result.out.find("filename : a\\x09b\n         mapfile : m\\x7f\n"),
+              std::string::npos);
+    EXPECT_NE(result.err.find("/none\\x0d: fopen failed"), std::string::npos);
+}
+
 } // namespace

@@ -130,4 +130,46 @@ TEST_F(ZemReportTest, LinksNoXLibrary)
     }
 }
 
+TEST_F(ZemReportTest, OutputThatCannotBeWrittenIsAFailure)
+{
+    for (const std::string& word : {std::string("--help"), std::string("--version"), _log}) {
+        for (const char* output : {">/dev/full", ">&-"}) {
+            const ProgramResult result =
+                runProgramWithOutput(output, {builtProgram("zem-report"), word});
+            EXPECT_EQ(result.status, 1) << word << output;
+            EXPECT_EQ(result.err.rfind("zem-report: cannot write the standard output: ", 0), 0u)
+                << result.err;
+        }
+    }
+    const ProgramResult full =
+        runProgramWithOutput(">/dev/full", {builtProgram("zem-report"), _log});
+    EXPECT_NE(full.err.find("No space left on device"), std::string::npos) << full.err;
+}
+
+TEST_F(ZemReportTest, HelpGoesToTheStandardOutput)
+{
+    const ProgramResult help = run({"--help"});
+    EXPECT_EQ(help.err, "");
+    EXPECT_EQ(help.out.rfind("Usage: zem-report", 0), 0u);
+}
+
+TEST_F(ZemReportTest, ANameCannotForgeARowOrSteerTheTerminal)
+{
+    const std::string map =
+        mapFile({{"src/a\n/b.c\t9\t0\t100%\t9", {{"f\x1b[2J\xe9", 1, 2, {{1, 2}}}}}})
+            .write(_dir.path("forged.map"));
+    const std::string log =
+        logFile({{"src/a\n/b.c\t9\t0\t100%\t9", map, {0}}}).write(_dir.path("forged.log"));
+    EXPECT_EQ(run({log}).out, "file\tcovered\tuncovered\tper cent\thits\n"
+                              "src/a\\x0a/b.c\\x099\\x090\\x09100%\\x099\t0\t1\t0%\t0\n"
+                              " Blocks: 0 tested, 1 untested, 0% coverage\n");
+    EXPECT_NE(run({"-df", log}).out.find("\nf\\x1b[2J\\xe9\t0\t1\t0%\t0\n"), std::string::npos);
+}
+
+TEST_F(ZemReportTest, MessagesShowNamesVisibly)
+{
+    EXPECT_NE(run({_dir.path("no\nlog")}).err.find("/no\\x0alog: fopen failed"), std::string::npos);
+    EXPECT_NE(run({"-q\x1b", _log}).err.find("unknown option -q\\x1b ignored"), std::string::npos);
+}
+
 } // namespace
