@@ -211,6 +211,22 @@ TEST_F(SrcViewerTest, FileThatCannotBeOpenedIsNamedAndLeavesTheOldOne)
     EXPECT_EQ(text(_viewer, 0, 17, 4, _black), "a.c ");
 }
 
+TEST_F(SrcViewerTest, FileThatIsTooLargeSaysSo)
+{
+    RecordingStatusBar bar;
+    CellWindow barWindow(bar);
+    barWindow.open();
+    theStatusBar = &bar;
+    const TempDir dir;
+    const std::string large = dir.write("large.c", "");
+    ASSERT_EQ(truncate(large.c_str(), 0x7fffffff), 0);
+    const SourceRecord record(large.c_str());
+    _viewer.display(&record.file(), _info, 1);
+    settle();
+    EXPECT_EQ(bar._shown,
+              "Could not open " + large + "! It has more than 64 MiB or 8 million lines.");
+}
+
 TEST_F(SrcViewerTest, FileThatCannotBeOpenedNeedsNoStatusBar)
 {
     const SourceRecord missing("no such file.c");
