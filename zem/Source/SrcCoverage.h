@@ -25,8 +25,9 @@ public:
     explicit SrcCoverage(SrcBrowser& browser);
 
     // Puts the blocks of every function of `file` on the lines. Lines that the source file does
-    // not have are skipped; so is a block whose first or last line is unknown (0).
-    void load(const ZEMFileRecord& file);
+    // not have are skipped; so is a block whose first or last line is unknown (0). Returns 0, or
+    // -1 without memory for the counts of a line: some lines lack theirs then.
+    [[nodiscard]] int load(const ZEMFileRecord& file);
 
     int hitDetailWidth() const { return _hitDetailWidth; }   // widest text of counts, characters
     int maxBlocksOnLine() const { return _maxBlocksOnLine; } // most blocks shown together
@@ -46,6 +47,7 @@ private:
     SrcBrowser& _browser;
     int _hitDetailWidth;
     int _maxBlocksOnLine;
+    bool _complete; // no line lacks its counts
     // A bit for each line, from 0, that is not painted as the inside of an unrun block. Without it
     // a map of many large unrun blocks would paint the same lines again for every block.
     uint64_t _notPainted[Lines / WordBits];

@@ -31,11 +31,17 @@ constexpr int DarkLineX = 3;
 // A window is less than 32768 pixels wide, and no font's characters less than 4.
 constexpr int MostColumnsShown = 8192;
 
+constexpr char NoMemory[] = "Out of memory!";
+
+void showMessage(const char* text)
+{
+    if (theStatusBar != nullptr) {
+        theStatusBar->displayMessage(text);
+    }
+}
+
 void showFailure(const char* filename, bool tooLarge)
 {
-    if (theStatusBar == nullptr) {
-        return;
-    }
     try {
         std::string message = std::string("Could not open ") + filename + "!";
         if (tooLarge) {
@@ -43,9 +49,9 @@ void showFailure(const char* filename, bool tooLarge)
                        " MiB or " + std::to_string(LineIndex::MostLines / 1000000) +
                        " million lines.";
         }
-        theStatusBar->displayMessage(message.c_str());
+        showMessage(message.c_str());
     } catch (const std::bad_alloc&) {
-        theStatusBar->displayMessage("Out of memory!");
+        showMessage(NoMemory);
     }
 }
 
@@ -97,13 +103,16 @@ void SrcViewer::display(const ZEMFileRecord* file, const RptInfo& info, int line
         showFailure(file->_filename, opened.tooLarge());
         return;
     }
+    SrcCoverage coverage(opened);
+    if (coverage.load(*file) != 0) {
+        showMessage(NoMemory);
+        return;
+    }
     _browser.exchange(opened);
     _rptInfo = info;
     viewPosition(0, 0);
     _maxLineLen = static_cast<int>(_browser.maxLineSz());
 
-    SrcCoverage coverage(_browser);
-    coverage.load(*file);
     _hitDetailWidth = coverage.hitDetailWidth();
     _maxBlocksOnLine = coverage.maxBlocksOnLine();
 

@@ -3,6 +3,7 @@
 
 #include "zem/Source/SrcViewer.h"
 
+#include "tests/support/FailingNew.h"
 #include "tests/unit/zem/Source/SourceRecord.h"
 #include "zem/Window/ZEMStsBar.h"
 
@@ -225,6 +226,31 @@ TEST_F(SrcViewerTest, FileThatIsTooLargeSaysSo)
     settle();
     EXPECT_EQ(bar._shown,
               "Could not open " + large + "! It has more than 64 MiB or 8 million lines.");
+}
+
+TEST_F(SrcViewerTest, WithoutMemoryItKeepsWhatItShowedAndSaysSo)
+{
+    RecordingStatusBar bar;
+    CellWindow barWindow(bar);
+    barWindow.open();
+    XLowerWindow(display(), XtWindow(barWindow.baseWidget()));
+    display("old\n");
+    theStatusBar = &bar;
+    _files.write("b.c", "new\n");
+    SourceRecord record("b.c");
+    record.addFunction({{1, 1, 4}, {1, 1, 0}});
+    long n = 1;
+    while (FailingNew::run(n, FailingNew::FromThen,
+                           [&] { _viewer.display(&record.file(), _info, 1); })) {
+        settle();
+        EXPECT_TRUE(bar._shown == "Out of memory!" || bar._shown == "Could not open b.c!") << n;
+        bar._shown.clear();
+        EXPECT_EQ(text(_viewer, 1, 17, 3, _black), "old") << n;
+        ++n;
+    }
+    EXPECT_GT(n, 3);
+    settle();
+    EXPECT_EQ(text(_viewer, 1, 17, 3, _black), "new");
 }
 
 TEST_F(SrcViewerTest, FileThatCannotBeOpenedNeedsNoStatusBar)
