@@ -2,11 +2,11 @@
 //
 // Times one redraw of the report canvas at 100 columns by 40 rows, for tables of several sizes.
 // Prints a line for each: rows, milliseconds (mean of many redraws, each waited for).
-#include "qip/Components/qipApplication.h"
-#include "qip/Components/qipWindow.h"
+#include "qip/Base/qipApplication.h"
+#include "qip/Base/qipWindow.h"
 #include "zem/Reports/RptViewer.h"
-#include "zem/Reports/ZEMFileView.h"
-#include "zem/Reports/ZEMRptTable.h"
+#include "zem/Rows/ZEMFileView.h"
+#include "zem/Rows/ZEMRptTable.h"
 
 #include <X11/StringDefs.h>
 

@@ -2,9 +2,9 @@
 //
 // Times the reports of one log file inside the process, against qsort with strcmp of the same
 // labels. Prints one "NAME SECONDS" a line, the best of five.
-#include "zem/Reports/ZEMRptTable.h"
-#include "zem/Reports/ZEMView.h"
 #include "zem/Repository/ZEMRepository.h"
+#include "zem/Rows/ZEMRptTable.h"
+#include "zem/Rows/ZEMView.h"
 
 #include <algorithm>
 #include <chrono>

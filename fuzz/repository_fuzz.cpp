@@ -6,9 +6,9 @@
 #include "fuzz/MemoryFile.h"
 #include "fuzz/fuzzTarget.h"
 #include "qip/Support/qipEndian.h"
-#include "zem/Reports/ZEMRptTable.h"
-#include "zem/Reports/ZEMView.h"
 #include "zem/Repository/ZEMRepository.h"
+#include "zem/Rows/ZEMRptTable.h"
+#include "zem/Rows/ZEMView.h"
 
 #include <algorithm>
 #include <cstdlib>

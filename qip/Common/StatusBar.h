@@ -4,7 +4,7 @@
 // covers for three seconds.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 #include "qip/Monitors/qipTimeout.h"
 
 class StatusBar : public qipVCell

@@ -3,7 +3,7 @@
 // The menu bar of a window. Panes are added first and realised in one install().
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 #include "qip/Support/List.h"
 
 class qipMenuPane;

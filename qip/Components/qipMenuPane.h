@@ -4,7 +4,7 @@
 // realised in one install(). The buttons are the caller's and outlive the pane's widgets.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 #include "qip/Support/List.h"
 
 class qipMenuPane_item;

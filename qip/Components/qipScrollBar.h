@@ -4,7 +4,7 @@
 // moves it scrolls the window.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 
 class qipScrolledWindow;
 

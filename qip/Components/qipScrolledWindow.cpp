@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Components/qipScrolledWindow.h"
 
-#include "qip/Components/ScrollGeometry.h"
 #include "qip/Components/qipHorizScrollBar.h"
 #include "qip/Components/qipVertScrollBar.h"
+#include "qip/Support/ScrollGeometry.h"
 #include "qip/Support/qipAssert.h"
 
 #include <Xm/ScrolledW.h>

@@ -6,8 +6,8 @@
 // A view that fits is always inside the canvas.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
-#include "qip/Components/qipView.h"
+#include "qip/Base/qipVCell.h"
+#include "qip/Base/qipView.h"
 
 class qipHorizScrollBar;
 class qipVertScrollBar;

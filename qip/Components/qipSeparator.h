@@ -3,7 +3,7 @@
 // A line between the entries of a menu.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 
 class qipSeparator : public qipVCell
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Components/qipTCanvas.h"
 
-#include "qip/Components/qipApplication.h"
-#include "qip/Support/makeColorPixel.h"
+#include "qip/Base/qipApplication.h"
+#include "qip/Drawing/makeColorPixel.h"
 #include "qip/Support/qipAssert.h"
 
 namespace {

@@ -4,7 +4,7 @@
 // groups from the right edge, the first one outermost.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 #include "qip/Support/List.h"
 
 class qipToolBar : public qipVCell

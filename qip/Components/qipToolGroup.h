@@ -3,7 +3,7 @@
 // A framed group of buttons in a tool bar, side by side.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 #include "qip/Support/List.h"
 
 class qipToolGroup : public qipVCell

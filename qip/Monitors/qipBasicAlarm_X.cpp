@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Monitors/qipBasicAlarm_X.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 #include "qip/Support/qipAssert.h"
 
 qipBasicAlarm_X::qipBasicAlarm_X(qipBasicAlarm* client)

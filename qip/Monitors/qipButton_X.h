@@ -4,9 +4,9 @@
 // widget.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
+#include "qip/Drawing/qipIcon.h"
 #include "qip/Monitors/qipButton_impl.h"
-#include "qip/Support/qipIcon.h"
 
 #include <memory>
 

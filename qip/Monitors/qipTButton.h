@@ -4,7 +4,7 @@
 // menu. A subclass makes both in its constructor.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
+#include "qip/Base/qipVCell.h"
 
 class qipButton;
 class qipTButton_X;

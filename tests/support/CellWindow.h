@@ -3,8 +3,8 @@
 // A window around one cell, to test the cell alone.
 #pragma once
 
-#include "qip/Components/qipApplication.h"
-#include "qip/Components/qipWindow.h"
+#include "qip/Base/qipApplication.h"
+#include "qip/Base/qipWindow.h"
 
 class CellWindow : public qipWindow
 {

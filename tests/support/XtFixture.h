@@ -9,7 +9,7 @@
 
 #include "tests/support/gtest_x.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 #include "tests/support/XServer.h"
 
 #include <functional>

@@ -4,8 +4,8 @@
 // viewer does not show as expected. What was read before a file turned out to be damaged is printed
 // as well.
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/finishOutput.h"
 #include "qip/Support/qipVisibleText.h"
-#include "tools/common/finishOutput.h"
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 

@@ -2,16 +2,16 @@
 //
 // zem-report: the viewer's report as text, through the same repository, rows and sort, without X.
 #include "qip/Support/cmdln.h"
+#include "qip/Support/finishOutput.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "qip/Support/qipVisibleText.h"
-#include "tools/common/finishOutput.h"
-#include "zem/Reports/RptCommandLine.h"
-#include "zem/Reports/RptInfo.h"
-#include "zem/Reports/RptOptions.h"
-#include "zem/Reports/RptText.h"
-#include "zem/Reports/ZEMRptTable.h"
-#include "zem/Reports/ZEMView.h"
+#include "zem/Options/RptCommandLine.h"
+#include "zem/Options/RptOptions.h"
 #include "zem/Repository/ZEMRepository.h"
+#include "zem/Rows/RptInfo.h"
+#include "zem/Rows/RptText.h"
+#include "zem/Rows/ZEMRptTable.h"
+#include "zem/Rows/ZEMView.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "zem/App/ZEMApp.h"
 
-#include "qip/Components/qipWindow.h"
+#include "qip/Base/qipWindow.h"
 #include "qip/Support/ListIterator.h"
-#include "zem/Help/programShare.h"
+#include "zem/Options/RptCommandLine.h"
+#include "zem/Options/RptOptions.h"
 #include "zem/Reports/RptArea.h"
-#include "zem/Reports/RptCommandLine.h"
-#include "zem/Reports/RptOptions.h"
+#include "zem/Share/programShare.h"
 #include "zem/Window/ZEMWindow.h"
 
 #include <Xm/Display.h>
@@ -19,9 +19,6 @@
 const char* const compilation_date = "10/24/96";
 
 namespace {
-
-constexpr int MajorVersion = 3;
-constexpr int MinorVersion = 1;
 
 // The options, carried out on the report area.
 class Options : public RptOptions
@@ -43,7 +40,7 @@ public:
 const char* version_string()
 {
     static char text[16];
-    std::snprintf(text, sizeof text, "%d.%d", MajorVersion, MinorVersion);
+    std::snprintf(text, sizeof text, "%d.%d", ZEM_VERSION_MAJOR, ZEM_VERSION_MINOR);
     return text;
 }
 

@@ -3,7 +3,7 @@
 // The viewer as an application: its window, its command line, its log files.
 #pragma once
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 
 class ZEMApp : public qipApplication
 {
@@ -24,5 +24,5 @@ public:
 // The date that the usage text gives.
 extern const char* const compilation_date;
 
-// "3.1". Static storage.
+// The release, as "3.1". Static storage.
 const char* version_string();

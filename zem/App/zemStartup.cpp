@@ -7,8 +7,8 @@
 
 #include "qip/Components/qipQuitCommand.h"
 #include "zem/Reports/RptArea.h"
+#include "zem/Status/ZEMStsBar.h"
 #include "zem/Window/ExitBtn.h"
-#include "zem/Window/ZEMStsBar.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Help/FileViewer.h"
 
-#include "zem/Source/drawTextRun.h"
+#include "zem/Text/drawTextRun.h"
 
 namespace {
 

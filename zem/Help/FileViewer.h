@@ -4,7 +4,7 @@
 #pragma once
 
 #include "qip/Components/qipTCanvas.h"
-#include "zem/Help/FileBrowser.h"
+#include "zem/Lines/FileBrowser.h"
 
 class FileViewer : public qipTCanvas
 {

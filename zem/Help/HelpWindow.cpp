@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Help/HelpWindow.h"
 
-#include "qip/Components/qipApplication.h"
-#include "zem/Help/find_vorandel_home.h"
-#include "zem/Window/icons/close.xpm"
+#include "qip/Base/qipApplication.h"
+#include "zem/Icons/close.xpm"
+#include "zem/Share/find_vorandel_home.h"
 
 #include <Xm/Form.h>
 #include <Xm/Frame.h>

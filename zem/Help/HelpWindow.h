@@ -6,12 +6,12 @@
 // Every request for help in the program ends in showHelpOn().
 #pragma once
 
+#include "qip/Base/qipWindow.h"
 #include "qip/Components/qipMenuBar.h"
 #include "qip/Components/qipToolBar.h"
 #include "qip/Components/qipToolGroup.h"
-#include "qip/Components/qipWindow.h"
+#include "zem/Buttons/CloseBtn.h"
 #include "zem/Help/FileViewer.h"
-#include "zem/Window/CloseBtn.h"
 
 class HelpWindow : public qipWindow
 {

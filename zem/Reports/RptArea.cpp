@@ -4,8 +4,8 @@
 #include "qip/Support/qipVLRecFile.h"
 #include "qip/Support/qipVisibleText.h"
 #include "zem/Data/ZEMFileRecord.h"
-#include "zem/Reports/RptText.h"
-#include "zem/Window/ZEMStsBar.h"
+#include "zem/Rows/RptText.h"
+#include "zem/Status/ZEMStsBar.h"
 
 #include <Xm/PanedW.h>
 #include <Xm/Xm.h>

@@ -7,11 +7,11 @@
 // at them and forgets them first.
 #pragma once
 
-#include "qip/Components/qipVCell.h"
-#include "zem/Reports/RptInfo.h"
+#include "qip/Base/qipVCell.h"
 #include "zem/Reports/RptViewer.h"
-#include "zem/Reports/ZEMRptTable.h"
 #include "zem/Repository/ZEMRepository.h"
+#include "zem/Rows/RptInfo.h"
+#include "zem/Rows/ZEMRptTable.h"
 #include "zem/Source/SrcViewer.h"
 
 class RptArea : public qipVCell

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Reports/RptViewer.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
+#include "qip/Drawing/makeColorPixel.h"
 #include "qip/Support/ListIterator.h"
-#include "qip/Support/makeColorPixel.h"
 #include "qip/Support/qipAssert.h"
 #include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
-#include "zem/Reports/RptRowLayout.h"
-#include "zem/Reports/ZEMRptTable.h"
-#include "zem/Reports/ZEMView.h"
+#include "zem/Rows/RptRowLayout.h"
+#include "zem/Rows/ZEMRptTable.h"
+#include "zem/Rows/ZEMView.h"
 
 #include <Xm/Xm.h>
 #include <Xm/XmStrDefs.h>

@@ -6,11 +6,11 @@
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 #include "zem/Demangle/demangle.h"
-#include "zem/Reports/ZEMClassView.h"
-#include "zem/Reports/ZEMDirectoryView.h"
-#include "zem/Reports/ZEMFileView.h"
-#include "zem/Reports/ZEMFuncView.h"
 #include "zem/Repository/SourceIndex.h"
+#include "zem/Rows/ZEMClassView.h"
+#include "zem/Rows/ZEMDirectoryView.h"
+#include "zem/Rows/ZEMFileView.h"
+#include "zem/Rows/ZEMFuncView.h"
 
 #include <algorithm>
 #include <climits>

@@ -11,7 +11,7 @@
 
 #include "qip/Support/List.h"
 #include "zem/Data/ZEMFileRecord.h"
-#include "zem/Reports/ZEMRptTable.h"
+#include "zem/Rows/ZEMRptTable.h"
 
 #include <iosfwd>
 #include <memory>

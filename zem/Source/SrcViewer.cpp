@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Source/SrcViewer.h"
 
-#include "qip/Support/makeColorPixel.h"
+#include "qip/Drawing/makeColorPixel.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Help/HelpWindow.h"
-#include "zem/Source/SrcCoverage.h"
-#include "zem/Source/SrcLine.h"
-#include "zem/Source/SrcPrefix.h"
-#include "zem/Source/drawTextRun.h"
-#include "zem/Window/ZEMStsBar.h"
+#include "zem/Lines/SrcCoverage.h"
+#include "zem/Lines/SrcLine.h"
+#include "zem/Lines/SrcPrefix.h"
+#include "zem/Status/ZEMStsBar.h"
+#include "zem/Text/drawTextRun.h"
 
 #include <Xm/Xm.h>
 

@@ -9,8 +9,8 @@
 #pragma once
 
 #include "qip/Components/qipTCanvas.h"
-#include "zem/Reports/RptInfo.h"
-#include "zem/Source/SrcBrowser.h"
+#include "zem/Lines/SrcBrowser.h"
+#include "zem/Rows/RptInfo.h"
 
 class SrcPrefix;
 class ZEMFileRecord;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/AboutBtn.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 #include "zem/Help/HelpWindow.h"
 
 #include <string>

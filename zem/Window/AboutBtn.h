@@ -3,7 +3,7 @@
 // The entry "About ..." of the help menu: shows the topic "about".
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class AboutBtn : public QuenzilBtn
 {

@@ -3,7 +3,7 @@
 // The command that ends the program. In the menu and the tool bar.
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class qipQuitCommand;
 

@@ -3,7 +3,7 @@
 // An entry of the help menu: shows the topic that it is named after.
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class HMenuBtn : public QuenzilBtn
 {

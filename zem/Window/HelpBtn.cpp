@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/HelpBtn.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 #include "qip/Support/qipAssert.h"
 #include "zem/Help/HelpWindow.h"
 

@@ -3,7 +3,7 @@
 // The command that gives help on what the user points at next. In the tool bar.
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class HelpBtn : public QuenzilBtn
 {

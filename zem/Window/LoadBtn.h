@@ -4,7 +4,7 @@
 // bar.
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class LoadBtn : public QuenzilBtn
 {

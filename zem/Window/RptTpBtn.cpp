@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/RptTpBtn.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 #include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
+#include "zem/Status/ZEMStsBar.h"
 #include "zem/Window/CommandDialog.h"
-#include "zem/Window/ZEMStsBar.h"
 
 #include <Xm/SelectioB.h>
 

@@ -3,7 +3,7 @@
 // The command that chooses the kind of report in a dialog. In the menu and the tool bar.
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class RptTpBtn : public QuenzilBtn
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/SortBtn.h"
 
-#include "qip/Components/qipApplication.h"
+#include "qip/Base/qipApplication.h"
 #include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Window/CommandDialog.h"

@@ -4,7 +4,7 @@
 // tool bar.
 #pragma once
 
-#include "zem/Window/QuenzilBtn.h"
+#include "zem/Buttons/QuenzilBtn.h"
 
 class SortBtn : public QuenzilBtn
 {

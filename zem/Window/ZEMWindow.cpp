@@ -2,14 +2,14 @@
 #include "zem/Window/ZEMWindow.h"
 
 #include "qip/Components/qipQuitCommand.h"
+#include "zem/Icons/browse.xpm"
+#include "zem/Icons/exit.xpm"
+#include "zem/Icons/help.xpm"
+#include "zem/Icons/load.xpm"
+#include "zem/Icons/report.xpm"
+#include "zem/Icons/sort.xpm"
 #include "zem/Reports/RptArea.h"
-#include "zem/Window/ZEMStsBar.h"
-#include "zem/Window/icons/browse.xpm"
-#include "zem/Window/icons/exit.xpm"
-#include "zem/Window/icons/help.xpm"
-#include "zem/Window/icons/load.xpm"
-#include "zem/Window/icons/report.xpm"
-#include "zem/Window/icons/sort.xpm"
+#include "zem/Status/ZEMStsBar.h"
 
 #include <Xm/Form.h>
 #include <Xm/Frame.h>

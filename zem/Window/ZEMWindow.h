@@ -9,13 +9,12 @@
 // The report area takes all height that tool bar and status bar leave.
 #pragma once
 
+#include "qip/Base/qipWindow.h"
 #include "qip/Components/qipHelpMenuPane.h"
 #include "qip/Components/qipMenuBar.h"
 #include "qip/Components/qipMenuPane.h"
 #include "qip/Components/qipToolBar.h"
 #include "qip/Components/qipToolGroup.h"
-#include "qip/Components/qipWindow.h"
-#include "zem/Source/SrcBtn.h"
 #include "zem/Window/AboutBtn.h"
 #include "zem/Window/ExitBtn.h"
 #include "zem/Window/HMenuBtn.h"
@@ -23,6 +22,7 @@
 #include "zem/Window/LoadBtn.h"
 #include "zem/Window/RptTpBtn.h"
 #include "zem/Window/SortBtn.h"
+#include "zem/Window/SrcBtn.h"
 
 class ZEMWindow : public qipWindow
 {

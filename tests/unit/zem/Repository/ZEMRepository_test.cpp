@@ -5,7 +5,7 @@
 #include "tests/support/DataFiles.h"
 #include "tests/support/StdErr.h"
 #include "tests/support/TempDir.h"
-#include "zem/Reports/ZEMView.h"
+#include "zem/Rows/ZEMView.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "tests/support/gtest_x.h"
 
+#include "qip/Base/qipWindow.h"
 #include "qip/Components/qipCommand.h"
 #include "qip/Components/qipHelpMenuPane.h"
 #include "qip/Components/qipMenuBar.h"
 #include "qip/Components/qipMenuPane.h"
 #include "qip/Components/qipTCmdBtn.h"
-#include "qip/Components/qipWindow.h"
 #include "qip/Monitors/qipTButton_X.h"
 #include "tests/support/WidgetTree.h"
 #include "tests/support/XInput.h"

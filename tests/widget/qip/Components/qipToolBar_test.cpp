@@ -2,11 +2,11 @@
 
 #include "qip/Components/qipToolBar.h"
 
+#include "qip/Base/qipWindow.h"
 #include "qip/Components/qipCommand.h"
 #include "qip/Components/qipSeparator.h"
 #include "qip/Components/qipTCmdBtn.h"
 #include "qip/Components/qipToolGroup.h"
-#include "qip/Components/qipWindow.h"
 #include "tests/support/WidgetTree.h"
 #include "tests/support/XInput.h"
 #include "tests/support/XtFixture.h"

@@ -6,7 +6,7 @@
 #include "qip/Support/ListIterator.h"
 #include "zem/Reports/RptViewer.h"
 #include "zem/Source/SrcViewer.h"
-#include "zem/Window/ZEMStsBar.h"
+#include "zem/Status/ZEMStsBar.h"
 
 #include <X11/Intrinsic.h>
 #include <Xm/Xm.h>

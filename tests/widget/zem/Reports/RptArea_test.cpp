@@ -8,8 +8,8 @@
 #include "tests/support/XInput.h"
 #include "tests/support/XtFixture.h"
 #include "zem/Reports/RptArea.h"
-#include "zem/Reports/ZEMView.h"
-#include "zem/Window/ZEMStsBar.h"
+#include "zem/Rows/ZEMView.h"
+#include "zem/Status/ZEMStsBar.h"
 
 #include <Xm/Xm.h>
 

@@ -1,6 +1,6 @@
 #include "tests/support/gtest_x.h"
 
-#include "qip/Support/makeColorPixel.h"
+#include "qip/Drawing/makeColorPixel.h"
 #include "tests/support/CellWindow.h"
 #include "tests/support/Pixels.h"
 #include "tests/support/StdErr.h"
@@ -8,8 +8,8 @@
 #include "tests/support/XtFixture.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Reports/RptViewer.h"
-#include "zem/Reports/ZEMFileView.h"
-#include "zem/Reports/ZEMRptTable.h"
+#include "zem/Rows/ZEMFileView.h"
+#include "zem/Rows/ZEMRptTable.h"
 
 #include <X11/keysym.h>
 #include <Xm/Xm.h>

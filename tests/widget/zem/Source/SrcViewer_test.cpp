@@ -4,8 +4,8 @@
 #include "zem/Source/SrcViewer.h"
 
 #include "tests/support/FailingNew.h"
-#include "tests/unit/zem/Source/SourceRecord.h"
-#include "zem/Window/ZEMStsBar.h"
+#include "tests/unit/zem/Lines/SourceRecord.h"
+#include "zem/Status/ZEMStsBar.h"
 
 #include <Xm/Xm.h>
 

@@ -11,7 +11,7 @@
 #include "tests/support/XtFixture.h"
 #include "zem/App/ZEMApp.h"
 #include "zem/Reports/RptArea.h"
-#include "zem/Window/ZEMStsBar.h"
+#include "zem/Status/ZEMStsBar.h"
 #include "zem/Window/ZEMWindow.h"
 
 #include <Xm/Label.h>

@@ -5,7 +5,7 @@
 #include "tests/support/StdErr.h"
 #include "tests/support/WidgetTree.h"
 #include "tests/widget/zem/Window/MainWindowFixture.h"
-#include "zem/Reports/ZEMView.h"
+#include "zem/Rows/ZEMView.h"
 
 #include <Xm/Label.h>
 #include <Xm/Xm.h>

@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: MIT
+#include "zem/Lines/LineIndex.h"
+
+#include "zem/Lines/TextLine.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr int TabWidth = 8;
+constexpr size_t ChunkSize = 64 * 1024;
+
+struct Start
+{
+    long offset;
+    int tabs;
+};
+
+} // namespace
+
+// Notes the lines of a stream, a chunk at a time. May throw std::bad_alloc.
+class LineIndex::Scanner
+{
+public:
+    explicit Scanner(long offset) : _position(offset), _maxLineSz(0) { begin(); }
+
+    // Returns 0, or -1 when there are too many lines or bytes.
+    int feed(const char* bytes, size_t size)
+    {
+        for (size_t i = 0; i < size; ++i) {
+            ++_position;
+            if (bytes[i] == '\t') {
+                ++_lines.back().tabs;
+            } else if (bytes[i] == '\n') {
+                _maxLineSz = std::max(_maxLineSz, _position - _lines.back().offset);
+                begin();
+            }
+        }
+        // A file that grows while it is read must not go on for ever.
+        const bool fits = _position <= LineIndex::LargestFile &&
+                          _lines.size() <= static_cast<size_t>(LineIndex::MostLines);
+        return fits ? 0 : -1;
+    }
+
+    const std::vector<Start>& lines() const { return _lines; }
+    long maxLineSz() const { return _maxLineSz; }
+
+private:
+    void begin() { _lines.push_back({_position, 0}); }
+
+    long _position;
+    long _maxLineSz;
+    std::vector<Start> _lines;
+};
+
+LineIndex::LineIndex()
+    : _fp(nullptr), _filename(nullptr), _nLines(0), _maxLineSz(0), _tooLarge(false), _bytesRead(0)
+{}
+
+LineIndex::~LineIndex()
+{
+    close();
+    free(_filename);
+}
+
+int LineIndex::open(const char* path)
+{
+    if (path == nullptr || path[0] == '\0') {
+        return -1;
+    }
+    char* copy = strdup(path);
+    if (copy == nullptr) {
+        return -1;
+    }
+    free(_filename);
+    _filename = copy;
+    close();
+    forget();
+    return openFile() ? scan() : -1;
+}
+
+// Opens without waiting: the path comes from a data file and may name a pipe.
+bool LineIndex::openFile()
+{
+    _tooLarge = false;
+    const int fd = ::open(_filename, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (fd < 0) {
+        return false;
+    }
+    struct stat info = {};
+    if (fstat(fd, &info) == 0 && S_ISREG(info.st_mode)) {
+        _tooLarge = info.st_size > LargestFile;
+        _fp = _tooLarge ? nullptr : fdopen(fd, "r");
+    }
+    if (_fp == nullptr) {
+        ::close(fd);
+    }
+    return _fp != nullptr;
+}
+
+void LineIndex::close()
+{
+    if (_fp != nullptr) {
+        fclose(_fp);
+        _fp = nullptr;
+    }
+}
+
+void LineIndex::forget()
+{
+    dropEntries();
+    _nLines = 0;
+    _maxLineSz = 0;
+}
+
+// Returns 0, or -1 when the file cannot be read to its end, has grown too large or has too many
+// lines.
+int LineIndex::scanStream(Scanner& scanner)
+{
+    std::vector<char> chunk(ChunkSize);
+    size_t got = 0;
+    while ((got = fread(chunk.data(), 1, chunk.size(), _fp)) > 0) {
+        _bytesRead += static_cast<long long>(got);
+        if (scanner.feed(chunk.data(), got) < 0) {
+            _tooLarge = true;
+            return -1;
+        }
+    }
+    return ferror(_fp) == 0 ? 0 : -1;
+}
+
+int LineIndex::scan()
+{
+    forget();
+    if (_fp == nullptr) {
+        return -1;
+    }
+    try {
+        Scanner scanner(std::max(ftell(_fp), 0L));
+        if (scanStream(scanner) < 0) {
+            return -1;
+        }
+        const auto count = static_cast<long>(scanner.lines().size());
+        if (makeEntries(count) < 0) {
+            return -1;
+        }
+        _nLines = count;
+        _maxLineSz = scanner.maxLineSz();
+        for (long i = 0; i < count; ++i) {
+            const Start& start = scanner.lines()[static_cast<size_t>(i)];
+            entry(i)._offset = start.offset;
+            entry(i)._tabs = start.tabs;
+        }
+    } catch (const std::bad_alloc&) {
+        return -1;
+    }
+    return 0;
+}
+
+// Bytes of the line in the file, its newline included. Negative when the file has been cut.
+long LineIndex::rawSize(long line)
+{
+    const long start = entry(line)._offset;
+    if (line + 1 < _nLines) {
+        return entry(line + 1)._offset - start;
+    }
+    struct stat info = {};
+    if (stat(_filename, &info) != 0 && fstat(fileno(_fp), &info) != 0) {
+        return 0;
+    }
+    return static_cast<long>(std::min<off_t>(info.st_size, LargestFile)) - start;
+}
+
+// Reads the line into `text`, which has `room` characters and a terminating zero. The text that is
+// there now may be longer than the index says, or have tabs that it does not know. Returns the
+// length.
+int LineIndex::readText(long line, char* text, int room)
+{
+    int len = 0;
+    if (fseek(_fp, entry(line)._offset, SEEK_SET) == 0) {
+        int c = 0;
+        while (len < room && (c = getc_unlocked(_fp)) != EOF && c != '\n') {
+            if (c == '\t') {
+                const int stop = std::min(len + TabWidth - len % TabWidth, room);
+                memset(text + len, ' ', static_cast<size_t>(stop - len));
+                len = stop;
+            } else {
+                text[len++] = static_cast<char>(c);
+            }
+        }
+    }
+    _bytesRead += len;
+    text[len] = '\0';
+    return len;
+}
+
+const char* LineIndex::getLine(long line, int& len)
+{
+    len = 0;
+    if (line < 0 || line >= _nLines) {
+        return nullptr;
+    }
+    TextLine& wanted = entry(line);
+    if (wanted._src == nullptr) {
+        if (_fp == nullptr) {
+            return nullptr;
+        }
+        const long long expanded = rawSize(line) + (TabWidth - 1LL) * wanted._tabs;
+        const int room = static_cast<int>(
+            std::min(std::max(expanded, 0LL), static_cast<long long>(LongestText)));
+        auto* text = static_cast<char*>(malloc(static_cast<size_t>(room) + 1));
+        if (text == nullptr) {
+            return nullptr;
+        }
+        const int length = readText(line, text, room);
+        saveText(line, text, length);
+    }
+    len = wanted._len;
+    return wanted._src;
+}
+
+void LineIndex::exchange(LineIndex& other)
+{
+    std::swap(_fp, other._fp);
+    std::swap(_filename, other._filename);
+    std::swap(_nLines, other._nLines);
+    std::swap(_maxLineSz, other._maxLineSz);
+    std::swap(_tooLarge, other._tooLarge);
+    std::swap(_bytesRead, other._bytesRead);
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "zem/Rows/ZEMView.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <new>
+
+ZEMView::ZEMView() : _label(nullptr), _totBlk(0), _covBlk(0), _hits(0), _owner(nullptr) {}
+
+ZEMView::~ZEMView() = default;
+
+int ZEMView::hits() const
+{
+    return _hits;
+}
+
+int ZEMView::blocks() const
+{
+    return _totBlk;
+}
+
+int ZEMView::coverage() const
+{
+    if (_totBlk == 0) {
+        return 0;
+    }
+    // In 64 bits: the product leaves 32 bits from 21,474,837 covered blocks on.
+    const long long percent = static_cast<long long>(_covBlk) * 100 / _totBlk;
+    return static_cast<int>(std::clamp<long long>(percent, INT_MIN, INT_MAX));
+}
+
+const char* ZEMView::directory() const
+{
+    return "";
+}
+
+const char* ZEMView::filename() const
+{
+    return "";
+}
+
+const char* ZEMView::funcname() const
+{
+    return "";
+}
+
+const char* ZEMView::classname() const
+{
+    return "";
+}
+
+void ZEMView::setName(char*& field, const char* value)
+{
+    if (value != nullptr) {
+        setName(field, value, strlen(value));
+    }
+}
+
+void ZEMView::setName(char*& field, const char* value, size_t length)
+{
+    char* copy = new (std::nothrow) char[length + 1];
+    if (copy != nullptr) {
+        memcpy(copy, value, length);
+        copy[length] = '\0';
+    }
+    delete[] field;
+    field = copy;
+}
