@@ -43,7 +43,8 @@ public:
 
     // Adds `name`, borrowed for the life of the repository, to what is shown: 'F' files (by their
     // whole path), 'f' functions (by their stored name), 'o' classes, 'd' directories. Any other
-    // kind, and a null name, is ignored.
+    // kind, and a null name, is ignored. A text that its owner changes later counts as it is when
+    // a table is made.
     void addFilter(int kind, const char* name);
 
     // 1 when the filter has names and `name` is none of them, else 0.
@@ -72,15 +73,11 @@ public:
     const List<ZEMFileRecord*>& srcfiles() const;
 
 private:
-    friend std::ostream& operator<<(std::ostream& out, ZEMRepository& repository);
-
     struct Index;
-    struct Counts;
+    class Rows;
 
     int take(List<ZEMFileRecord*>& files);
     void merge(long source, const ZEMLogFileRecord& record);
-    int suppressed(char kind, const char* name) const;
-    Counts countFile(ZEMFileRecord& file) const;
 
     long _totUncov;
     long _totBlocks;

@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 const char* ZEMRptTable::sortKeyList = nullptr;
 
@@ -24,6 +25,12 @@ int difference(int a, int b)
 ZEMRptTable::ZEMRptTable() : _view(nullptr), _nItems(0) {}
 
 ZEMRptTable::~ZEMRptTable() = default;
+
+bool ZEMRptTable::reserve(size_t nRows)
+{
+    _view = nRows == 0 ? nullptr : new (std::nothrow) ZEMView*[nRows];
+    return _view != nullptr;
+}
 
 void ZEMRptTable::deleteRows()
 {

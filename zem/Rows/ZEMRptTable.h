@@ -5,6 +5,8 @@
 // in the same array.
 #pragma once
 
+#include <cstddef>
+
 class ZEMView;
 
 class ZEMRptTable
@@ -16,6 +18,12 @@ public:
     ZEMRptTable& operator=(const ZEMRptTable&) = default;
     // Frees nothing.
     virtual ~ZEMRptTable();
+
+    // Makes an array for `nRows` rows in place of none; false for no rows and without memory, and
+    // the table stays empty. REQUIRES: the table is empty.
+    bool reserve(size_t nRows);
+    // Puts `row`, not null, behind the last. REQUIRES: the array has room for it.
+    void append(ZEMView* row) { _view[_nItems++] = row; }
 
     // Frees the rows and their array and leaves this table empty. Other copies of the table point
     // at freed rows afterwards.

@@ -6,6 +6,15 @@
 #include <cstring>
 #include <new>
 
+namespace {
+
+int clampToInt(int64_t n)
+{
+    return static_cast<int>(std::clamp<int64_t>(n, INT_MIN, INT_MAX));
+}
+
+} // namespace
+
 ZEMView::ZEMView() : _label(nullptr), _totBlk(0), _covBlk(0), _hits(0), _owner(nullptr) {}
 
 ZEMView::~ZEMView() = default;
@@ -26,8 +35,16 @@ int ZEMView::coverage() const
         return 0;
     }
     // In 64 bits: the product leaves 32 bits from 21,474,837 covered blocks on.
-    const long long percent = static_cast<long long>(_covBlk) * 100 / _totBlk;
-    return static_cast<int>(std::clamp<long long>(percent, INT_MIN, INT_MAX));
+    const int64_t percent = static_cast<int64_t>(_covBlk) * 100 / _totBlk;
+    return clampToInt(percent);
+}
+
+void ZEMView::setCounts(ZEMRecord* owner, int64_t total, int64_t covered, int64_t hits)
+{
+    _owner = owner;
+    _totBlk = clampToInt(total);
+    _covBlk = clampToInt(covered);
+    _hits = clampToInt(hits);
 }
 
 const char* ZEMView::directory() const

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 class ZEMRecord;
 
@@ -35,6 +36,9 @@ public:
     virtual int blocks() const;
     // Covered blocks in per cent of all, truncated towards zero (2 of 3 is 66); 0 without blocks.
     virtual int coverage() const;
+
+    // Sets the counts, each at most as large as its field holds, and the record; null for none.
+    void setCounts(ZEMRecord* owner, int64_t total, int64_t covered, int64_t hits);
 
     // The names by which rows are sorted. Never null: "" where a row has no such name, so that any
     // key can be applied to any row.

@@ -322,6 +322,33 @@ TEST_F(ZEMRepositoryTest, UnknownFilterKindAndNullNameChangeNothing)
     EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/1 1\n");
 }
 
+TEST_F(ZEMRepositoryTest, AFilterIsItsTextAtTheTimeOfTheTable)
+{
+    const std::string path =
+        map("a.map", {{"a/a.c", {func("f:x", 1)}}, {"b/b.c", {func("g:x", 1)}}});
+    load({{"a/a.c", path, {1}}, {"b/b.c", path, {1}}});
+    char file[] = "?/a.c";
+    char function[] = "?:x";
+    char directory[] = "?";
+    _repository.addFilter('F', file);
+    EXPECT_EQ(rows(_repository.viewByFile()), "");
+    file[0] = 'a';
+    EXPECT_EQ(rows(_repository.viewByFile()), "a/a.c 1/1 1\n");
+    _repository.addFilter('f', function);
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "");
+    function[0] = 'f';
+    EXPECT_EQ(rows(_repository.viewByFunction(0)), "f:x 1/1 1\n");
+    _repository.addFilter('d', directory);
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "");
+    directory[0] = 'a';
+    EXPECT_EQ(rows(_repository.viewByDirectory()), "a 1/1 1\n");
+    char cls[] = "?";
+    _repository.addFilter('o', cls);
+    EXPECT_EQ(rows(_repository.viewByClass()), "");
+    cls[0] = 'f';
+    EXPECT_EQ(rows(_repository.viewByClass()), "f 1/1 1\n");
+}
+
 TEST_F(ZEMRepositoryTest, IsSuppressedOnlyByAListWithoutTheName)
 {
     List<char*> filter;
