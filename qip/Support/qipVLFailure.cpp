@@ -5,7 +5,8 @@
 
 #include <ostream>
 
-qipVLFailure::qipVLFailure() : _cause(qipVLRecFile::NoError), _reason(nullptr), _record(0), _offset(0)
+qipVLFailure::qipVLFailure()
+    : _cause(qipVLRecFile::NoError), _reason(nullptr), _record(0), _offset(0)
 {}
 
 const char* qipVLFailure::advice() const

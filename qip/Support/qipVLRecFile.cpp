@@ -64,6 +64,7 @@ int openRegularFile(const char* filename, int64_t& size)
     struct stat status = {};
     if (fstat(fd, &status) != 0 || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))) {
         ::close(fd);
+        errno = 0; // there is a better reason than the system's
         return -1;
     }
     size = status.st_size;
@@ -74,7 +75,7 @@ int openRegularFile(const char* filename, int64_t& size)
 
 qipVLRecFile::qipVLRecFile()
     : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0),
-      _currentRecord(nullptr), _source{-1, 0}, _fileSize(0), _stepsBack(0)
+      _currentRecord(nullptr), _source{-1, 0, 0}, _fileSize(0), _stepsBack(0)
 {}
 
 qipVLRecFile::~qipVLRecFile()
@@ -106,11 +107,12 @@ void qipVLRecFile::closeStream()
 int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 {
     if (filename == nullptr) {
-        return BadParameter;
+        return failed(BadParameter, BadParameter);
     }
+    _failure = qipVLFailure();
     char* copy = new (std::nothrow) char[std::strlen(filename) + 1];
     if (copy == nullptr) {
-        return OutOfMemory;
+        return failed(OutOfMemory, OutOfMemory);
     }
     std::strcpy(copy, filename);
     delete[] _filename;
@@ -136,7 +138,7 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
     }
     if (result != NoError) {
         closeStream();
-        return result;
+        return failed(result, result);
     }
     _mode = mode;
     return NoError;
@@ -148,20 +150,47 @@ int qipVLRecFile::openForReading()
     // One byte more, so that the read that fills it meets the end.
     const auto size = std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize);
     if (fd < 0 || !openStream(fd, static_cast<size_t>(size))) {
-        return OpenFailed;
+        return failedToOpen();
     }
     _stepsBack = 0;
     if (_header.read(_fp) < 0) {
-        return FileCorrupt;
+        return failedToRead(FileCorrupt);
     }
-    return readHeader();
+    const int result = readHeader();
+    return result == NoError ? NoError : failedToRead(result);
+}
+
+int qipVLRecFile::failed(int code, int cause)
+{
+    if (_failure._cause == NoError) {
+        _failure._cause = cause;
+    }
+    return code;
+}
+
+// With errno from what failed, 0 for a file of a kind that is not read.
+int qipVLRecFile::failedToOpen()
+{
+    _failure._reason = errno == 0 ? "no regular file" : std::strerror(errno);
+    return failed(OpenFailed, errno == ENOMEM ? OutOfMemory : OpenFailed);
+}
+
+// `code` is what the caller is told. A read that failed looks like the end of the file to whoever
+// asked for more bytes.
+int qipVLRecFile::failedToRead(int code)
+{
+    if (_fp != nullptr && std::ferror(_fp) != 0) {
+        _failure._reason = std::strerror(_source.error);
+        return failed(code, ReadFailed);
+    }
+    return failed(code, code);
 }
 
 // Makes the stream that reads from `fd`, which is closed with it, or at once without memory.
 bool qipVLRecFile::openStream(int fd, size_t bufferSize)
 {
     const cookie_io_functions_t calls = {readSource, nullptr, seekSource, closeSource};
-    _source = {fd, 0};
+    _source = {fd, 0, 0};
     _fp = fopencookie(&_source, "rb", calls);
     if (_fp == nullptr) {
         ::close(fd);
@@ -179,6 +208,9 @@ ssize_t qipVLRecFile::readSource(void* source, char* bytes, size_t size)
 {
     auto* from = static_cast<Source*>(source);
     const ssize_t result = pread(from->fd, bytes, size, from->position);
+    if (result < 0) {
+        from->error = errno;
+    }
     from->position += std::max<ssize_t>(result, 0);
     return result;
 }
@@ -277,17 +309,30 @@ int qipVLRecFile::seekTo(uint32_t offset, int64_t here)
 
 int qipVLRecFile::load()
 {
+    _failure = qipVLFailure();
     if (_fp == nullptr) {
-        return ShutDown;
+        return failed(ShutDown, ShutDown);
     }
-    CycleFinder walk;
+    const int result = walk();
+    if (result < 0) {
+        return failedToRead(result);
+    }
+    _failure = qipVLFailure();
+    return result;
+}
+
+int qipVLRecFile::walk()
+{
+    CycleFinder cycle;
     int64_t bytesRead = 0;
     const int64_t readLimit = ReadFactor * _fileSize + ReadSlack;
     int count = 0;
     int64_t here = ftello(_fp); // the stream's position
     uint32_t offset = _header._firstOffset;
     while (offset != 0) {
-        if (walk.comesBack(offset) || bytesRead > readLimit) {
+        _failure._record = count + 1;
+        _failure._offset = offset;
+        if (cycle.comesBack(offset) || bytesRead > readLimit) {
             return FileCorrupt;
         }
         if (seekTo(offset, here) != NoError) {
@@ -296,7 +341,9 @@ int qipVLRecFile::load()
         qipVLRecord record;
         int result = record.read(_fp);
         if (result < 0) {
-            return result;
+            // No file failed to open: it ends before the record does.
+            const bool ends = std::ferror(_fp) == 0;
+            return ends ? failed(result, FileCorrupt) : result;
         }
         result = processRecord(record._tag, record._size, record._realSize);
         if (result < 0) {

@@ -20,6 +20,7 @@
 // Every operation returns 0 (or a count) or one of the negative codes below; error() has the texts.
 #pragma once
 
+#include "qip/Support/qipVLFailure.h"
 #include "qip/Support/qipVLHeader.h"
 #include "qip/Support/qipVLRecord.h"
 
@@ -69,6 +70,9 @@ protected:
     virtual int readHeader();
     virtual int writeHeader();
 
+    // For processRecord(): returns `code` and notes that what is behind it is `cause`.
+    int failed(int code, int cause);
+
     // Called by load() with the stream at the first byte of a payload of `size` bytes. The override
     // reads what it wants and leaves the stream anywhere. A negative result ends load().
     virtual int processRecord(unsigned int tag, unsigned int size, unsigned int realSize) = 0;
@@ -102,6 +106,9 @@ public:
     // The text for a code; "Unknown error" for any other number. Static storage.
     static const char* error(int code);
 
+    // Why and where the last open() or load() failed; no failure after one that went well.
+    const qipVLFailure& failure() const { return _failure; }
+
     // The name given to open(), null before.
     const char* filename() const { return _filename; }
     const qipVLHeader& header() const { return _header; }
@@ -112,6 +119,7 @@ protected:
     char* _filename; // owned
     qipVLHeader _header;
     qipVLRecord* _currentRecord; // owned; null between calls
+    qipVLFailure _failure;
 
 private:
     // What a stream for reading reads from. Each read says where, so that a seek is no system call.
@@ -119,12 +127,16 @@ private:
     {
         int fd;
         int64_t position;
+        int error; // errno of the read that failed last
     };
 
     static ssize_t readSource(void* source, char* bytes, size_t size);
     static int seekSource(void* source, off64_t* offset, int whence);
     static int closeSource(void* source);
 
+    int walk();
+    int failedToRead(int code);
+    int failedToOpen();
     int openForReading();
     int openForWriting(int userHeaderSz);
     int seekTo(uint32_t offset, int64_t here);

@@ -52,8 +52,9 @@ int ZEMLogFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
     if (node == nullptr) {
         return OutOfMemory;
     }
-    if (node->_datum->read(_fp) != NoError) {
-        return FileCorrupt;
+    const int result = node->_datum->read(_fp);
+    if (result != NoError) {
+        return result == OutOfMemory ? failed(FileCorrupt, OutOfMemory) : FileCorrupt;
     }
     _toc.append(node);
     return NoError;

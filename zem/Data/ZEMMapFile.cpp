@@ -44,8 +44,9 @@ int ZEMMapFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
     if (!file) {
         return OutOfMemory;
     }
-    if (file->read(_fp) != NoError) {
-        return FileCorrupt;
+    const int result = file->read(_fp);
+    if (result != NoError) {
+        return result == OutOfMemory ? failed(FileCorrupt, OutOfMemory) : FileCorrupt;
     }
     if (size < realSize) {
         _messages << " *** ZEMMapFile::processRecord: size mismatch(" << size << "<" << realSize
