@@ -15,7 +15,7 @@ const char* qipVLFailure::advice() const
     case qipVLRecFile::OpenFailed:
         return "check that the file is there and that you may read it";
     case qipVLRecFile::ReadFailed:
-        return "check the disk and try again";
+        return "check that it is a file and that its disk is well";
     case qipVLRecFile::BadMagic:
         return "give the file of coverage that belongs here";
     case qipVLRecFile::BadVersion:

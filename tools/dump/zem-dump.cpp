@@ -26,29 +26,32 @@ void usage(std::ostream& out)
            "        --version     Print the version\n";
 }
 
-// Prints a file that is open. Returns what load() returned.
-int dump(qipVLRecFile& file)
+// Prints a file of which `opened` is the result of its opening, if that went well. Returns the
+// result of opening and loading it.
+int dump(qipVLRecFile& file, int opened)
 {
+    if (opened != qipVLRecFile::NoError) {
+        return opened;
+    }
     const int result = file.load();
     std::cout << file.header();
     file.dump(std::cout);
     return result;
 }
 
-int dumpLog(const char* name)
+int dumpLog(const char* name, qipVLFailure& failure)
 {
     ZEMLogFile file;
-    const int result = file.open(name, qipVLRecFile::READ);
-    return result == qipVLRecFile::NoError ? dump(file) : result;
+    const int result = dump(file, file.open(name, qipVLRecFile::READ));
+    failure = file.failure();
+    return result;
 }
 
-int dumpMap(const char* name)
+int dumpMap(const char* name, qipVLFailure& failure)
 {
     ZEMMapFile file;
-    int result = file.open(name, qipVLRecFile::READ);
-    if (result == qipVLRecFile::NoError) {
-        result = dump(file);
-    }
+    const int result = dump(file, file.open(name, qipVLRecFile::READ));
+    failure = file.failure();
     ListIterator<ZEMFileRecord*> files(file.toc());
     while (const ZEMFileRecord* record = files.next()) {
         delete record;
@@ -59,14 +62,15 @@ int dumpMap(const char* name)
 // Returns false, with a message, for a file that could not be read whole.
 bool dumpFile(const char* name)
 {
-    int result = dumpMap(name);
+    qipVLFailure failure;
+    int result = dumpMap(name, failure);
     if (result == qipVLRecFile::BadMagic) {
-        result = dumpLog(name);
+        result = dumpLog(name, failure);
     }
     std::cout.flush();
     if (result < 0) {
-        std::cerr << "zem-dump: " << qipVisibleText(name) << ": " << qipVLRecFile::error(result)
-                  << std::endl;
+        std::cerr << "zem-dump: " << qipVisibleText(name) << ": " << failure << "; "
+                  << failure.advice() << std::endl;
     }
     return result >= 0;
 }

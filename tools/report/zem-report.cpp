@@ -3,7 +3,7 @@
 // zem-report: the viewer's report as text, through the same repository, rows and sort, without X.
 #include "qip/Support/cmdln.h"
 #include "qip/Support/finishOutput.h"
-#include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVLFailure.h"
 #include "qip/Support/qipVisibleText.h"
 #include "zem/Options/RptCommandLine.h"
 #include "zem/Options/RptOptions.h"
@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <cstring>
 #include <iostream>
+#include <new>
+#include <string>
 #include <unistd.h>
 
 namespace {
@@ -65,19 +67,22 @@ public:
     void reportType(RptType type) override { _info._type = type; }
     void manglingLevel(int level) override { _level = level; }
     void addFilter(int kind, const char* name) override { _repository.addFilter(kind, name); }
-    void sortBy(const char* keys) override { _info.sortKeys(keys); }
+    void sortBy(const char* keys) override;
     void showHitCounts() override {} // there is no source to show them in
     void usageHelp() override { usage(); }
 
-    // Merges a log; false, with the viewer's message, when it could not be read.
+    // Merges a log; false, with the viewer's message and more, when it could not be read.
     bool merge(const char* log);
-    void print();
+    // False, with a message and nothing printed, without memory for all of it.
+    bool print();
 
 private:
     ZEMRptTable makeTable() const;
+    bool printRows(ZEMRptTable& table) const;
 
     RptInfo _info;
     int _level = 1;
+    bool _hasSortKeys = true; // unless there was no memory for them
     ZEMRepository _repository;
 };
 
@@ -85,10 +90,20 @@ bool Report::merge(const char* log)
 {
     const int result = _repository.processFile(log);
     if (result < 0) {
+        const char* map = _repository.failedMap();
+        const qipVLFailure& failure = _repository.failure();
         std::cerr << " *** RptArea::report: Error processing " << qipVisibleText(log) << ": "
-                  << qipVLRecFile::error(result) << std::endl;
+                  << (map[0] == '\0' ? "" : "map file ") << qipVisibleText(map)
+                  << (map[0] == '\0' ? "" : ": ") << failure << "; " << failure.advice()
+                  << std::endl;
     }
     return result >= 0;
+}
+
+void Report::sortBy(const char* keys)
+{
+    _info.sortKeys(keys);
+    _hasSortKeys = keys == nullptr || keys[0] == '\0' || _info.sortKeys() != nullptr;
 }
 
 ZEMRptTable Report::makeTable() const
@@ -105,10 +120,32 @@ ZEMRptTable Report::makeTable() const
     }
 }
 
-// One row a line, its fields separated by tabs; on a terminal the labels are padded to one length.
-void Report::print()
+bool Report::print()
 {
     ZEMRptTable table = makeTable();
+    const bool printed = table.isWhole() && _hasSortKeys && printRows(table);
+    if (!printed) {
+        std::cerr << " *** zem-report: out of memory for the report by "
+                  << RptText::typeWord(_info._type)
+                  << "; give the program more memory, fewer logs or a filter" << std::endl;
+    }
+    table.deleteRows();
+    return printed;
+}
+
+// One row a line, its fields separated by tabs; on a terminal the labels are padded to one length.
+// False, and nothing is printed, without memory.
+bool Report::printRows(ZEMRptTable& table) const
+{
+    long untested = 0;
+    long total = 0;
+    _repository.coverageSummary(untested, total);
+    std::string summary;
+    try {
+        summary = RptText::summary(untested, total);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
     table.sort(_info.sortKeys());
     const size_t width = isatty(STDOUT_FILENO) ? longestLabel(table) : 0;
     writeLabel(RptText::typeWord(_info._type), width);
@@ -116,16 +153,13 @@ void Report::print()
     for (int i = 0; i < table._nItems; ++i) {
         const ZEMView& row = *table._view[i];
         const long covered = row._covBlk;
-        const long total = row._totBlk;
+        const long blocks = row._totBlk;
         writeLabel(row._label, width);
-        std::cout << '\t' << covered << '\t' << total - covered << '\t'
-                  << RptText::percent(covered, total) << "%\t" << row._hits << '\n';
+        std::cout << '\t' << covered << '\t' << blocks - covered << '\t'
+                  << RptText::percent(covered, blocks) << "%\t" << row._hits << '\n';
     }
-    long untested = 0;
-    long total = 0;
-    _repository.coverageSummary(untested, total);
-    std::cout << RptText::summary(untested, total) << '\n';
-    table.deleteRows();
+    std::cout << summary << '\n';
+    return true;
 }
 
 } // namespace
@@ -142,7 +176,12 @@ int main(int argc, char** argv)
         return finishOutput(Program) ? Success : Failed;
     }
     // Never destroyed: the end of the process frees millions of records at once.
-    static Report& report = *new Report;
+    static Report* const made = new (std::nothrow) Report;
+    if (made == nullptr) {
+        std::cerr << " *** zem-report: out of memory" << std::endl;
+        return Failed;
+    }
+    Report& report = *made;
     cmdln_onUsage(usage);
     RptCommandLine::parse(report, &argc, argv);
     int nLogs = 0;
@@ -162,6 +201,8 @@ int main(int argc, char** argv)
         usage();
         return Misused;
     }
-    report.print();
+    if (!report.print()) {
+        status = Failed;
+    }
     return finishOutput(Program) ? status : Failed;
 }

@@ -164,8 +164,15 @@ int ZEMRepository::loadMap(const char* path)
         }
         return failed(result, map.failure());
     }
+    const long before = _sources.size();
     result = take(map.toc());
-    return result == qipVLRecFile::NoError ? enterMap(path) : result;
+    if (result == qipVLRecFile::NoError) {
+        result = enterMap(path);
+        if (result != qipVLRecFile::NoError) {
+            giveBack(before);
+        }
+    }
+    return result;
 }
 
 // Notes that a map file is loaded, in list and index or in neither.
@@ -181,16 +188,37 @@ int ZEMRepository::enterMap(const char* path)
     return qipVLRecFile::NoError;
 }
 
-// Takes over the records of a map file; those of source files that are known already are deleted,
-// and so are those that there is no memory for: the next log that names the map brings them again.
+// Takes over the records of a map file; those of source files that are known already are deleted.
+// Without memory for one of them none is taken: a part of them would pass for the whole map.
 int ZEMRepository::take(List<ZEMFileRecord*>& files)
 {
+    const long before = _sources.size();
     bool tookAll = true;
     ListIterator<ZEMFileRecord*> it(files);
     while (ZEMFileRecord* file = it.next()) {
-        tookAll = take(file) && tookAll;
+        if (tookAll) {
+            tookAll = take(file);
+        } else {
+            delete file;
+        }
     }
-    return tookAll ? qipVLRecFile::NoError : withoutMemory();
+    if (!tookAll) {
+        giveBack(before);
+        return withoutMemory();
+    }
+    return qipVLRecFile::NoError;
+}
+
+// Forgets the source files from the number `size` on.
+void ZEMRepository::giveBack(long size)
+{
+    _sources.cutTo(size);
+    while (_srcfiles.length() > size) {
+        auto* node = static_cast<dLinkT<ZEMFileRecord*>*>(_srcfiles.dList::last());
+        _srcfiles.dList::remove(node);
+        delete node->_datum;
+        delete node;
+    }
 }
 
 // The number of a file in the index is its place in the list. So it comes into both or neither.

@@ -89,6 +89,7 @@ private:
     int failed(int code, const qipVLFailure& failure);
     int withoutMemory();
     int enterMap(const char* path);
+    void giveBack(long size);
     bool take(ZEMFileRecord* file);
     int take(List<ZEMFileRecord*>& files);
     void merge(long source, const ZEMLogFileRecord& record, std::ostream& messages);

@@ -61,8 +61,17 @@ TEST_F(ZemDumpTest, NamesAFileThatItCannotReadAndGoesOn)
     const std::string none = _dir.path("none");
     const ProgramResult result = run({odd, none, _dir.path(), _log});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "zem-dump: " + odd + ": bad magic number\nzem-dump: " + none +
-                              ": fopen failed\nzem-dump: " + _dir.path() + ": file corrupt\n");
+    EXPECT_EQ(result.err,
+              "zem-dump: " + odd +
+                  ": bad magic number; give the file of coverage that belongs here\n"
+                  "zem-dump: " +
+                  none +
+                  ": fopen failed: No such file or directory; check that the file is there and "
+                  "that you may read it\n"
+                  "zem-dump: " +
+                  _dir.path() +
+                  ": fread failed: Is a directory; check that it is a file and that its disk is "
+                  "well\n");
     EXPECT_NE(result.out.find("ZEMLogHeader"), std::string::npos);
 }
 
@@ -72,7 +81,9 @@ TEST_F(ZemDumpTest, PrintsWhatStandsBeforeTheDamage)
     const std::string path = builder.cutAt(builder.size() - 3).write(_dir.path("cut.map"));
     const ProgramResult result = run({path});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "zem-dump: " + path + ": file corrupt\n");
+    EXPECT_EQ(result.err.rfind("zem-dump: " + path + ": file corrupt (record ", 0), 0u)
+        << result.err;
+    EXPECT_NE(result.err.find("; write the file again\n"), std::string::npos) << result.err;
     EXPECT_NE(result.out.find("filename : src/a.c"), std::string::npos);
     EXPECT_EQ(result.out.find("filename : src/b.c"), std::string::npos);
 }
@@ -95,7 +106,8 @@ TEST_F(ZemDumpTest, RefusesWhatItDoesNotKnow)
 TEST_F(ZemDumpTest, TwoDashesEndTheOptions)
 {
     EXPECT_EQ(run({"--", _log}).status, 0);
-    EXPECT_EQ(run({"--", "-x"}).err, "zem-dump: -x: fopen failed\n");
+    EXPECT_EQ(run({"--", "-x"}).err, "zem-dump: -x: fopen failed: No such file or directory; "
+                                     "check that the file is there and that you may read it\n");
 }
 
 TEST_F(ZemDumpTest, OutputThatCannotBeWrittenIsAFailure)
