@@ -3,25 +3,12 @@
 
 #include "qip/Support/qipEndian.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <iostream>
 #include <new>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
-
-// One system call for this many bytes of records; larger arrays bypass the buffer. A file that is
-// smaller gets a buffer of its size: there may be thousands of them.
-constexpr size_t StreamBufferSize = 128 * 1024;
-
-// Each seek to an earlier place fills the buffer again. A chain that goes back this often gets a
-// small one, so that a file of nothing but such links takes seconds and not minutes.
-constexpr int ManyStepsBack = 256;
-constexpr size_t SmallBufferSize = 4096;
 
 // A file whose records do not overlap is read at most once. Past this factor and slack its records
 // lie about their place.
@@ -53,29 +40,10 @@ private:
     uint64_t _limit = 1;
 };
 
-// A descriptor of the file and its size in bytes; -1 when it cannot be read.
-int openRegularFile(const char* filename, int64_t& size)
-{
-    // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
-    const int fd = ::open(filename, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0) {
-        return -1;
-    }
-    struct stat status = {};
-    if (fstat(fd, &status) != 0 || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))) {
-        ::close(fd);
-        errno = 0; // there is a better reason than the system's
-        return -1;
-    }
-    size = status.st_size;
-    return fd;
-}
-
 } // namespace
 
 qipVLRecFile::qipVLRecFile()
-    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0),
-      _currentRecord(nullptr), _source{-1, 0, 0}, _fileSize(0), _stepsBack(0)
+    : _fp(nullptr), _mode(READ), _filename(nullptr), _header(0), _currentRecord(nullptr)
 {}
 
 qipVLRecFile::~qipVLRecFile()
@@ -95,21 +63,18 @@ int qipVLRecFile::writeHeader()
     return NoError;
 }
 
-void qipVLRecFile::closeStream()
+bool qipVLRecFile::closeStream()
 {
-    if (_fp != nullptr) {
-        std::fclose(_fp);
-        _fp = nullptr;
-    }
-    _streamBuffer.reset();
+    _fp = nullptr;
+    return _stream.close();
 }
 
 int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 {
+    _failure = qipVLFailure();
     if (filename == nullptr) {
         return failed(BadParameter, BadParameter);
     }
-    _failure = qipVLFailure();
     char* copy = new (std::nothrow) char[std::strlen(filename) + 1];
     if (copy == nullptr) {
         return failed(OutOfMemory, OutOfMemory);
@@ -146,13 +111,10 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 
 int qipVLRecFile::openForReading()
 {
-    const int fd = openRegularFile(_filename, _fileSize);
-    // One byte more, so that the read that fills it meets the end.
-    const auto size = std::clamp<int64_t>(_fileSize + 1, SmallBufferSize, StreamBufferSize);
-    if (fd < 0 || !openStream(fd, static_cast<size_t>(size))) {
+    if (!_stream.openForReading(_filename)) {
         return failedToOpen();
     }
-    _stepsBack = 0;
+    _fp = _stream.fp();
     if (_header.read(_fp) < 0) {
         return failedToRead(FileCorrupt);
     }
@@ -168,10 +130,10 @@ int qipVLRecFile::failed(int code, int cause)
     return code;
 }
 
-// With errno from what failed, 0 for a file of a kind that is not read.
+// With errno from what failed.
 int qipVLRecFile::failedToOpen()
 {
-    _failure._reason = errno == 0 ? "no regular file" : std::strerror(errno);
+    _failure._reason = errno == EOPNOTSUPP ? "no regular file" : std::strerror(errno);
     return failed(OpenFailed, errno == ENOMEM ? OutOfMemory : OpenFailed);
 }
 
@@ -180,91 +142,30 @@ int qipVLRecFile::failedToOpen()
 int qipVLRecFile::failedToRead(int code)
 {
     if (_fp != nullptr && std::ferror(_fp) != 0) {
-        _failure._reason = std::strerror(_source.error);
+        _failure._reason = std::strerror(_stream.readError());
         return failed(code, ReadFailed);
     }
     return failed(code, code);
 }
 
-// Makes the stream that reads from `fd`, which is closed with it, or at once without memory.
-bool qipVLRecFile::openStream(int fd, size_t bufferSize)
-{
-    const cookie_io_functions_t calls = {readSource, nullptr, seekSource, closeSource};
-    _source = {fd, 0, 0};
-    _fp = fopencookie(&_source, "rb", calls);
-    if (_fp == nullptr) {
-        ::close(fd);
-        return false;
-    }
-    // Without memory for it the stream's own small buffer serves.
-    _streamBuffer.reset(new (std::nothrow) char[bufferSize]);
-    if (_streamBuffer) {
-        std::setvbuf(_fp, _streamBuffer.get(), _IOFBF, bufferSize);
-    }
-    return true;
-}
-
-ssize_t qipVLRecFile::readSource(void* source, char* bytes, size_t size)
-{
-    auto* from = static_cast<Source*>(source);
-    const ssize_t result = pread(from->fd, bytes, size, from->position);
-    if (result < 0) {
-        from->error = errno;
-    }
-    from->position += std::max<ssize_t>(result, 0);
-    return result;
-}
-
-int qipVLRecFile::seekSource(void* source, off64_t* offset, int whence)
-{
-    auto* from = static_cast<Source*>(source);
-    switch (whence) {
-    case SEEK_CUR:
-        from->position += *offset;
-        break;
-    case SEEK_END:
-        from->position = lseek(from->fd, *offset, SEEK_END);
-        break;
-    default:
-        from->position = *offset;
-    }
-    *offset = from->position;
-    return from->position < 0 ? -1 : 0;
-}
-
-int qipVLRecFile::closeSource(void* source)
-{
-    return ::close(static_cast<Source*>(source)->fd);
-}
-
-// A stream's buffer can only be chosen while it is fresh, so the file gets another stream. False
-// when there is none any more.
-bool qipVLRecFile::takeSmallBuffer()
-{
-    const int fd = dup(_source.fd);
-    if (fd < 0) {
-        return true; // slow is better than not at all
-    }
-    closeStream();
-    return openStream(fd, SmallBufferSize);
-}
-
 int qipVLRecFile::openForWriting(int userHeaderSz)
 {
-    _fp = std::fopen(_filename, "wb");
-    if (_fp == nullptr) {
+    if (!_stream.openForWriting(_filename)) {
         return OpenFailed;
     }
+    _fp = _stream.fp();
     // Nothing of a file that this object had open before.
     _header = qipVLHeader(userHeaderSz);
     _header._firstOffset = static_cast<uint32_t>(userHeaderSz) + qipVLHeader::Size;
-    _header.write(_fp); // a full disk shows at the first record, and at close()
+    _header.write(_fp); // what went wrong shows when the stream is flushed
     const int result = writeHeader();
-    if (result != NoError) {
-        return result;
-    }
-    std::fflush(_fp);
-    return NoError;
+    return result == NoError ? flush() : result;
+}
+
+// Gives the system what the stream holds.
+int qipVLRecFile::flush()
+{
+    return _stream.flush() ? NoError : WriteFailed;
 }
 
 int qipVLRecFile::close()
@@ -278,33 +179,21 @@ int qipVLRecFile::close()
             return result;
         }
     }
-    std::fflush(_fp);
-    std::rewind(_fp);
-    int result = _header.write(_fp);
+    int result = flush();
+    if (result == NoError) {
+        std::rewind(_fp); // forgets errors
+        result = _header.write(_fp);
+    }
     if (result == NoError) {
         result = writeHeader();
+    }
+    if (result == NoError) {
+        result = flush();
     }
     if (result != NoError) {
         return result;
     }
-    std::fflush(_fp);
-    closeStream();
-    return NoError;
-}
-
-// A seek gives up the stream's buffer, so none is made where the stream
-// already stands, at `here`: writers put each record right behind the last.
-int qipVLRecFile::seekTo(uint32_t offset, int64_t here)
-{
-    const off_t target = static_cast<off_t>(offset);
-    if (here == target) {
-        return NoError;
-    }
-    if (target < here && _stepsBack < ManyStepsBack && ++_stepsBack == ManyStepsBack &&
-        !takeSmallBuffer()) {
-        return FileCorrupt;
-    }
-    return fseeko(_fp, target, SEEK_SET) == 0 ? NoError : FileCorrupt;
+    return closeStream() ? NoError : WriteFailed;
 }
 
 int qipVLRecFile::load()
@@ -325,7 +214,7 @@ int qipVLRecFile::walk()
 {
     CycleFinder cycle;
     int64_t bytesRead = 0;
-    const int64_t readLimit = ReadFactor * _fileSize + ReadSlack;
+    const int64_t readLimit = ReadFactor * _stream.size() + ReadSlack;
     int count = 0;
     int64_t here = ftello(_fp); // the stream's position
     uint32_t offset = _header._firstOffset;
@@ -335,8 +224,10 @@ int qipVLRecFile::walk()
         if (cycle.comesBack(offset) || bytesRead > readLimit) {
             return FileCorrupt;
         }
-        if (seekTo(offset, here) != NoError) {
-            return FileCorrupt;
+        const bool isThere = _stream.seekTo(offset, here);
+        _fp = _stream.fp();
+        if (!isThere) {
+            return failed(FileCorrupt, _fp == nullptr ? OutOfMemory : FileCorrupt);
         }
         qipVLRecord record;
         int result = record.read(_fp);
@@ -395,6 +286,7 @@ int qipVLRecFile::update()
         return ShutDown;
     }
     if (end > static_cast<off_t>(UINT32_MAX)) {
+        errno = EFBIG;
         return WriteFailed;
     }
     _header._lastOffset = static_cast<uint32_t>(end);

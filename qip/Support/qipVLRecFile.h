@@ -18,16 +18,16 @@
 // writing.
 //
 // Every operation returns 0 (or a count) or one of the negative codes below; error() has the texts.
+// Where the system refused to open or to write (-1, -3, -10), errno has its reason.
 #pragma once
 
+#include "qip/Support/qipFileStream.h"
 #include "qip/Support/qipVLFailure.h"
 #include "qip/Support/qipVLHeader.h"
 #include "qip/Support/qipVLRecord.h"
 
 #include <cstdint>
 #include <cstdio>
-#include <memory>
-#include <sys/types.h>
 
 class qipVLRecFile
 {
@@ -90,14 +90,14 @@ public:
     // Opens `filename` (keeps a copy) and reads or writes both headers. `userHeaderSz` is in bytes
     // and counts only for WRITE, which truncates an existing file. A file that is open for writing
     // is completed first. Only regular files are read: a directory is -9, a pipe or device -1.
-    // Returns 0; -1 when the file cannot be opened; -9 when the header is cut short; -11 for a null
-    // name or an unknown mode; or what readHeader() or writeHeader() returned. After a failure no
-    // file is open.
+    // Returns 0; -1 when the file cannot be opened; -3 when it cannot take the headers; -9 when the
+    // header is cut short; -11 for a null name or an unknown mode; or what readHeader() or
+    // writeHeader() returned. After a failure no file is open.
     [[nodiscard]] virtual int open(const char* filename, Mode mode, int userHeaderSz);
 
     // Finishes a file open for writing: both headers are written again with the final numbers, and
     // the stream is closed. Returns 0, also for a file open for reading, which stays open, or the
-    // code of the step that failed.
+    // code of the step that failed: -3 when the file did not take all the bytes.
     virtual int close();
 
     // Writes the contents as text.
@@ -114,7 +114,7 @@ public:
     const qipVLHeader& header() const { return _header; }
 
 protected:
-    FILE* _fp; // null while no file is open
+    FILE* _fp; // of `_stream`; null while no file is open
     Mode _mode;
     char* _filename; // owned
     qipVLHeader _header;
@@ -122,31 +122,14 @@ protected:
     qipVLFailure _failure;
 
 private:
-    // What a stream for reading reads from. Each read says where, so that a seek is no system call.
-    struct Source
-    {
-        int fd;
-        int64_t position;
-        int error; // errno of the read that failed last
-    };
-
-    static ssize_t readSource(void* source, char* bytes, size_t size);
-    static int seekSource(void* source, off64_t* offset, int whence);
-    static int closeSource(void* source);
-
     int walk();
     int failedToRead(int code);
     int failedToOpen();
     int openForReading();
     int openForWriting(int userHeaderSz);
-    int seekTo(uint32_t offset, int64_t here);
-    bool openStream(int fd, size_t bufferSize);
-    bool takeSmallBuffer();
+    int flush();
     int link(uint32_t previousRecord);
-    void closeStream();
+    bool closeStream();
 
-    std::unique_ptr<char[]> _streamBuffer; // lives as long as `_fp`
-    Source _source;                        // of `_fp`, while it reads
-    int64_t _fileSize;                     // bytes when the file was opened for reading
-    int _stepsBack;                        // seeks to an earlier place since then, up to a limit
+    qipFileStream _stream;
 };

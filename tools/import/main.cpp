@@ -4,6 +4,7 @@
 #include "qip/Support/qipVLRecFile.h"
 #include "tools/common/finishCoverage.h"
 #include "tools/common/parallel.h"
+#include "tools/common/writeCoverage.h"
 #include "tools/import/gcc/GccImporter.h"
 
 #include <cstring>

@@ -1,29 +1,20 @@
 // SPDX-License-Identifier: MIT
 //
-// The user header of a log file: 64 bytes behind the file header, unsigned 32-bit words,
-// big-endian.
+// The user header of a log file (see ZEMHeader.h).
 //
-//   offset  field        meaning
-//        0  _magic       0x00006703
-//        4  _qzlMajor    major version of the tool suite that wrote the file, not checked
-//        8  _qzlMinor    its minor version
-//       12  _logMajor    format version, 2
+//   offset  field           meaning
+//        0  _magic          0x00006703
+//       12  _logMajor       format version, 2
 //       16  _executionTime  time of the run, not interpreted
-//       20  _pad         44 bytes, zero
-//
-// This program only reads log files: write() writes nothing.
+//       20  _pad            44 bytes, zero
 #pragma once
 
-#include <cstdint>
-#include <cstdio>
-#include <iosfwd>
+#include "zem/Data/ZEMHeader.h"
 
-class ZEMLogHeader
+class ZEMLogHeader : public ZEMHeader
 {
 public:
-    static constexpr int Size = 64; // bytes on disk
     static constexpr uint32_t Magic = 0x6703;
-    static constexpr uint32_t FormatVersion = 2;
 
     ZEMLogHeader();
 
@@ -31,15 +22,12 @@ public:
     // are fewer than 64 bytes; -5 for another magic number; -6 for another format version.
     [[nodiscard]] int read(FILE* stream);
 
-    // Writes nothing and returns 0. Pinned by ZEMLogHeaderTest.WriteWritesNothing.
-    int write(FILE* stream);
-
-    uint32_t _magic;
-    uint32_t _qzlMajor;
-    uint32_t _qzlMinor;
     uint32_t _logMajor;
     uint32_t _executionTime;
     unsigned char _pad[44];
+
+private:
+    friend std::ostream& operator<<(std::ostream& out, const ZEMLogHeader& header);
 };
 
 // Writes a title and one labelled line for each of magic, format version and suite version.

@@ -1,28 +1,19 @@
 // SPDX-License-Identifier: MIT
 //
-// The user header of a map file: 64 bytes behind the file header, unsigned 32-bit words,
-// big-endian.
+// The user header of a map file (see ZEMHeader.h).
 //
-//   offset  field        meaning
-//        0  _magic       0x00006704
-//        4  _qzlMajor    major version of the tool suite that wrote the file, not checked
-//        8  _qzlMinor    its minor version
-//       12  _mapMajor    format version, 2
-//       16  _pad         48 bytes, zero
-//
-// This program only reads map files: write() writes nothing.
+//   offset  field      meaning
+//        0  _magic     0x00006704
+//       12  _mapMajor  format version, 2
+//       16  _pad       48 bytes, zero
 #pragma once
 
-#include <cstdint>
-#include <cstdio>
-#include <iosfwd>
+#include "zem/Data/ZEMHeader.h"
 
-class ZEMMapHeader
+class ZEMMapHeader : public ZEMHeader
 {
 public:
-    static constexpr int Size = 64; // bytes on disk
     static constexpr uint32_t Magic = 0x6704;
-    static constexpr uint32_t FormatVersion = 2;
 
     ZEMMapHeader();
 
@@ -30,15 +21,13 @@ public:
     // are fewer than 64 bytes; -5 for another magic number; -6 for another format version.
     [[nodiscard]] int read(FILE* stream);
 
-    // Writes nothing and returns 0. Pinned by ZEMMapHeaderTest.WriteWritesNothing.
-    int write(FILE* stream);
-
-    uint32_t _magic;
-    uint32_t _qzlMajor;
-    uint32_t _qzlMinor;
     uint32_t _mapMajor;
     unsigned char _pad[48];
+
+private:
+    friend std::ostream& operator<<(std::ostream& out, const ZEMMapHeader& header);
 };
 
-// Writes a title and one labelled line for each of magic, format version and suite version.
+// Writes a title, one labelled line for each of magic, format version and suite version, and an
+// empty line.
 std::ostream& operator<<(std::ostream& out, const ZEMMapHeader& header);

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Lines/LineIndex.h"
 
+#include "qip/Support/qipOpenFile.h"
 #include "zem/Lines/TextLine.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <new>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -87,16 +86,15 @@ int LineIndex::open(const char* path)
     return openFile() ? scan() : -1;
 }
 
-// Opens without waiting: the path comes from a data file and may name a pipe.
 bool LineIndex::openFile()
 {
     _tooLarge = false;
-    const int fd = ::open(_filename, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat info = {};
+    const int fd = qipOpenFile(_filename, info);
     if (fd < 0) {
         return false;
     }
-    struct stat info = {};
-    if (fstat(fd, &info) == 0 && S_ISREG(info.st_mode)) {
+    if (S_ISREG(info.st_mode)) {
         _tooLarge = info.st_size > LargestFile;
         _fp = _tooLarge ? nullptr : fdopen(fd, "r");
     }

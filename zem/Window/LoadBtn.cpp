@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/LoadBtn.h"
 
-#include "qip/Base/qipApplication.h"
-#include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Window/CommandDialog.h"
 
@@ -10,16 +8,11 @@
 
 bool LoadBtn::_clicked = false;
 
-LoadBtn::LoadBtn() : QuenzilBtn("selectBtn", "Load", nullptr, nullptr), _dialogBox(nullptr) {}
+LoadBtn::LoadBtn() : DialogBtn("selectBtn", "Load", nullptr, nullptr, _clicked) {}
 
 LoadBtn::LoadBtn(const char* const* image, const char* const* image2)
-    : QuenzilBtn("selectBtn", nullptr, image, image2), _dialogBox(nullptr)
+    : DialogBtn("selectBtn", nullptr, image, image2, _clicked)
 {}
-
-void LoadBtn::helpRequested() const
-{
-    HelpWindow::showHelpOn("toolbar");
-}
 
 const char* LoadBtn::className() const
 {
@@ -28,35 +21,26 @@ const char* LoadBtn::className() const
 
 void LoadBtn::triggered()
 {
-    if (_clicked || theReportContainer == nullptr) {
-        return;
-    }
-    _clicked = true;
-    static char name[] = "fileSelection";
-    _dialogBox = XmCreateFileSelectionDialog(theApplication->baseWidget(), name, nullptr, 0);
-    if (_dialogBox == nullptr) {
-        return;
-    }
-    XtUnmanageChild(XmFileSelectionBoxGetChild(_dialogBox, XmDIALOG_HELP_BUTTON));
-    CommandDialog::setText(_dialogBox, XmNdialogTitle, "Select ZEM log file");
-    CommandDialog::setText(_dialogBox, XmNpattern, "*.log");
-    XtAddCallback(_dialogBox, XmNokCallback, ok_cbk, this);
-    XtAddCallback(_dialogBox, XmNcancelCallback, cancel_cbk, this);
-    CommandDialog::cancelOnClose(_dialogBox, cancel_cbk, this);
-    XtManageChild(_dialogBox);
+    (void)openDialog();
 }
 
-void LoadBtn::ok_cbk(Widget, XtPointer button, XtPointer callData)
+Widget LoadBtn::createDialog(Widget parent)
 {
-    const auto* call = static_cast<XmFileSelectionBoxCallbackStruct*>(callData);
-    char* text = CommandDialog::textOf(call->value);
-    if (text == nullptr) {
-        return;
+    static char name[] = "fileSelection";
+    Widget dialog = XmCreateFileSelectionDialog(parent, name, nullptr, 0);
+    if (dialog != nullptr) {
+        XtUnmanageChild(XmFileSelectionBoxGetChild(dialog, XmDIALOG_HELP_BUTTON));
+        CommandDialog::setText(dialog, XmNdialogTitle, "Select ZEM log file");
+        CommandDialog::setText(dialog, XmNpattern, "*.log");
     }
-    if (text[0] != '\0') {
-        static_cast<LoadBtn*>(button)->processSelectedFile(text);
+    return dialog;
+}
+
+void LoadBtn::accepted(const char* text)
+{
+    if (text != nullptr && text[0] != '\0') {
+        processSelectedFile(text);
     }
-    XtFree(text);
 }
 
 void LoadBtn::processSelectedFile(const char* name)
@@ -66,11 +50,11 @@ void LoadBtn::processSelectedFile(const char* name)
     }
     theReportContainer->processFile(name);
     theReportContainer->report();
-    _clicked = false;
+    dialogIsDown();
 }
 
-void LoadBtn::cancel_cbk(Widget, XtPointer button, XtPointer)
+void LoadBtn::cancelled()
 {
-    CommandDialog::popDown(static_cast<LoadBtn*>(button)->_dialogBox);
-    _clicked = false;
+    CommandDialog::popDown(_dialogBox);
+    dialogIsDown();
 }

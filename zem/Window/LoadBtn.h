@@ -4,16 +4,15 @@
 // bar.
 #pragma once
 
-#include "zem/Buttons/QuenzilBtn.h"
+#include "zem/Window/DialogBtn.h"
 
-class LoadBtn : public QuenzilBtn
+class LoadBtn : public DialogBtn
 {
 public:
     // For the menu, and for the tool bar.
     LoadBtn();
     LoadBtn(const char* const* image, const char* const* image2);
 
-    void helpRequested() const override;
     const char* className() const override;
 
     // Opens the dialog, unless one is open.
@@ -22,10 +21,13 @@ public:
     // Takes the dialog down, merges the log file `name` and shows the report.
     virtual void processSelectedFile(const char* name);
 
-private:
-    static void ok_cbk(Widget dialog, XtPointer button, XtPointer callData);
-    static void cancel_cbk(Widget dialog, XtPointer button, XtPointer callData);
+protected:
+    // No dialog is ever destroyed.
+    Widget createDialog(Widget parent) override;
+    // An empty text leaves the dialog up.
+    void accepted(const char* text) override;
+    void cancelled() override;
 
-    Widget _dialogBox;    // the last one made; none is ever destroyed
+private:
     static bool _clicked; // a dialog is up, whichever button it belongs to
 };

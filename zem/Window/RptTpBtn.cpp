@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/RptTpBtn.h"
 
-#include "qip/Base/qipApplication.h"
-#include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Status/ZEMStsBar.h"
 #include "zem/Window/CommandDialog.h"
@@ -33,16 +31,11 @@ void setTypes(Widget dialog)
 
 bool RptTpBtn::_clicked = false;
 
-RptTpBtn::RptTpBtn() : QuenzilBtn("rptTpBtn", "Reports", nullptr, nullptr), _dialogBox(nullptr) {}
+RptTpBtn::RptTpBtn() : DialogBtn("rptTpBtn", "Reports", nullptr, nullptr, _clicked) {}
 
 RptTpBtn::RptTpBtn(const char* const* image, const char* const* image2)
-    : QuenzilBtn("rptTpBtn", nullptr, image, image2), _dialogBox(nullptr)
+    : DialogBtn("rptTpBtn", nullptr, image, image2, _clicked)
 {}
-
-void RptTpBtn::helpRequested() const
-{
-    HelpWindow::showHelpOn("toolbar");
-}
 
 const char* RptTpBtn::className() const
 {
@@ -51,57 +44,52 @@ const char* RptTpBtn::className() const
 
 void RptTpBtn::triggered()
 {
-    if (_clicked || theReportContainer == nullptr) {
-        return;
+    if (openDialog()) {
+        CommandDialog::popUp(_dialogBox);
     }
-    _clicked = true;
+}
+
+Widget RptTpBtn::createDialog(Widget parent)
+{
     static char name[] = "rptType";
-    _dialogBox = XmCreateSelectionDialog(theApplication->baseWidget(), name, nullptr, 0);
-    if (_dialogBox == nullptr) {
-        return;
+    Widget dialog = XmCreateSelectionDialog(parent, name, nullptr, 0);
+    if (dialog != nullptr) {
+        XtUnmanageChild(XmSelectionBoxGetChild(dialog, XmDIALOG_HELP_BUTTON));
+        XtUnmanageChild(XmSelectionBoxGetChild(dialog, XmDIALOG_APPLY_BUTTON));
+        CommandDialog::setText(dialog, XmNdialogTitle, "Select report type");
+        CommandDialog::setText(dialog, XmNlistLabelString, "Select report type:");
+        setTypes(dialog);
+        XtAddCallback(dialog, XmNnoMatchCallback, noMatch_cbk, this);
     }
-    XtUnmanageChild(XmSelectionBoxGetChild(_dialogBox, XmDIALOG_HELP_BUTTON));
-    XtUnmanageChild(XmSelectionBoxGetChild(_dialogBox, XmDIALOG_APPLY_BUTTON));
-    CommandDialog::setText(_dialogBox, XmNdialogTitle, "Select report type");
-    CommandDialog::setText(_dialogBox, XmNlistLabelString, "Select report type:");
-    setTypes(_dialogBox);
-    XtAddCallback(_dialogBox, XmNokCallback, ok_cbk, this);
-    XtAddCallback(_dialogBox, XmNcancelCallback, cancel_cbk, this);
-    XtAddCallback(_dialogBox, XmNnoMatchCallback, noMatch_cbk, this);
-    CommandDialog::cancelOnClose(_dialogBox, close_cbk, this);
-    XtManageChild(_dialogBox);
-    CommandDialog::popUp(_dialogBox);
+    return dialog;
 }
 
 // The dialog has gone down by itself here and in the two that follow.
-void RptTpBtn::ok_cbk(Widget, XtPointer button, XtPointer callData)
+void RptTpBtn::accepted(const char* text)
 {
-    const auto* call = static_cast<XmSelectionBoxCallbackStruct*>(callData);
-    char* text = CommandDialog::textOf(call->value);
     if (text != nullptr) {
-        static_cast<RptTpBtn*>(button)->reportType(text);
-        XtFree(text);
+        reportType(text);
     }
-    _clicked = false;
+    dialogIsDown();
 }
 
-void RptTpBtn::cancel_cbk(Widget, XtPointer, XtPointer)
+void RptTpBtn::cancelled()
 {
-    _clicked = false;
+    dialogIsDown();
 }
 
-void RptTpBtn::noMatch_cbk(Widget, XtPointer, XtPointer)
+void RptTpBtn::noMatch_cbk(Widget, XtPointer button, XtPointer)
 {
     if (theStatusBar != nullptr) {
         theStatusBar->displayMessage(" Invalid selection!");
     }
-    _clicked = false;
+    static_cast<RptTpBtn*>(button)->dialogIsDown();
 }
 
-void RptTpBtn::close_cbk(Widget, XtPointer button, XtPointer)
+void RptTpBtn::closed()
 {
-    XtUnmanageChild(static_cast<RptTpBtn*>(button)->_dialogBox);
-    _clicked = false;
+    XtUnmanageChild(_dialogBox);
+    dialogIsDown();
 }
 
 void RptTpBtn::reportType(const char* text)

@@ -3,16 +3,15 @@
 // The command that chooses the kind of report in a dialog. In the menu and the tool bar.
 #pragma once
 
-#include "zem/Buttons/QuenzilBtn.h"
+#include "zem/Window/DialogBtn.h"
 
-class RptTpBtn : public QuenzilBtn
+class RptTpBtn : public DialogBtn
 {
 public:
     // For the menu, and for the tool bar.
     RptTpBtn();
     RptTpBtn(const char* const* image, const char* const* image2);
 
-    void helpRequested() const override;
     const char* className() const override;
 
     // Opens the dialog, unless one is open.
@@ -22,12 +21,15 @@ public:
     // other text.
     virtual void reportType(const char* text);
 
-private:
-    static void ok_cbk(Widget dialog, XtPointer button, XtPointer callData);
-    static void cancel_cbk(Widget dialog, XtPointer button, XtPointer callData);
-    static void noMatch_cbk(Widget dialog, XtPointer button, XtPointer callData);
-    static void close_cbk(Widget shell, XtPointer button, XtPointer callData);
+protected:
+    // No dialog is ever destroyed.
+    Widget createDialog(Widget parent) override;
+    void accepted(const char* text) override;
+    void cancelled() override;
+    void closed() override;
 
-    Widget _dialogBox;    // the last one made; none is ever destroyed
+private:
+    static void noMatch_cbk(Widget dialog, XtPointer button, XtPointer callData);
+
     static bool _clicked; // a dialog is up, whichever button it belongs to
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Window/SortBtn.h"
 
-#include "qip/Base/qipApplication.h"
 #include "zem/Help/HelpWindow.h"
 #include "zem/Reports/RptArea.h"
 #include "zem/Window/CommandDialog.h"
@@ -10,16 +9,11 @@
 
 bool SortBtn::_clicked = false;
 
-SortBtn::SortBtn() : QuenzilBtn("sortBtn", "Sort", nullptr, nullptr), _dialogBox(nullptr) {}
+SortBtn::SortBtn() : DialogBtn("sortBtn", "Sort", nullptr, nullptr, _clicked) {}
 
 SortBtn::SortBtn(const char* const* image, const char* const* image2)
-    : QuenzilBtn("sortBtn", nullptr, image, image2), _dialogBox(nullptr)
+    : DialogBtn("sortBtn", nullptr, image, image2, _clicked)
 {}
-
-void SortBtn::helpRequested() const
-{
-    HelpWindow::showHelpOn("toolbar");
-}
 
 const char* SortBtn::className() const
 {
@@ -28,10 +22,13 @@ const char* SortBtn::className() const
 
 void SortBtn::triggered()
 {
-    if (_clicked || theReportContainer == nullptr) {
-        return;
+    if (openDialog()) {
+        CommandDialog::popUp(_dialogBox);
     }
-    _clicked = true;
+}
+
+Widget SortBtn::createDialog(Widget parent)
+{
     XmString title = XmStringCreateLocalized(const_cast<char*>("Select sort criteria"));
     XmString label = XmStringCreateLocalized(const_cast<char*>("Enter sort keys: "));
     Arg args[3];
@@ -39,32 +36,20 @@ void SortBtn::triggered()
     XtSetArg(args[1], XmNdialogTitle, title);
     XtSetArg(args[2], XmNselectionLabelString, label);
     static char name[] = "Select sorting criteria";
-    _dialogBox = XmCreatePromptDialog(theApplication->baseWidget(), name, args, XtNumber(args));
+    Widget dialog = XmCreatePromptDialog(parent, name, args, XtNumber(args));
     XmStringFree(title);
     XmStringFree(label);
-    if (_dialogBox == nullptr) {
-        return;
+    if (dialog != nullptr) {
+        XtAddCallback(dialog, XmNhelpCallback, help_cbk, this);
     }
-    XtAddCallback(_dialogBox, XmNokCallback, ok_cbk, this);
-    XtAddCallback(_dialogBox, XmNhelpCallback, help_cbk, this);
-    XtAddCallback(_dialogBox, XmNcancelCallback, cancel_cbk, this);
-    CommandDialog::cancelOnClose(_dialogBox, cancel_cbk, this);
-    XtManageChild(_dialogBox);
-    CommandDialog::popUp(_dialogBox);
+    return dialog;
 }
 
-void SortBtn::ok_cbk(Widget, XtPointer button, XtPointer callData)
+void SortBtn::accepted(const char* text)
 {
-    const auto* call = static_cast<XmSelectionBoxCallbackStruct*>(callData);
-    char* text = CommandDialog::textOf(call->value);
-    if (text == nullptr) {
-        return;
+    if (text != nullptr && text[0] != '\0') {
+        sortKeys(text);
     }
-    if (text[0] != '\0') {
-        static_cast<SortBtn*>(button)->sortKeys(text);
-        _clicked = false;
-    }
-    XtFree(text);
 }
 
 void SortBtn::sortKeys(const char* text)
@@ -79,9 +64,9 @@ void SortBtn::help_cbk(Widget, XtPointer, XtPointer)
     HelpWindow::showHelpOn("toolbar");
 }
 
-void SortBtn::cancel_cbk(Widget, XtPointer button, XtPointer)
+void SortBtn::cancelled()
 {
-    static_cast<SortBtn*>(button)->endDialog();
+    endDialog();
 }
 
 void SortBtn::endDialog()
@@ -91,5 +76,5 @@ void SortBtn::endDialog()
         XtDestroyWidget(_dialogBox);
         _dialogBox = nullptr;
     }
-    _clicked = false;
+    dialogIsDown();
 }

@@ -4,16 +4,15 @@
 // tool bar.
 #pragma once
 
-#include "zem/Buttons/QuenzilBtn.h"
+#include "zem/Window/DialogBtn.h"
 
-class SortBtn : public QuenzilBtn
+class SortBtn : public DialogBtn
 {
 public:
     // For the menu, and for the tool bar.
     SortBtn();
     SortBtn(const char* const* image, const char* const* image2);
 
-    void helpRequested() const override;
     const char* className() const override;
 
     // Opens the dialog, unless one is open.
@@ -22,12 +21,16 @@ public:
     // Sorts by the keys `text` (see ZEMRptTable::compareViews) and destroys the dialog.
     virtual void sortKeys(const char* text);
 
+protected:
+    // A dialog is destroyed when it ends.
+    Widget createDialog(Widget parent) override;
+    // An empty text leaves the dialog up.
+    void accepted(const char* text) override;
+    void cancelled() override;
+
 private:
     void endDialog();
-    static void ok_cbk(Widget dialog, XtPointer button, XtPointer callData);
     static void help_cbk(Widget dialog, XtPointer button, XtPointer callData);
-    static void cancel_cbk(Widget dialog, XtPointer button, XtPointer callData);
 
-    Widget _dialogBox;    // null while there is none
     static bool _clicked; // a dialog is up, whichever button it belongs to
 };

@@ -7,8 +7,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <csignal>
 #include <filesystem>
 #include <ostream>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -252,9 +255,57 @@ TEST_F(qipVLRecFileTest, ReaderTakesNoRecord)
 
 TEST_F(qipVLRecFileTest, FullDiskFails)
 {
-    ASSERT_EQ(_file.open("/dev/full", qipVLRecFile::WRITE, 0), 0);
+    errno = 0;
+    EXPECT_EQ(_file.open("/dev/full", qipVLRecFile::WRITE, 0), -3);
+    EXPECT_EQ(errno, ENOSPC);
+    EXPECT_EQ(_file.stream(), nullptr);
+}
+
+// A file may grow to a limit and no further, as on a disk that gets full.
+class qipVLRecFileFullTest : public qipVLRecFileTest
+{
+protected:
+    void limit(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit sizes = {bytes, RLIM_INFINITY};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &sizes), 0);
+        errno = 0;
+    }
+
+    // What the test prints may go to a file, too.
+    void TearDown() override
+    {
+        const rlimit sizes = {RLIM_INFINITY, RLIM_INFINITY};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &sizes), 0);
+    }
+};
+
+TEST_F(qipVLRecFileFullTest, RecordThatDoesNotFitFails)
+{
+    ASSERT_EQ(write(), 0);
+    limit(70);
     EXPECT_EQ(_file.newRecord(100, "abc", 3), -3);
+    EXPECT_EQ(errno, EFBIG);
     EXPECT_EQ(_file.header()._nRecords, 0u);
+}
+
+TEST_F(qipVLRecFileFullTest, CloseTellsThatTheLastBytesAreNotThere)
+{
+    ASSERT_EQ(write(), 0);
+    ASSERT_EQ(_file.newRecord(100, "abc", 3), 0);
+    limit(0);
+    EXPECT_EQ(_file.close(), -3);
+    EXPECT_EQ(errno, EFBIG);
+}
+
+TEST_F(qipVLRecFileFullTest, CloseTellsThatTheLastLinkIsNotThere)
+{
+    ASSERT_EQ(write(), 0);
+    ASSERT_EQ(_file.newRecord(100, "abc", 3), 0);
+    ASSERT_EQ(_file.newRecord(100, "def", 3), 0); // the link to it waits in the stream
+    limit(64);
+    EXPECT_EQ(_file.close(), -3);
 }
 
 TEST_F(qipVLRecFileTest, RecordPast32BitOffsetsIsRefused)
