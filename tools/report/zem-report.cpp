@@ -77,7 +77,6 @@ public:
     bool print();
 
 private:
-    ZEMRptTable makeTable() const;
     bool printRows(ZEMRptTable& table) const;
 
     RptInfo _info;
@@ -92,10 +91,9 @@ bool Report::merge(const char* log)
     if (result < 0) {
         const char* map = _repository.failedMap();
         const qipVLFailure& failure = _repository.failure();
-        std::cerr << " *** RptArea::report: Error processing " << qipVisibleText(log) << ": "
-                  << (map[0] == '\0' ? "" : "map file ") << qipVisibleText(map)
-                  << (map[0] == '\0' ? "" : ": ") << failure << "; " << failure.advice()
-                  << std::endl;
+        RptText::beginLoadError(std::cerr, log)
+            << (map[0] == '\0' ? "" : "map file ") << qipVisibleText(map)
+            << (map[0] == '\0' ? "" : ": ") << failure << "; " << failure.advice() << std::endl;
     }
     return result >= 0;
 }
@@ -106,23 +104,9 @@ void Report::sortBy(const char* keys)
     _hasSortKeys = keys == nullptr || keys[0] == '\0' || _info.sortKeys() != nullptr;
 }
 
-ZEMRptTable Report::makeTable() const
-{
-    switch (_info._type) {
-    case RptByDirectory:
-        return _repository.viewByDirectory();
-    case RptByFunction:
-        return _repository.viewByFunction(_level);
-    case RptByClass:
-        return _repository.viewByClass();
-    default:
-        return _repository.viewByFile();
-    }
-}
-
 bool Report::print()
 {
-    ZEMRptTable table = makeTable();
+    ZEMRptTable table = _repository.view(_info._type, _level);
     const bool printed = table.isWhole() && _hasSortKeys && printRows(table);
     if (!printed) {
         std::cerr << " *** zem-report: out of memory for the report by "

@@ -2,7 +2,6 @@
 #include "zem/Reports/RptArea.h"
 
 #include "qip/Support/qipVLRecFile.h"
-#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Rows/RptText.h"
 #include "zem/Status/ZEMStsBar.h"
@@ -78,8 +77,7 @@ int RptArea::processFile(const char* logfile)
 {
     const int result = _theRepository.processFile(logfile);
     if (result < 0) {
-        std::cerr << " *** RptArea::report: Error processing " << qipVisibleText(logfile) << ": "
-                  << qipVLRecFile::error(result) << std::endl;
+        RptText::beginLoadError(std::cerr, logfile) << qipVLRecFile::error(result) << std::endl;
     }
     return result;
 }
@@ -124,27 +122,12 @@ void RptArea::generateRpt()
 {
     _rptViewer.forgetView();
     _report.deleteRows();
-    switch (_rptInfo._type) {
-    case RptByDirectory:
-        _report = _theRepository.viewByDirectory();
-        break;
-    case RptByFunction:
-        _report = _theRepository.viewByFunction(_demangleLevel);
-        break;
-    case RptByClass:
-        _report = _theRepository.viewByClass();
-        break;
-    default:
-        _report = _theRepository.viewByFile();
-    }
+    _report = _theRepository.view(_rptInfo._type, _demangleLevel);
 }
 
 void RptArea::sortRpt()
 {
-    const char* keys = _rptInfo.sortKeys();
-    if (keys != nullptr && keys[0] != '\0') {
-        _report.sort(keys);
-    }
+    _report.sort(_rptInfo.sortKeys());
 }
 
 void RptArea::viewRpt()

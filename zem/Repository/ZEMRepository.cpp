@@ -331,3 +331,17 @@ ZEMRptTable ZEMRepository::viewByClass() const
 {
     return _hasAllFilters ? Rows(*this).byClass() : withoutFilters();
 }
+
+ZEMRptTable ZEMRepository::view(RptType type, int manglingLevel) const
+{
+    switch (type) {
+    case RptByDirectory:
+        return viewByDirectory();
+    case RptByFunction:
+        return viewByFunction(manglingLevel);
+    case RptByClass:
+        return viewByClass();
+    default:
+        return viewByFile();
+    }
+}

@@ -14,6 +14,7 @@
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Repository/PathIndex.h"
 #include "zem/Repository/SourceIndex.h"
+#include "zem/Rows/RptType.h"
 #include "zem/Rows/ZEMRptTable.h"
 
 #include <iosfwd>
@@ -72,6 +73,10 @@ public:
     // One row for each directory or class, the one met last coming first.
     ZEMRptTable viewByDirectory() const;
     ZEMRptTable viewByClass() const;
+
+    // The table of a report type; by file for any other number. `manglingLevel` counts only for
+    // that by function.
+    ZEMRptTable view(RptType type, int manglingLevel) const;
 
     // Lists label, covered and all blocks of each row on the standard output.
     static void showView(ZEMRptTable table);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Rows/RptText.h"
 
+#include "qip/Support/qipVisibleText.h"
+
 #include <algorithm>
 #include <cstdio>
+#include <ostream>
 
 long RptText::percent(long tested, long total)
 {
@@ -34,6 +37,11 @@ std::string RptText::header(RptType type, const char* keys)
     text += ", Sort keys: ";
     text += keys == nullptr ? "" : keys;
     return text;
+}
+
+std::ostream& RptText::beginLoadError(std::ostream& out, const char* logfile)
+{
+    return out << " *** RptArea::report: Error processing " << qipVisibleText(logfile) << ": ";
 }
 
 const char* RptText::typeWord(RptType type)

@@ -6,6 +6,7 @@
 #include "zem/Rows/RptType.h"
 
 #include <cstddef>
+#include <iosfwd>
 #include <string>
 
 class RptText
@@ -26,6 +27,10 @@ public:
 
     // "Report: by file, Sort keys: dF". Null keys are shown as no keys.
     static std::string header(RptType type, const char* keys);
+
+    // Writes " *** RptArea::report: Error processing run.log: ", for the reason to follow. Takes no
+    // memory: a lack of it may be the reason. Returns `out`.
+    static std::ostream& beginLoadError(std::ostream& out, const char* logfile);
 
     // "directory", "file", "function" or "class"; "file" for any other number.
     static const char* typeWord(RptType type);

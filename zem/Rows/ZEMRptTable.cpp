@@ -53,7 +53,7 @@ void ZEMRptTable::deleteRows()
 void ZEMRptTable::sort(const char* keys)
 {
     sortKeyList = keys;
-    if (_view != nullptr && _nItems > 0) {
+    if (_view != nullptr && _nItems > 0 && keys != nullptr && keys[0] != '\0') {
         qsort(_view, static_cast<size_t>(_nItems), sizeof(ZEMView*), qsortElements);
     }
 }

@@ -37,7 +37,7 @@ public:
     void deleteRows();
 
     // Orders the rows by `keys` (see compareViews). Rows that are equal on every key come in no
-    // particular order.
+    // particular order; null and "" leave the rows as they are.
     void sort(const char* keys);
 
     // Compares two rows by `keys`, one character each, the first being the primary key; all

@@ -499,6 +499,20 @@ TEST_F(ZEMRepositoryTest, SummaryAsIntIsClamped)
     EXPECT_EQ(total, 0);
 }
 
+TEST_F(ZEMRepositoryTest, EveryTypeHasItsViewAndTheOthersAreByFile)
+{
+    const std::string path =
+        map("a.map", {{"src/a.c", {func("hits__C7ZEMViewFv", 1), func("a::f", 1)}}});
+    load({{"src/a.c", path, {1, 1}}});
+    EXPECT_EQ(rows(_repository.view(RptByDirectory, 2)), "src 2/2 2\n");
+    EXPECT_EQ(rows(_repository.view(RptByFile, 2)), "src/a.c 2/2 2\n");
+    EXPECT_EQ(rows(_repository.view(RptByFunction, 2)),
+              "ZEMView::hits() const 1/1 1\na::f 1/1 1\n");
+    EXPECT_EQ(rows(_repository.view(RptByFunction, 0)), "hits__C7ZEMViewFv 1/1 1\na::f 1/1 1\n");
+    EXPECT_EQ(rows(_repository.view(RptByClass, 2)), "a 1/1 1\n");
+    EXPECT_EQ(rows(_repository.view(7, 2)), "src/a.c 2/2 2\n");
+}
+
 TEST_F(ZEMRepositoryTest, ShowViewListsTheRows)
 {
     const std::string path = map("a.map", {{"src/a.c", {func("f", 2)}}});

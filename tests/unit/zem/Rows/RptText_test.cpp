@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace {
 
 TEST(RptTextTest, SummaryNamesTestedUntestedAndPercentage)
@@ -90,6 +92,13 @@ TEST(RptTextTest, HeaderTakesKeysOfAnyLength)
 {
     const std::string keys(1000, 'd');
     EXPECT_EQ(RptText::header(RptByFile, keys.c_str()), "Report: by file, Sort keys: " + keys);
+}
+
+TEST(RptTextTest, ALogThatFailsIsNamedWithTheReason)
+{
+    std::ostringstream out;
+    RptText::beginLoadError(out, "a b\n.log");
+    EXPECT_EQ(out.str(), " *** RptArea::report: Error processing a b\\x0a.log: ");
 }
 
 } // namespace
