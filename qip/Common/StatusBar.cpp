@@ -89,13 +89,17 @@ void StatusBar::showMessage(const char* text)
 
 void StatusBar::setLabelText(Widget label, const char* text, const char* tag)
 {
-    std::string shown;
-    try {
-        shown = qipVisibleText(text).string();
-    } catch (const std::bad_alloc&) {
-        return;
+    const qipVisibleText visible(text);
+    std::string copy;
+    if (visible.length() != std::strlen(text)) {
+        try {
+            copy = visible.string();
+        } catch (const std::bad_alloc&) {
+            return;
+        }
+        text = copy.c_str();
     }
-    XmString string = XmStringCreate(&shown[0], const_cast<char*>(tag));
+    XmString string = XmStringCreate(const_cast<char*>(text), const_cast<char*>(tag));
     if (string != nullptr) {
         XtVaSetValues(label, XmNlabelString, string, nullptr);
         XmStringFree(string);
