@@ -4,8 +4,8 @@
 // viewer does not show as expected. What was read before a file turned out to be damaged is printed
 // as well.
 #include "qip/Support/ListIterator.h"
-#include "qip/Support/finishOutput.h"
 #include "qip/Support/qipVisibleText.h"
+#include "qip/Support/standardStreams.h"
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 
@@ -67,8 +67,8 @@ bool dumpFile(const char* name)
     if (result == qipVLRecFile::BadMagic) {
         result = dumpLog(name, failure);
     }
-    std::cout.flush();
     if (result < 0) {
+        std::cout.flush(); // before the message
         std::cerr << "zem-dump: " << qipVisibleText(name) << ": " << failure << "; "
                   << failure.advice() << std::endl;
     }
@@ -86,21 +86,21 @@ int dumpFiles(int count, char** names)
             status = Failed;
         }
     }
-    return finishOutput(Program) ? status : Failed;
+    return finishStandardOutput(Program) ? status : Failed;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    std::ios::sync_with_stdio(false);
+    guardStandardStreams();
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::cout << "zem-dump " << ZEM_VERSION << "\n";
-        return finishOutput(Program) ? Success : Failed;
+        return finishStandardOutput(Program) ? Success : Failed;
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         usage(std::cout);
-        return finishOutput(Program) ? Success : Failed;
+        return finishStandardOutput(Program) ? Success : Failed;
     }
     int first = 1;
     if (argc > 1 && std::strcmp(argv[1], "--") == 0) {

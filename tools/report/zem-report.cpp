@@ -2,9 +2,9 @@
 //
 // zem-report: the viewer's report as text, through the same repository, rows and sort, without X.
 #include "qip/Support/cmdln.h"
-#include "qip/Support/finishOutput.h"
 #include "qip/Support/qipVLFailure.h"
 #include "qip/Support/qipVisibleText.h"
+#include "qip/Support/standardStreams.h"
 #include "zem/Options/RptCommandLine.h"
 #include "zem/Options/RptOptions.h"
 #include "zem/Repository/ZEMRepository.h"
@@ -150,14 +150,14 @@ bool Report::printRows(ZEMRptTable& table) const
 
 int main(int argc, char** argv)
 {
-    std::ios::sync_with_stdio(false);
+    guardStandardStreams();
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::cout << "zem-report " << ZEM_VERSION << '\n';
-        return finishOutput(Program) ? Success : Failed;
+        return finishStandardOutput(Program) ? Success : Failed;
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         writeUsage(std::cout);
-        return finishOutput(Program) ? Success : Failed;
+        return finishStandardOutput(Program) ? Success : Failed;
     }
     // Never destroyed: the end of the process frees millions of records at once.
     static Report* const made = new (std::nothrow) Report;
@@ -188,5 +188,5 @@ int main(int argc, char** argv)
     if (!report.print()) {
         status = Failed;
     }
-    return finishOutput(Program) ? status : Failed;
+    return finishStandardOutput(Program) ? status : Failed;
 }

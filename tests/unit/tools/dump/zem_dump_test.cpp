@@ -117,7 +117,7 @@ TEST_F(ZemDumpTest, OutputThatCannotBeWrittenIsAFailure)
             const ProgramResult result =
                 runProgramWithOutput(output, {builtProgram("zem-dump"), word});
             EXPECT_EQ(result.status, 1) << word << output;
-            EXPECT_EQ(result.err.rfind("zem-dump: cannot write the standard output: ", 0), 0u)
+            EXPECT_EQ(result.err.rfind("zem-dump: cannot write to the standard output: ", 0), 0u)
                 << result.err;
         }
     }

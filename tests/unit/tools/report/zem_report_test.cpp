@@ -139,7 +139,7 @@ TEST_F(ZemReportTest, OutputThatCannotBeWrittenIsAFailure)
             const ProgramResult result =
                 runProgramWithOutput(output, {builtProgram("zem-report"), word});
             EXPECT_EQ(result.status, 1) << word << output;
-            EXPECT_EQ(result.err.rfind("zem-report: cannot write the standard output: ", 0), 0u)
+            EXPECT_EQ(result.err.rfind("zem-report: cannot write to the standard output: ", 0), 0u)
                 << result.err;
         }
     }
