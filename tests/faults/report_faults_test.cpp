@@ -67,6 +67,12 @@ protected:
         // 255 is what the command line ends with; signals are between.
         EXPECT_TRUE(result.status < 128 || result.status == 255) << fault.text() << result.status;
         EXPECT_TRUE(!result.err.empty() || ofWriting) << fault.text();
+        if (fault.call == "read") {
+            EXPECT_NE(
+                result.err.find(fault.how == "short" ? ": " : "fread failed: Input/output error"),
+                std::string::npos)
+                << fault.text() << result.err;
+        }
         // A dump prints what stands before the damage.
         if (!ofWriting && GetParam()[0] == "zem-report") {
             EXPECT_TRUE(rows(result.out) == 0 || rows(result.out) == rows(whole.out))
