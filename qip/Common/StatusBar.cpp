@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "qip/Common/StatusBar.h"
 
+#include "qip/Support/qipVisibleText.h"
+
 #include <Xm/Form.h>
 #include <Xm/Label.h>
 #include <Xm/Xm.h>
+
+#include <cstring>
+#include <new>
+#include <string>
 
 namespace {
 
@@ -72,6 +78,16 @@ void StatusBar::showMessage(const char* text)
 
 void StatusBar::setLabelText(Widget label, const char* text, const char* tag)
 {
+    const qipVisibleText visible(text);
+    std::string copy;
+    if (visible.length() != std::strlen(text)) {
+        try {
+            copy = visible.string();
+        } catch (const std::bad_alloc&) {
+            return;
+        }
+        text = copy.c_str();
+    }
     XmString string = XmStringCreate(const_cast<char*>(text), const_cast<char*>(tag));
     if (string != nullptr) {
         XtVaSetValues(label, XmNlabelString, string, nullptr);

@@ -3,6 +3,9 @@
 
 #include "qip/Components/qipCommand.h"
 #include "qip/Monitors/qipTButton_X.h"
+#include "qip/Support/qipAssert.h"
+
+#include <new>
 
 qipTCmdBtn::ExecButton::ExecButton(qipCommand* client) : _client(client) {}
 
@@ -31,8 +34,10 @@ qipTCmdBtn::qipTCmdBtn(const char* name, qipCommand* client, const char* label,
                        const char* const* image, const char* const* insensitiveImage)
     : qipTButton(name)
 {
-    _btn = new ExecButton(client);
-    _engn = new qipTButton_X(name, _btn);
+    _btn = new (std::nothrow) ExecButton(client);
+    qipAssert(_btn != 0);
+    _engn = new (std::nothrow) qipTButton_X(name, _btn);
+    qipAssert(_engn != 0);
     _btn->engine(_engn);
     _engn->setLabel(label);
     _engn->setImage(image, insensitiveImage);

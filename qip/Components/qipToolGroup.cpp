@@ -7,7 +7,7 @@
 #include <Xm/RowColumn.h>
 #include <Xm/Xm.h>
 
-#include <string>
+#include <cstdio>
 
 qipToolGroup::qipToolGroup(const char* name) : qipVCell(name) {}
 
@@ -25,10 +25,10 @@ void qipToolGroup::install(qipVCell* parent)
     _base = XtVaCreateManagedWidget(_name, xmFrameWidgetClass, parent->clientArea(), XmNshadowType,
                                     XmSHADOW_OUT, XmNleftAttachment, XmATTACH_FORM,
                                     XmNtopAttachment, XmATTACH_FORM, nullptr);
-    const std::string workName = std::string(_name) + "_work";
-    _clientArea =
-        XtVaCreateManagedWidget(workName.c_str(), xmRowColumnWidgetClass, _base, XmNorientation,
-                                XmHORIZONTAL, XmNpacking, XmPACK_TIGHT, nullptr);
+    char workName[256];
+    std::snprintf(workName, sizeof workName, "%s_work", _name);
+    _clientArea = XtVaCreateManagedWidget(workName, xmRowColumnWidgetClass, _base, XmNorientation,
+                                          XmHORIZONTAL, XmNpacking, XmPACK_TIGHT, nullptr);
     installDestroyHandler();
     ListIterator<qipVCell*> buttons(_buttons);
     while (qipVCell* button = buttons.next()) {

@@ -22,7 +22,7 @@ constexpr size_t SmallBufferSize = 4096;
 
 } // namespace
 
-qipFileStream::qipFileStream() : _fp(nullptr), _source{-1, 0, 0}, _size(0), _stepsBack(0) {}
+qipFileStream::qipFileStream() : _fp(nullptr), _source{-1, 0, 0, 0}, _size(0), _stepsBack(0) {}
 
 qipFileStream::~qipFileStream()
 {
@@ -89,6 +89,9 @@ ssize_t qipFileStream::readSource(void* source, char* bytes, size_t size)
 {
     auto* from = static_cast<Source*>(source);
     const ssize_t result = pread(from->fd, bytes, size, from->position);
+    if (result < 0) {
+        from->error = errno;
+    }
     from->position += std::max<ssize_t>(result, 0);
     ++from->reads;
     return result;

@@ -46,6 +46,9 @@ public:
     // How often the system was asked for bytes since the file was opened for reading.
     long reads() const { return _source.reads; }
 
+    // The errno of the read that failed last; stdio tells only that one did.
+    int readError() const { return _source.error; }
+
 private:
     // What the stream reads from or writes to. Each call says where, so that a seek is none.
     struct Source
@@ -53,6 +56,7 @@ private:
         int fd;
         int64_t position; // of the next call; a stream that reads has fetched all before it
         long reads;
+        int error;
     };
 
     static ssize_t readSource(void* source, char* bytes, size_t size);

@@ -71,11 +71,12 @@ bool qipVLRecFile::closeStream()
 
 int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 {
+    _failure = qipVLFailure();
     if (filename == nullptr) {
-        return BadParameter;
+        return failed(BadParameter, BadParameter);
     }
     if (!qipCString::replace(_filename, filename)) {
-        return OutOfMemory;
+        return failed(OutOfMemory, OutOfMemory);
     }
 
     if (_fp != nullptr) {
@@ -98,7 +99,7 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
     }
     if (result != NoError) {
         closeStream();
-        return result;
+        return failed(result, result);
     }
     _mode = mode;
     return NoError;
@@ -107,13 +108,40 @@ int qipVLRecFile::open(const char* filename, Mode mode, int userHeaderSz)
 int qipVLRecFile::openForReading()
 {
     if (!_stream.openForReading(_filename)) {
-        return OpenFailed;
+        return failedToOpen();
     }
     _fp = _stream.fp();
     if (_header.read(_fp) < 0) {
-        return FileCorrupt;
+        return failedToRead(FileCorrupt);
     }
-    return readHeader();
+    const int result = readHeader();
+    return result == NoError ? NoError : failedToRead(result);
+}
+
+int qipVLRecFile::failed(int code, int cause)
+{
+    if (_failure._cause == NoError) {
+        _failure._cause = cause;
+    }
+    return code;
+}
+
+// With errno from what failed.
+int qipVLRecFile::failedToOpen()
+{
+    _failure._reason = errno == EOPNOTSUPP ? "no regular file" : std::strerror(errno);
+    return failed(OpenFailed, errno == ENOMEM ? OutOfMemory : OpenFailed);
+}
+
+// `code` is what the caller is told. A read that failed looks like the end of the file to whoever
+// asked for more bytes.
+int qipVLRecFile::failedToRead(int code)
+{
+    if (_fp != nullptr && std::ferror(_fp) != 0) {
+        _failure._reason = std::strerror(_stream.readError());
+        return failed(code, ReadFailed);
+    }
+    return failed(code, code);
 }
 
 int qipVLRecFile::openForWriting(int userHeaderSz)
@@ -166,28 +194,43 @@ int qipVLRecFile::close()
 
 int qipVLRecFile::load()
 {
+    _failure = qipVLFailure();
     if (_fp == nullptr) {
-        return ShutDown;
+        return failed(ShutDown, ShutDown);
     }
-    CycleFinder walk;
+    const int result = walk();
+    if (result < 0) {
+        return failedToRead(result);
+    }
+    _failure = qipVLFailure();
+    return result;
+}
+
+int qipVLRecFile::walk()
+{
+    CycleFinder cycle;
     int64_t bytesRead = 0;
     const int64_t readLimit = ReadFactor * _stream.size() + ReadSlack;
     int count = 0;
     int64_t here = ftello(_fp); // the stream's position
     uint32_t offset = _header._firstOffset;
     while (offset != 0) {
-        if (walk.comesBack(offset) || bytesRead > readLimit) {
+        _failure._record = count + 1;
+        _failure._offset = offset;
+        if (cycle.comesBack(offset) || bytesRead > readLimit) {
             return FileCorrupt;
         }
         const bool isThere = _stream.seekTo(offset, here);
         _fp = _stream.fp();
         if (!isThere) {
-            return FileCorrupt;
+            return failed(FileCorrupt, _fp == nullptr ? OutOfMemory : FileCorrupt);
         }
         qipVLRecord record;
         int result = record.read(_fp);
         if (result < 0) {
-            return result;
+            // No file failed to open: it ends before the record does.
+            const bool ends = std::ferror(_fp) == 0;
+            return ends ? failed(result, FileCorrupt) : result;
         }
         result = processRecord(record._tag, record._size, record._realSize);
         if (result < 0) {

@@ -22,6 +22,7 @@
 #pragma once
 
 #include "qip/Support/qipFileStream.h"
+#include "qip/Support/qipVLFailure.h"
 #include "qip/Support/qipVLHeader.h"
 #include "qip/Support/qipVLRecord.h"
 
@@ -69,6 +70,9 @@ protected:
     virtual int readHeader();
     virtual int writeHeader();
 
+    // For processRecord(): returns `code` and notes that what is behind it is `cause`.
+    int failed(int code, int cause);
+
     // Called by load() with the stream at the first byte of a payload of `size` bytes. The override
     // reads what it wants and leaves the stream anywhere. A negative result ends load().
     virtual int processRecord(unsigned int tag, unsigned int size, unsigned int realSize) = 0;
@@ -105,6 +109,9 @@ public:
     // The text for a code; "Unknown error" for any other number. Static storage.
     static const char* error(int code);
 
+    // Why and where the last open() or load() failed; no failure after one that went well.
+    const qipVLFailure& failure() const { return _failure; }
+
     // The name given to open(), null before.
     const char* filename() const { return _filename; }
     const qipVLHeader& header() const { return _header; }
@@ -115,8 +122,12 @@ protected:
     char* _filename; // owned
     qipVLHeader _header;
     qipVLRecord* _currentRecord; // owned; null between calls
+    qipVLFailure _failure;
 
 private:
+    int walk();
+    int failedToRead(int code);
+    int failedToOpen();
     int openForReading();
     int openForWriting(int userHeaderSz);
     int flush();

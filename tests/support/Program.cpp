@@ -50,6 +50,13 @@ ProgramResult runProgram(const std::vector<std::string>& words)
     return result;
 }
 
+ProgramResult runProgramWithOutput(const std::string& output, const std::vector<std::string>& words)
+{
+    std::vector<std::string> shell = {"sh", "-c", "exec \"$0\" \"$@\" " + output};
+    shell.insert(shell.end(), words.begin(), words.end());
+    return runProgram(shell);
+}
+
 std::string builtProgram(const std::string& name)
 {
     return std::string(ZEM_BINARY_DIR) + "/bin/" + name;

@@ -17,5 +17,9 @@ struct ProgramResult
 // waits for its end.
 ProgramResult runProgram(const std::vector<std::string>& words);
 
+// The same with the standard output as the shell's redirection `output` says: ">/dev/full", ">&-".
+ProgramResult runProgramWithOutput(const std::string& output,
+                                   const std::vector<std::string>& words);
+
 // The path of one of this build's own programs.
 std::string builtProgram(const std::string& name);

@@ -4,16 +4,19 @@
 // viewer does not show as expected. What was read before a file turned out to be damaged is printed
 // as well.
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVisibleText.h"
+#include "qip/Support/standardStreams.h"
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 
-#include <cstdio>
 #include <cstring>
 #include <iostream>
 
 namespace {
 
-enum ExitStatus { Success = 0, FileFailed = 1, Misused = 2 };
+constexpr char Program[] = "zem-dump";
+
+enum ExitStatus { Success = 0, Failed = 1, Misused = 2 };
 
 void usage(std::ostream& out)
 {
@@ -23,29 +26,32 @@ void usage(std::ostream& out)
            "        --version     Print the version\n";
 }
 
-// Prints a file that is open. Returns what load() returned.
-int dump(qipVLRecFile& file)
+// Prints a file of which `opened` is the result of its opening, if that went well. Returns the
+// result of opening and loading it.
+int dump(qipVLRecFile& file, int opened)
 {
+    if (opened != qipVLRecFile::NoError) {
+        return opened;
+    }
     const int result = file.load();
     std::cout << file.header();
     file.dump(std::cout);
     return result;
 }
 
-int dumpLog(const char* name)
+int dumpLog(const char* name, qipVLFailure& failure)
 {
     ZEMLogFile file;
-    const int result = file.open(name, qipVLRecFile::READ);
-    return result == qipVLRecFile::NoError ? dump(file) : result;
+    const int result = dump(file, file.open(name, qipVLRecFile::READ));
+    failure = file.failure();
+    return result;
 }
 
-int dumpMap(const char* name)
+int dumpMap(const char* name, qipVLFailure& failure)
 {
     ZEMMapFile file;
-    int result = file.open(name, qipVLRecFile::READ);
-    if (result == qipVLRecFile::NoError) {
-        result = dump(file);
-    }
+    const int result = dump(file, file.open(name, qipVLRecFile::READ));
+    failure = file.failure();
     ListIterator<ZEMFileRecord*> files(file.toc());
     while (const ZEMFileRecord* record = files.next()) {
         delete record;
@@ -56,13 +62,15 @@ int dumpMap(const char* name)
 // Returns false, with a message, for a file that could not be read whole.
 bool dumpFile(const char* name)
 {
-    int result = dumpMap(name);
+    qipVLFailure failure;
+    int result = dumpMap(name, failure);
     if (result == qipVLRecFile::BadMagic) {
-        result = dumpLog(name);
+        result = dumpLog(name, failure);
     }
-    std::cout.flush();
     if (result < 0) {
-        std::cerr << "zem-dump: " << name << ": " << qipVLRecFile::error(result) << std::endl;
+        std::cout.flush(); // before the message
+        std::cerr << "zem-dump: " << qipVisibleText(name) << ": " << failure << "; "
+                  << failure.advice() << std::endl;
     }
     return result >= 0;
 }
@@ -72,42 +80,33 @@ int dumpFiles(int count, char** names)
     int status = Success;
     for (int i = 0; i < count; ++i) {
         if (count > 1) {
-            std::cout << (i == 0 ? "" : "\n") << "==> " << names[i] << " <==\n";
+            std::cout << (i == 0 ? "" : "\n") << "==> " << qipVisibleText(names[i]) << " <==\n";
         }
         if (!dumpFile(names[i])) {
-            status = FileFailed;
+            status = Failed;
         }
     }
-    return status;
-}
-
-// The exit status of a program that has printed all it had to.
-int finish(int status)
-{
-    if (!std::cout.flush()) {
-        std::perror("zem-dump: standard output");
-        return FileFailed;
-    }
-    return status;
+    return finishStandardOutput(Program) ? status : Failed;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    guardStandardStreams();
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::cout << "zem-dump " << ZEM_VERSION << "\n";
-        return finish(Success);
+        return finishStandardOutput(Program) ? Success : Failed;
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         usage(std::cout);
-        return finish(Success);
+        return finishStandardOutput(Program) ? Success : Failed;
     }
     int first = 1;
     if (argc > 1 && std::strcmp(argv[1], "--") == 0) {
         first = 2;
     } else if (argc > 1 && argv[1][0] == '-') {
-        std::cerr << "zem-dump: unknown option " << argv[1] << "\n";
+        std::cerr << "zem-dump: unknown option " << qipVisibleText(argv[1]) << "\n";
         usage(std::cerr);
         return Misused;
     }

@@ -14,6 +14,7 @@
 
 #include <cstdio>
 #include <iostream>
+#include <new>
 #include <string>
 
 ZEMApp* zemApp = nullptr;
@@ -65,9 +66,13 @@ void ZEMApp::usageHelp()
 int ZEMApp::appMain(int& argc, char** argv)
 {
     // Xt finds the file of an installed program by itself; that of a build tree it does not know.
-    const std::string defaults = programDefaults("zem");
-    if (!defaults.empty()) {
-        addDefaults(defaults.c_str());
+    try {
+        const std::string defaults = programDefaults("zem");
+        if (!defaults.empty()) {
+            addDefaults(defaults.c_str());
+        }
+    } catch (const std::bad_alloc&) {
+        // The fallbacks of the code serve.
     }
     // Texts of labels cannot be dragged elsewhere: their font tags name no character set.
     XtVaSetValues(XmGetXmDisplay(_display), XmNenableUnselectableDrag, False, nullptr);

@@ -10,13 +10,22 @@
 #include "zem/Status/ZEMStsBar.h"
 #include "zem/Window/ExitBtn.h"
 
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
 namespace {
 
 [[maybe_unused]] const bool made = [] {
-    zemApp = new ZEMApp("zem");
-    theReportContainer = new RptArea("rptArea");
-    theStatusBar = new ZEMStsBar("statusBar");
-    theQuitCommand = new qipQuitCommand("anotherQuitCommand", 0);
+    zemApp = new (std::nothrow) ZEMApp("zem");
+    theReportContainer = new (std::nothrow) RptArea("rptArea");
+    theStatusBar = new (std::nothrow) ZEMStsBar("statusBar");
+    theQuitCommand = new (std::nothrow) qipQuitCommand("anotherQuitCommand", 0);
+    if (zemApp == nullptr || theReportContainer == nullptr || theStatusBar == nullptr ||
+        theQuitCommand == nullptr) {
+        std::fputs(" *** zem: out of memory\n", stderr);
+        std::_Exit(1); // nothing is there yet that could be taken down
+    }
     return true;
 }();
 

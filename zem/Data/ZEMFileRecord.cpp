@@ -3,6 +3,7 @@
 
 #include "qip/Support/ListIterator.h"
 #include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/RecordReader.h"
 
 #include <algorithm>
@@ -115,7 +116,7 @@ int ZEMFileRecord::placeBlocks(const std::vector<uint32_t>& lines)
 
 std::ostream& operator<<(std::ostream& out, ZEMFileRecord& file)
 {
-    out << "        filename : " << (file._filename == nullptr ? "" : file._filename) << "\n";
+    out << "        filename : " << qipVisibleText(file._filename) << "\n";
     ListIterator<ZEMFuncRecord*> funcs(file._funcList);
     while (ZEMFuncRecord* func = funcs.next()) {
         out << *func << "\n";

@@ -2,6 +2,7 @@
 #include "zem/Data/ZEMFuncRecord.h"
 
 #include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/RecordReader.h"
 #include "zem/Data/ZEMFileRecord.h"
 
@@ -72,7 +73,7 @@ void ZEMFuncRecord::setBlocks(ZEMBlkRecord* blocks, const uint32_t* lines)
 
 std::ostream& operator<<(std::ostream& out, ZEMFuncRecord& func)
 {
-    out << "        function : " << (func._funcname == nullptr ? "" : func._funcname) << "\n"
+    out << "        function : " << qipVisibleText(func._funcname) << "\n"
         << "                   lines: " << func._startLine << "-" << func._endLine << ", "
         << func._nBlocks << " blocks\n"
         << "                   blocks: ";

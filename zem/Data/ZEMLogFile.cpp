@@ -3,8 +3,8 @@
 
 #include "qip/Support/ListIterator.h"
 
-#include <iostream>
 #include <new>
+#include <ostream>
 
 ZEMLogFile::ZEMLogFile() = default;
 
@@ -17,7 +17,9 @@ ZEMLogFile::~ZEMLogFile()
 
 int ZEMLogFile::load()
 {
-    return qipVLRecFile::load();
+    const int result = qipVLRecFile::load();
+    _messages.flush();
+    return result;
 }
 
 int ZEMLogFile::open(const char* filename, Mode mode, int)
@@ -38,20 +40,21 @@ int ZEMLogFile::writeHeader()
 int ZEMLogFile::processRecord(unsigned int tag, unsigned int size, unsigned int realSize)
 {
     if (tag != ResultsTag && tag != 0) {
-        std::cerr << " *** ZEMLogFile::processRecord: unknown tag " << tag << std::endl;
+        _messages << " *** ZEMLogFile::processRecord: unknown tag " << tag << '\n';
         return NoError;
     }
     // Warned about before the payload is read and in other words than the map file's.
     if (size < realSize) {
-        std::cerr << " *** ZEMLogFile::processRecord: size mismatch: " << size << " < " << realSize
-                  << std::endl;
+        _messages << " *** ZEMLogFile::processRecord: size mismatch: " << size << " < " << realSize
+                  << '\n';
     }
     dLinkT<ZEMLogFileRecord*>* node = makeNode();
     if (node == nullptr) {
         return OutOfMemory;
     }
-    if (node->_datum->read(_fp) != NoError) {
-        return FileCorrupt;
+    const int result = node->_datum->read(_fp);
+    if (result != NoError) {
+        return result == OutOfMemory ? failed(FileCorrupt, OutOfMemory) : FileCorrupt;
     }
     _toc.append(node);
     return NoError;

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "qip/Support/List.h"
+#include "qip/Support/qipMessages.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "zem/Data/ZEMLogFileRecord.h"
 #include "zem/Data/ZEMLogHeader.h"
@@ -56,6 +57,7 @@ private:
     ZEMLogHeader _logHeader;
     std::pmr::monotonic_buffer_resource _memory; // of all records
     List<ZEMLogFileRecord*> _toc;
+    qipMessages _messages; // of a load, written at its end
 };
 
 // Writes what dump() writes.

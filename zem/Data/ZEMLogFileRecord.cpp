@@ -2,6 +2,7 @@
 #include "zem/Data/ZEMLogFileRecord.h"
 
 #include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/RecordReader.h"
 
 #include <ostream>
@@ -45,8 +46,6 @@ int ZEMLogFileRecord::readPath(FILE* stream, char*& path)
 
 std::ostream& operator<<(std::ostream& out, ZEMLogFileRecord& record)
 {
-    return out << "        filename : " << (record._filename == nullptr ? "" : record._filename)
-               << "\n"
-               << "         mapfile : " << (record._mapfile == nullptr ? "" : record._mapfile)
-               << "\n";
+    return out << "        filename : " << qipVisibleText(record._filename) << "\n"
+               << "         mapfile : " << qipVisibleText(record._mapfile) << "\n";
 }

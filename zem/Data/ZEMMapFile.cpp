@@ -2,10 +2,11 @@
 #include "zem/Data/ZEMMapFile.h"
 
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipVisibleText.h"
 
-#include <iostream>
 #include <memory>
 #include <new>
+#include <ostream>
 
 ZEMMapFile::ZEMMapFile() = default;
 
@@ -13,7 +14,9 @@ ZEMMapFile::~ZEMMapFile() = default;
 
 int ZEMMapFile::load()
 {
-    return qipVLRecFile::load();
+    const int result = qipVLRecFile::load();
+    _messages.flush();
+    return result;
 }
 
 int ZEMMapFile::open(const char* filename, Mode mode, int)
@@ -34,20 +37,22 @@ int ZEMMapFile::writeHeader()
 int ZEMMapFile::processRecord(unsigned int tag, unsigned int size, unsigned int realSize)
 {
     if (tag != FileTag && tag != 0) {
-        std::cerr << " *** ZEMMapFile::processRecord: unknown tag " << tag << std::endl;
+        _messages << " *** ZEMMapFile::processRecord: unknown tag " << tag << '\n';
         return NoError;
     }
     std::unique_ptr<ZEMFileRecord> file(new (std::nothrow) ZEMFileRecord);
     if (!file) {
         return OutOfMemory;
     }
-    if (file->read(_fp) != NoError) {
-        return FileCorrupt;
+    const int result = file->read(_fp);
+    if (result != NoError) {
+        return result == OutOfMemory ? failed(FileCorrupt, OutOfMemory) : FileCorrupt;
     }
     if (size < realSize) {
-        std::cerr << " *** ZEMMapFile::processRecord: size mismatch(" << size << "<" << realSize
-                  << ")" << std::endl
-                  << "     while processing: " << _filename << ":" << file->_filename << std::endl;
+        _messages << " *** ZEMMapFile::processRecord: size mismatch(" << size << "<" << realSize
+                  << ")\n"
+                  << "     while processing: " << qipVisibleText(_filename) << ":"
+                  << qipVisibleText(file->_filename) << '\n';
     }
     const int before = _toc.length();
     if (_toc.append(file.get()) == before) {

@@ -10,6 +10,7 @@
 #pragma once
 
 #include "qip/Support/List.h"
+#include "qip/Support/qipMessages.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Data/ZEMMapHeader.h"
@@ -46,6 +47,7 @@ protected:
 private:
     ZEMMapHeader _mapHeader;
     List<ZEMFileRecord*> _toc;
+    qipMessages _messages; // of a load, written at its end
 };
 
 // Writes what dump() writes.

@@ -54,7 +54,13 @@ void HelpWindow::showHelpOn(const char* topic)
         return;
     }
     std::string path;
-    if (!helpFile(topic, path)) {
+    bool found = false;
+    try {
+        found = helpFile(topic, path);
+    } catch (const std::bad_alloc&) {
+        // As if the topic were missing.
+    }
+    if (!found) {
         // Making the window has put it up. It is taken down before anybody sees it.
         if (!wasThere) {
             _theHelpWindow->unmanage();

@@ -23,25 +23,10 @@ struct Start
     int tabs;
 };
 
-FILE* openRegularFile(const char* path)
-{
-    struct stat info = {};
-    const int fd = qipOpenFile(path, info);
-    if (fd < 0) {
-        return nullptr;
-    }
-    FILE* fp = nullptr;
-    if (S_ISREG(info.st_mode) && info.st_size <= LineIndex::LargestFile) {
-        fp = fdopen(fd, "r");
-    }
-    if (fp == nullptr) {
-        ::close(fd);
-    }
-    return fp;
-}
+} // namespace
 
 // Notes the lines of a stream, a chunk at a time. May throw std::bad_alloc.
-class Scanner
+class LineIndex::Scanner
 {
 public:
     explicit Scanner(long offset) : _position(offset), _maxLineSz(0) { begin(); }
@@ -75,21 +60,9 @@ private:
     std::vector<Start> _lines;
 };
 
-int scanStream(FILE* fp, Scanner& scanner)
-{
-    std::vector<char> chunk(ChunkSize);
-    size_t got = 0;
-    while ((got = fread(chunk.data(), 1, chunk.size(), fp)) > 0) {
-        if (scanner.feed(chunk.data(), got) < 0) {
-            return -1;
-        }
-    }
-    return 0;
-}
-
-} // namespace
-
-LineIndex::LineIndex() : _fp(nullptr), _filename(nullptr), _nLines(0), _maxLineSz(0) {}
+LineIndex::LineIndex()
+    : _fp(nullptr), _filename(nullptr), _nLines(0), _maxLineSz(0), _tooLarge(false), _bytesRead(0)
+{}
 
 LineIndex::~LineIndex()
 {
@@ -110,8 +83,25 @@ int LineIndex::open(const char* path)
     _filename = copy;
     close();
     forget();
-    _fp = openRegularFile(_filename);
-    return _fp == nullptr ? -1 : scan();
+    return openFile() ? scan() : -1;
+}
+
+bool LineIndex::openFile()
+{
+    _tooLarge = false;
+    struct stat info = {};
+    const int fd = qipOpenFile(_filename, info);
+    if (fd < 0) {
+        return false;
+    }
+    if (S_ISREG(info.st_mode)) {
+        _tooLarge = info.st_size > LargestFile;
+        _fp = _tooLarge ? nullptr : fdopen(fd, "r");
+    }
+    if (_fp == nullptr) {
+        ::close(fd);
+    }
+    return _fp != nullptr;
 }
 
 void LineIndex::close()
@@ -129,6 +119,22 @@ void LineIndex::forget()
     _maxLineSz = 0;
 }
 
+// Returns 0, or -1 when the file cannot be read to its end, has grown too large or has too many
+// lines.
+int LineIndex::scanStream(Scanner& scanner)
+{
+    std::vector<char> chunk(ChunkSize);
+    size_t got = 0;
+    while ((got = fread(chunk.data(), 1, chunk.size(), _fp)) > 0) {
+        _bytesRead += static_cast<long long>(got);
+        if (scanner.feed(chunk.data(), got) < 0) {
+            _tooLarge = true;
+            return -1;
+        }
+    }
+    return ferror(_fp) == 0 ? 0 : -1;
+}
+
 int LineIndex::scan()
 {
     forget();
@@ -137,7 +143,7 @@ int LineIndex::scan()
     }
     try {
         Scanner scanner(std::max(ftell(_fp), 0L));
-        if (scanStream(_fp, scanner) < 0) {
+        if (scanStream(scanner) < 0) {
             return -1;
         }
         const auto count = static_cast<long>(scanner.lines().size());
@@ -189,6 +195,7 @@ int LineIndex::readText(long line, char* text, int room)
             }
         }
     }
+    _bytesRead += len;
     text[len] = '\0';
     return len;
 }
@@ -224,4 +231,6 @@ void LineIndex::exchange(LineIndex& other)
     std::swap(_filename, other._filename);
     std::swap(_nLines, other._nLines);
     std::swap(_maxLineSz, other._maxLineSz);
+    std::swap(_tooLarge, other._tooLarge);
+    std::swap(_bytesRead, other._bytesRead);
 }

@@ -17,8 +17,9 @@ class TextLine;
 class LineIndex
 {
 public:
-    // Longest file, in bytes, and most lines that are indexed. A larger file is not opened.
-    static constexpr long LargestFile = 0x7fffffff;
+    // Longest file, in bytes, and most lines that are indexed. A larger file is not opened: the
+    // window would stand still while it is scanned, and coverage names no line past the 65535th.
+    static constexpr long LargestFile = 64L * 1024 * 1024;
     static constexpr long MostLines = 8000000;
     // Characters of one line that are kept; the rest of a longer line is not shown.
     static constexpr int LongestText = 64 * 1024 * 1024;
@@ -47,6 +48,12 @@ public:
     // until another file is opened. Null and 0 when there is no such line, or it cannot be read.
     const char* getLine(long line, int& len);
 
+    // Whether the last open() failed because the file has more bytes or lines than are indexed.
+    bool tooLarge() const { return _tooLarge; }
+
+    // Bytes of files that this object has read so far: the cost of open() and getLine().
+    long long bytesRead() const { return _bytesRead; }
+
     const char* filename() const { return _filename; } // null before open()
     long nLines() const { return _nLines; }
     // The longest line in bytes as stored, its newline included, tabs not expanded. A last line
@@ -72,7 +79,14 @@ protected:
     long _maxLineSz;
 
 private:
+    class Scanner;
+
     void forget();
+    bool openFile();
+    int scanStream(Scanner& scanner);
     long rawSize(long line);
     int readText(long line, char* text, int room);
+
+    bool _tooLarge;
+    long long _bytesRead;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Lines/SrcBrowser.h"
 
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Lines/SrcLine.h"
 
 #include <new>
@@ -73,8 +74,7 @@ void SrcBrowser::exchange(SrcBrowser& other)
 
 std::ostream& operator<<(std::ostream& out, const SrcBrowser& browser)
 {
-    out << " Line info dump for file " << (browser.filename() == nullptr ? "" : browser.filename())
-        << '\n';
+    out << " Line info dump for file " << qipVisibleText(browser.filename()) << '\n';
     for (long i = 0; i < browser.nLines(); ++i) {
         const SrcLine& line = *browser.line(i);
         out << "    Line " << i + 1 << ":   offset=" << line._offset << " blocks=" << line._nBlocks

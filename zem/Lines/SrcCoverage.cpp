@@ -36,17 +36,18 @@ int digits(int32_t n)
 } // namespace
 
 SrcCoverage::SrcCoverage(SrcLineTable& lines)
-    : _lines(lines), _hitDetailWidth(LeastWidth), _maxBlocksOnLine(LeastWidth)
+    : _lines(lines), _hitDetailWidth(LeastWidth), _maxBlocksOnLine(LeastWidth), _complete(true)
 {
     memset(_notPainted, 0xff, sizeof _notPainted);
 }
 
-void SrcCoverage::load(const ZEMFileRecord& file)
+int SrcCoverage::load(const ZEMFileRecord& file)
 {
     ListIterator<ZEMFuncRecord*> it(file._funcList);
     while (const ZEMFuncRecord* func = it.next()) {
         loadBlocks(func->_blockMap, func->_nBlocks);
     }
+    return _complete ? 0 : -1;
 }
 
 void SrcCoverage::loadBlocks(const ZEMBlkRecord* blocks, uint32_t count)
@@ -129,7 +130,9 @@ int64_t SrcCoverage::showTogether(const ZEMBlkRecord* blocks, uint32_t count)
     const int stop = blocks[0]._stopLine - 1;
     SrcLine* line = _lines.line(stop);
     int32_t* map = line == nullptr ? nullptr : new (std::nothrow) int32_t[count];
-    if (map != nullptr) {
+    if (map == nullptr) {
+        _complete = _complete && line == nullptr;
+    } else {
         for (uint32_t i = 0; i < count; ++i) {
             map[i] = clamped(blocks[i]._nHits);
         }

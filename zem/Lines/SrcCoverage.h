@@ -24,8 +24,9 @@ public:
     explicit SrcCoverage(SrcLineTable& lines);
 
     // Puts the blocks of every function of `file` on the lines. Lines that the source file does
-    // not have are skipped; so is a block whose first or last line is unknown (0).
-    void load(const ZEMFileRecord& file);
+    // not have are skipped; so is a block whose first or last line is unknown (0). Returns 0, or
+    // -1 without memory for the counts of a line: some lines lack theirs then.
+    [[nodiscard]] int load(const ZEMFileRecord& file);
 
     // Puts `count` blocks on the lines, which are all blocks of one function in their order.
     void loadBlocks(const ZEMBlkRecord* blocks, uint32_t count);
@@ -47,6 +48,7 @@ private:
     SrcLineTable& _lines;
     int _hitDetailWidth;
     int _maxBlocksOnLine;
+    bool _complete; // no line lacks its counts
     // A bit for each line, from 0, that is not painted as the inside of an unrun block. Without it
     // a map of many large unrun blocks would paint the same lines again for every block.
     uint64_t _notPainted[Lines / WordBits];

@@ -14,10 +14,13 @@
 #include <climits>
 #include <cstring>
 #include <iostream>
+#include <new>
 
 RptArea* theReportContainer = nullptr;
 
 namespace {
+
+constexpr char NoMemory[] = "Out of memory: this report is out of date!";
 
 constexpr int PaneSpacing = 10;     // pixels
 constexpr int TallestPane = 10000;  // pixels; Motif's own 1000 leaves a gap on a tall screen
@@ -51,7 +54,7 @@ void allowShellResize(Widget widget, Boolean allow)
 
 RptArea::RptArea(const char* name)
     : qipVCell(name), _demangleLevel(1), _browsing(false), _srcViewerInstalled(false),
-      _srcViewer("srcViewer"), _rptViewer("rptViewer")
+      _reportType(RptByFile), _isOutdated(false), _srcViewer("srcViewer"), _rptViewer("rptViewer")
 {}
 
 RptArea::~RptArea()
@@ -81,7 +84,7 @@ int RptArea::processFile(const char* logfile)
     }
     const int result = _theRepository.processFile(logfile);
     if (result < 0) {
-        std::cerr << RptText::loadError(logfile, result) << std::endl;
+        RptText::beginLoadError(std::cerr, logfile) << qipVLRecFile::error(result) << std::endl;
     }
     return result;
 }
@@ -109,13 +112,12 @@ void RptArea::sortBy(const char* keys)
 
 void RptArea::report()
 {
-    long untested = 0;
-    long total = 0;
-    _theRepository.coverageSummary(untested, total);
-    if (theStatusBar != nullptr) {
-        theStatusBar->coverageSummary(untested, total);
-    }
     generateRpt();
+    if (_isOutdated) {
+        describe(); // what is shown stays, and the summary that belongs to it
+        return;
+    }
+    showSummary();
     sortAndView();
     if (_browsing) {
         browse();
@@ -124,9 +126,42 @@ void RptArea::report()
 
 void RptArea::generateRpt()
 {
+    const ZEMRptTable made = _theRepository.view(_rptInfo._type, _demangleLevel);
+    _isOutdated = !made.isWhole();
+    if (_isOutdated) {
+        return;
+    }
     _rptViewer.forgetView();
     _report.deleteRows();
-    _report = _theRepository.view(_rptInfo._type, _demangleLevel);
+    _report = made;
+    _reportType = _rptInfo._type;
+}
+
+void RptArea::showSummary() const
+{
+    long untested = 0;
+    long total = 0;
+    _theRepository.coverageSummary(untested, total);
+    if (theStatusBar != nullptr) {
+        theStatusBar->coverageSummary(untested, total);
+    }
+}
+
+// Tells the status bar what is shown.
+void RptArea::describe() const
+{
+    if (theStatusBar == nullptr) {
+        return;
+    }
+    try {
+        if (!_isOutdated) {
+            theStatusBar->reportInfo(RptText::header(_reportType, _rptInfo.sortKeys()).c_str());
+            return;
+        }
+    } catch (const std::bad_alloc&) {
+    }
+    theStatusBar->reportInfo(NoMemory);
+    theStatusBar->displayMessage(NoMemory); // needs no copy, for which there may be no memory
 }
 
 void RptArea::sortRpt()
@@ -146,21 +181,19 @@ void RptArea::sortAndView()
 {
     sortRpt();
     viewRpt();
-    if (theStatusBar != nullptr) {
-        theStatusBar->reportInfo(RptText::header(_rptInfo._type, _rptInfo.sortKeys()).c_str());
-    }
+    describe();
 }
 
 void RptArea::browse()
 {
     ZEMRecord* record = _rptViewer.getSelection();
-    if (_rptInfo._type == RptByDirectory || _rptInfo._type == RptByClass || record == nullptr) {
+    if (_reportType == RptByDirectory || _reportType == RptByClass || record == nullptr) {
         return;
     }
     if (!_browsing) {
         showSource();
     }
-    if (_rptInfo._type == RptByFunction) {
+    if (_reportType == RptByFunction) {
         const auto* func = static_cast<const ZEMFuncRecord*>(record);
         const long long above = std::min<long long>(func->_startLine - 1LL, INT_MAX);
         _srcViewer.display(static_cast<const ZEMFileRecord*>(func->_owner), _rptInfo,

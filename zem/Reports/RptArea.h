@@ -46,11 +46,15 @@ public:
     // that are set already change nothing.
     void sortBy(const char* keys);
 
-    // Makes the report anew, sorts and shows it, and tells the status bar.
+    // Makes the report anew, sorts and shows it, and tells the status bar. Without memory for all
+    // of it the status bar says so, and everything else stays as it is.
     void report();
 
     // Sorts and shows the report that there is, and tells the status bar.
     void sortAndView();
+
+    // Whether the report that is shown is older than the last one asked for.
+    bool isOutdated() const { return _isOutdated; }
 
     const RptInfo& info() const { return _rptInfo; }
     const ZEMRptTable& table() const { return _report; }
@@ -75,12 +79,16 @@ public:
 private:
     void showSource();
     int roomForSource() const;
+    void showSummary() const;
+    void describe() const;
 
     int _demangleLevel;
     bool _browsing;           // the source view is open
     bool _srcViewerInstalled; // it has its widgets
     RptInfo _rptInfo;
     ZEMRptTable _report;
+    RptType _reportType; // of `_report`; that of `_rptInfo` is the one asked for
+    bool _isOutdated;
     SrcViewer _srcViewer;
     RptViewer _rptViewer;
     ZEMRepository _theRepository;

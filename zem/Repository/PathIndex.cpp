@@ -27,6 +27,15 @@ PathIndex::AddResult PathIndex::add(const char* path)
     return Added;
 }
 
+void PathIndex::cutTo(long size)
+{
+    while (this->size() > size) {
+        _numbers.erase(_paths.back());
+        _paths.pop_back();
+    }
+    _last = 0;
+}
+
 bool PathIndex::isAt(long number, const char* path) const
 {
     return number < size() && std::strcmp(_paths[static_cast<size_t>(number)], path) == 0;

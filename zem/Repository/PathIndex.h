@@ -24,6 +24,9 @@ public:
     // Gives `path`, of which a copy is kept, the next number, unless it has one.
     AddResult add(const char* path);
 
+    // Forgets the paths with the number `size` and above. Takes no memory and gives none back.
+    void cutTo(long size);
+
     // The number of `path`, or -1.
     long find(const char* path);
 

@@ -58,6 +58,14 @@ PathIndex::AddResult SourceIndex::add(ZEMFileRecord& file)
     return result;
 }
 
+void SourceIndex::cutTo(long size)
+{
+    while (this->size() > size) {
+        _paths.cutTo(this->size() - 1);
+        _sources.pop_back();
+    }
+}
+
 // A file's first sums: 0 for each block. Null without memory.
 uint32_t* SourceIndex::newSums(const Source& source)
 {

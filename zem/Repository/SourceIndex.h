@@ -28,6 +28,10 @@ public:
     // Enters `file`, borrowed, unless one with the same path is known.
     PathIndex::AddResult add(ZEMFileRecord& file);
 
+    // Forgets the files with the number `size` and above, which have no hits yet.
+    void cutTo(long size);
+    long size() const { return _paths.size(); }
+
     // The number of the file with this path, counting from 0 in the order added, or -1.
     long find(const char* path) { return _paths.find(path); }
 

@@ -2,26 +2,20 @@
 #include "zem/Repository/ZEMRepository.h"
 
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipMessages.h"
 #include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
-#include "zem/Repository/SourceIndex.h"
 #include "zem/Rows/NameFilter.h"
 #include "zem/Rows/RowMaker.h"
 
 #include <algorithm>
 #include <climits>
+#include <cstdio>
 #include <cstring>
-#include <iostream>
 #include <new>
 #include <sys/stat.h>
-
-// Indexes beside the lists: each look-up would else walk a list, once for every record.
-struct ZEMRepository::Index
-{
-    SourceIndex sources;
-    PathIndex mapfiles;
-};
 
 // Adds the waiting hits to the blocks of a file right before they are counted, so that they are
 // fetched from memory once.
@@ -31,7 +25,7 @@ public:
     explicit Rows(const ZEMRepository& repository)
         : RowMaker(repository._srcfiles, {repository._fileNames, repository._functionNames,
                                           repository._classNames, repository._directoryNames}),
-          _waiting(repository._index->sources)
+          _waiting(repository._sources)
     {}
     // Nothing is left to add unless memory ran out; frees the sums.
     ~Rows() override { _waiting.settle(); }
@@ -67,7 +61,8 @@ int clampToInt(int64_t n)
 
 } // namespace
 
-ZEMRepository::ZEMRepository() : _totUncov(0), _totBlocks(0), _index(new Index), _logMemorySize(0)
+ZEMRepository::ZEMRepository()
+    : _totUncov(0), _totBlocks(0), _hasAllFilters(true), _logMemorySize(0), _failedMap{}
 {}
 
 ZEMRepository::~ZEMRepository()
@@ -89,6 +84,32 @@ int ZEMRepository::processFile(const char* path)
 
 int ZEMRepository::processLogFile(const char* path)
 {
+    _failedMap[0] = '\0';
+    return loadLog(path);
+}
+
+int ZEMRepository::processMapFile(const char* path)
+{
+    _failedMap[0] = '\0';
+    return loadMap(path);
+}
+
+// Keeps why a file could not be loaded. Returns `code`.
+int ZEMRepository::failed(int code, const qipVLFailure& failure)
+{
+    _failure = failure;
+    return code;
+}
+
+int ZEMRepository::withoutMemory()
+{
+    qipVLFailure failure;
+    failure._cause = qipVLRecFile::OutOfMemory;
+    return failed(qipVLRecFile::OutOfMemory, failure);
+}
+
+int ZEMRepository::loadLog(const char* path)
+{
     const size_t wanted = recordBytes(path);
     if (wanted > _logMemorySize) {
         _logMemory.reset();
@@ -97,36 +118,42 @@ int ZEMRepository::processLogFile(const char* path)
     }
     ZEMLogFile log(_logMemory.get(), _logMemorySize);
     int result = log.open(path, qipVLRecFile::READ);
-    if (result < 0) {
-        return result;
+    if (result == qipVLRecFile::NoError) {
+        result = log.load();
     }
-    result = log.load();
     if (result < 0) {
-        return result;
+        return failed(result, log.failure());
     }
+    qipMessages messages;
     ListIterator<ZEMLogFileRecord*> records(log.toc());
     while (const ZEMLogFileRecord* record = records.next()) {
-        if (_index->mapfiles.find(record->_mapfile) < 0) {
-            result = processMapFile(record->_mapfile);
+        if (_mapIndex.find(record->_mapfile) < 0) {
+            messages.flush(); // before those of the map
+            result = loadMap(record->_mapfile);
             if (result < 0) {
+                std::snprintf(_failedMap, sizeof _failedMap, "%s", record->_mapfile);
                 return result;
             }
         }
-        const long source = _index->sources.find(record->_filename);
+        const long source = _sources.find(record->_filename);
         if (source >= 0) {
-            merge(source, *record);
+            merge(source, *record, messages);
         }
     }
     return qipVLRecFile::NoError;
 }
 
-int ZEMRepository::processMapFile(const char* path)
+int ZEMRepository::loadMap(const char* path)
 {
-    if (path == nullptr || path[0] == '\0') {
-        return qipVLRecFile::BadParameter;
-    }
     ZEMMapFile map;
-    int result = map.open(path, qipVLRecFile::READ);
+    int result = qipVLRecFile::BadParameter;
+    if (path == nullptr || path[0] == '\0') {
+        qipVLFailure failure;
+        failure._cause = result;
+        failure._reason = "a file without a name";
+        return failed(result, failure);
+    }
+    result = map.open(path, qipVLRecFile::READ);
     if (result == qipVLRecFile::NoError) {
         result = map.load();
     }
@@ -135,63 +162,100 @@ int ZEMRepository::processMapFile(const char* path)
         while (const ZEMFileRecord* file = files.next()) {
             delete file;
         }
-        return result;
+        return failed(result, map.failure());
     }
+    const long before = _sources.size();
     result = take(map.toc());
-    if (result != qipVLRecFile::NoError) {
-        return result;
-    }
-    char* copy = new (std::nothrow) char[std::strlen(path) + 1];
-    if (copy == nullptr) {
-        return qipVLRecFile::OutOfMemory;
-    }
-    std::strcpy(copy, path);
-    if (_index->mapfiles.add(copy) == PathIndex::NoMemory) {
-        delete[] copy;
-        return qipVLRecFile::OutOfMemory;
-    }
-    _mapfiles.append(copy);
-    return qipVLRecFile::NoError;
-}
-
-// Takes over the records of a map file; those of source files that are known already are deleted.
-int ZEMRepository::take(List<ZEMFileRecord*>& files)
-{
-    int result = qipVLRecFile::NoError;
-    ListIterator<ZEMFileRecord*> it(files);
-    while (ZEMFileRecord* file = it.next()) {
-        const PathIndex::AddResult added = _index->sources.add(*file);
-        if (added == PathIndex::Added) {
-            _srcfiles.append(file);
-        } else {
-            delete file;
-        }
-        if (added == PathIndex::NoMemory) {
-            result = qipVLRecFile::OutOfMemory;
+    if (result == qipVLRecFile::NoError) {
+        result = enterMap(path);
+        if (result != qipVLRecFile::NoError) {
+            giveBack(before);
         }
     }
     return result;
 }
 
-void ZEMRepository::merge(long source, const ZEMLogFileRecord& record)
+// Notes that a map file is loaded, in list and index or in neither.
+int ZEMRepository::enterMap(const char* path)
 {
-    SourceIndex& sources = _index->sources;
-    if (sources.statedBlocks(source) != record._nBlocks) {
+    std::unique_ptr<char[]> copy(new (std::nothrow) char[std::strlen(path) + 1]);
+    std::unique_ptr<dLinkT<char*>> node(new (std::nothrow) dLinkT<char*>(copy.get()));
+    if (!copy || !node || _mapIndex.add(path) == PathIndex::NoMemory) {
+        return withoutMemory();
+    }
+    std::strcpy(copy.release(), path);
+    _mapfiles.append(node.release());
+    return qipVLRecFile::NoError;
+}
+
+// Takes over the records of a map file; those of source files that are known already are deleted.
+// Without memory for one of them none is taken: a part of them would pass for the whole map.
+int ZEMRepository::take(List<ZEMFileRecord*>& files)
+{
+    const long before = _sources.size();
+    bool tookAll = true;
+    ListIterator<ZEMFileRecord*> it(files);
+    while (ZEMFileRecord* file = it.next()) {
+        if (tookAll) {
+            tookAll = take(file);
+        } else {
+            delete file;
+        }
+    }
+    if (!tookAll) {
+        giveBack(before);
+        return withoutMemory();
+    }
+    return qipVLRecFile::NoError;
+}
+
+// Forgets the source files from the number `size` on.
+void ZEMRepository::giveBack(long size)
+{
+    _sources.cutTo(size);
+    while (_srcfiles.length() > size) {
+        auto* node = static_cast<dLinkT<ZEMFileRecord*>*>(_srcfiles.dList::last());
+        _srcfiles.dList::remove(node);
+        delete node->_datum;
+        delete node;
+    }
+}
+
+// The number of a file in the index is its place in the list. So it comes into both or neither.
+bool ZEMRepository::take(ZEMFileRecord* file)
+{
+    std::unique_ptr<ZEMFileRecord> owned(file);
+    std::unique_ptr<dLinkT<ZEMFileRecord*>> node(new (std::nothrow) dLinkT<ZEMFileRecord*>(file));
+    if (!node) {
+        return false;
+    }
+    const PathIndex::AddResult added = _sources.add(*file);
+    if (added == PathIndex::Added) {
+        _srcfiles.append(node.release());
+        (void)owned.release(); // the list has it
+    }
+    return added != PathIndex::NoMemory;
+}
+
+void ZEMRepository::merge(long source, const ZEMLogFileRecord& record, std::ostream& messages)
+{
+    if (_sources.statedBlocks(source) != record._nBlocks) {
         // One piece after the other, without closing brackets.
-        std::cerr << " *** ZEMRepository::processLogFile() : block count mismatch!" << std::endl
-                  << "     Mapfile(" << sources.path(source) << sources.statedBlocks(source)
-                  << ", Logfile(" << record._filename << record._nBlocks << std::endl;
+        messages << " *** ZEMRepository::processLogFile() : block count mismatch!\n"
+                 << "     Mapfile(" << qipVisibleText(_sources.path(source))
+                 << _sources.statedBlocks(source) << ", Logfile("
+                 << qipVisibleText(record._filename) << record._nBlocks << '\n';
     }
     // Counts that the log does not have are 0.
-    const size_t total = sources.placedBlocks(source);
-    const size_t ran = sources.addHits(source, record._hits, record._nBlocks);
+    const size_t total = _sources.placedBlocks(source);
+    const size_t ran = _sources.addHits(source, record._hits, record._nBlocks);
     _totBlocks += static_cast<long>(total);
     _totUncov += static_cast<long>(total - ran);
 }
 
 const List<ZEMFileRecord*>& ZEMRepository::srcfiles() const
 {
-    _index->sources.settle();
+    _sources.settle();
     return _srcfiles;
 }
 
@@ -229,7 +293,10 @@ void ZEMRepository::addFilter(int kind, const char* name)
     default:
         return;
     }
-    filter->append(const_cast<char*>(name));
+    const int before = filter->length();
+    if (filter->append(const_cast<char*>(name)) == before) {
+        _hasAllFilters = false;
+    }
 }
 
 int ZEMRepository::isSuppressed(List<char*>& filter, const char* name) const
@@ -237,24 +304,32 @@ int ZEMRepository::isSuppressed(List<char*>& filter, const char* name) const
     return NameFilter(filter).hides(name) ? 1 : 0;
 }
 
+// Rows that a lost filter would have hidden would lie, too.
+ZEMRptTable ZEMRepository::withoutFilters() const
+{
+    ZEMRptTable table;
+    table.giveUp();
+    return table;
+}
+
 ZEMRptTable ZEMRepository::viewByFunction(int manglingLevel) const
 {
-    return Rows(*this).byFunction(manglingLevel);
+    return _hasAllFilters ? Rows(*this).byFunction(manglingLevel) : withoutFilters();
 }
 
 ZEMRptTable ZEMRepository::viewByFile() const
 {
-    return Rows(*this).byFile();
+    return _hasAllFilters ? Rows(*this).byFile() : withoutFilters();
 }
 
 ZEMRptTable ZEMRepository::viewByDirectory() const
 {
-    return Rows(*this).byDirectory();
+    return _hasAllFilters ? Rows(*this).byDirectory() : withoutFilters();
 }
 
 ZEMRptTable ZEMRepository::viewByClass() const
 {
-    return Rows(*this).byClass();
+    return _hasAllFilters ? Rows(*this).byClass() : withoutFilters();
 }
 
 ZEMRptTable ZEMRepository::view(RptType type, int manglingLevel) const

@@ -15,7 +15,10 @@
 #pragma once
 
 #include "qip/Support/List.h"
+#include "qip/Support/qipVLFailure.h"
 #include "zem/Data/ZEMFileRecord.h"
+#include "zem/Repository/PathIndex.h"
+#include "zem/Repository/SourceIndex.h"
 #include "zem/Rows/RptType.h"
 #include "zem/Rows/ZEMRptTable.h"
 
@@ -43,6 +46,11 @@ public:
     // code of qipVLRecFile; -11 for a null or empty path.
     int processMapFile(const char* path);
 
+    // Why the last of these that failed did so, and the map file that it failed in; "" when it was
+    // the log itself. A path of 4 KiB and more is cut.
+    const qipVLFailure& failure() const { return _failure; }
+    const char* failedMap() const { return _failedMap; }
+
     // The untested and all blocks, as added up; the int form is clamped to what it holds.
     void coverageSummary(int& uncovered, int& total) const;
     void coverageSummary(long& uncovered, long& total) const;
@@ -50,13 +58,14 @@ public:
     // Adds `name`, borrowed for the life of the repository, to what is shown: 'F' files (by their
     // whole path), 'f' functions (by their stored name), 'o' classes, 'd' directories. Any other
     // kind, and a null name, is ignored. A text that its owner changes later counts as it is when
-    // a table is made.
+    // a table is made. Without memory for it no table is whole any more.
     void addFilter(int kind, const char* name);
 
     // 1 when the filter has names and `name` is none of them, else 0.
     int isSuppressed(List<char*>& filter, const char* name) const;
 
-    // Tables of rows; the caller frees them with ZEMRptTable::deleteRows(). Empty without memory.
+    // Tables of rows; the caller frees them with ZEMRptTable::deleteRows(). Empty and not whole
+    // without memory.
     //
     // One row for each function, in the order loaded. `manglingLevel` 0 shows the stored names, 1
     // readable names, 2 and 3 more and more of the parameters (demangle_name's mode + 2); a name
@@ -82,11 +91,18 @@ public:
     const List<ZEMFileRecord*>& srcfiles() const;
 
 private:
-    struct Index;
     class Rows;
 
+    int loadLog(const char* path);
+    int loadMap(const char* path);
+    int failed(int code, const qipVLFailure& failure);
+    int withoutMemory();
+    int enterMap(const char* path);
+    void giveBack(long size);
+    bool take(ZEMFileRecord* file);
     int take(List<ZEMFileRecord*>& files);
-    void merge(long source, const ZEMLogFileRecord& record);
+    void merge(long source, const ZEMLogFileRecord& record, std::ostream& messages);
+    ZEMRptTable withoutFilters() const;
 
     long _totUncov;
     long _totBlocks;
@@ -96,9 +112,13 @@ private:
     List<char*> _directoryNames;        //
     List<char*> _mapfiles;              // owned, in the order loaded
     List<ZEMFileRecord*> _srcfiles;     // owned, in the order first seen
-    std::unique_ptr<Index> _index;      // finds in the lists
+    PathIndex _mapIndex;                // finds in `_mapfiles`
+    mutable SourceIndex _sources;       // finds in `_srcfiles`; hits wait in it to be counted
+    bool _hasAllFilters;                // none was lost for want of memory
     std::unique_ptr<char[]> _logMemory; // for the records of a log, kept for the next
     size_t _logMemorySize;
+    qipVLFailure _failure;
+    char _failedMap[4096];
 };
 
 // Writes map files, source files, functions and blocks as text.

@@ -2,7 +2,7 @@
 //
 // The repository as text.
 #include "qip/Support/ListIterator.h"
-#include "qip/Support/orEmpty.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Repository/ZEMRepository.h"
 #include "zem/Rows/ZEMView.h"
 
@@ -12,8 +12,9 @@ namespace {
 
 void dumpFunction(std::ostream& out, const ZEMFuncRecord& func)
 {
-    out << "                 +++ " << orEmpty(func._funcname) << ", lines: " << func._startLine
-        << "-" << func._endLine << ", blocks: " << func._nBlocks << "\n"
+    out << "                 +++ " << qipVisibleText(func._funcname)
+        << ", lines: " << func._startLine << "-" << func._endLine << ", blocks: " << func._nBlocks
+        << "\n"
         << "                     ";
     for (uint32_t i = 0; i < func._nBlocks; ++i) {
         out << "[" << func._blockMap[i]._startLine << "-" << func._blockMap[i]._stopLine << "]";
@@ -29,13 +30,13 @@ std::ostream& operator<<(std::ostream& out, ZEMRepository& repository)
         << "            map files: " << repository.mapfiles().length() << "\n";
     ListIterator<char*> paths(repository.mapfiles());
     while (const char* path = paths.next()) {
-        out << "                       " << path << "\n";
+        out << "                       " << qipVisibleText(path) << "\n";
     }
     const List<ZEMFileRecord*>& sources = repository.srcfiles();
     out << "\n         source files: " << sources.length() << "\n";
     ListIterator<ZEMFileRecord*> files(sources);
     while (const ZEMFileRecord* file = files.next()) {
-        out << "            " << orEmpty(file->_filename) << "\n"
+        out << "            " << qipVisibleText(file->_filename) << "\n"
             << "            --- " << file->_nFuncs << " funcs, " << file->_nBlocks << " blocks\n";
         ListIterator<ZEMFuncRecord*> funcs(file->_funcList);
         while (const ZEMFuncRecord* func = funcs.next()) {
@@ -49,7 +50,7 @@ void ZEMRepository::showView(ZEMRptTable table)
 {
     for (int i = 0; i < table._nItems; ++i) {
         const ZEMView& row = *table._view[i];
-        std::cout << orEmpty(row._label) << " " << row._covBlk << "/" << row._totBlk << "\n";
+        std::cout << qipVisibleText(row._label) << " " << row._covBlk << "/" << row._totBlk << "\n";
     }
     std::cout << std::flush;
 }

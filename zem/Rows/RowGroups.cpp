@@ -9,6 +9,9 @@ RowGroups::RowGroups() : _isComplete(true) {}
 
 void RowGroups::add(const char* name, const ZEMView& row)
 {
+    if (!_isComplete) {
+        return; // the index may name a group that could not be added
+    }
     try {
         const auto found = _index.emplace(name, _groups.size());
         if (found.second) {
@@ -26,15 +29,25 @@ void RowGroups::add(const char* name, const ZEMView& row)
 ZEMRptTable RowGroups::table(ZEMView* (*makeRow)(const char* name)) const
 {
     ZEMRptTable table;
-    if (!_isComplete || !table.reserve(_groups.size())) {
+    if (!_isComplete) {
+        table.giveUp();
+        return table;
+    }
+    if (!table.reserve(_groups.size())) {
         return table;
     }
     for (auto group = _groups.rbegin(); group != _groups.rend(); ++group) {
         ZEMView* row = makeRow(group->name);
-        if (row != nullptr) {
-            row->setCounts(nullptr, group->total, group->covered, group->hits);
-            row->setLabel();
-            table.append(row);
+        if (row == nullptr) {
+            table.giveUp();
+            return table;
+        }
+        row->setCounts(nullptr, group->total, group->covered, group->hits);
+        row->setLabel();
+        table.append(row);
+        if (row->_label == nullptr) {
+            table.giveUp();
+            return table;
         }
     }
     return table;

@@ -22,8 +22,8 @@ public:
     void add(const char* name, const ZEMView& row);
 
     // One row for each group, the group met last coming first. `makeRow` makes a row with its name
-    // set, or null without memory; that group is left out. The table is empty when a group could
-    // not be added: sums that lack some rows would lie.
+    // set, or null without memory. The table is empty and not whole when a group could not be added
+    // or a row not be made: sums that lack some rows would lie.
     ZEMRptTable table(ZEMView* (*makeRow)(const char* name)) const;
 
 private:

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 
 struct RowMaker::Counts
@@ -57,10 +58,29 @@ long classLength(const char* label)
     return position - 1;
 }
 
+// A row without one of its names would be found under another, or not at all.
+bool hasNames(const ZEMFileView& row)
+{
+    return row._directory != nullptr && row._filename != nullptr && row._label != nullptr;
+}
+
+// Null without memory for the row and its names.
+ZEMFileView* fileRow(const char* path)
+{
+    std::unique_ptr<ZEMFileView> row(new (std::nothrow) ZEMFileView);
+    if (!row) {
+        return nullptr;
+    }
+    row->filename(path);
+    row->setLabel();
+    return hasNames(*row) ? row.release() : nullptr;
+}
+
+// Likewise.
 ZEMFuncView* functionRow(const char* path, ZEMFuncRecord& func, int manglingLevel)
 {
-    auto* row = new (std::nothrow) ZEMFuncView;
-    if (row == nullptr) {
+    std::unique_ptr<ZEMFuncView> row(new (std::nothrow) ZEMFuncView);
+    if (!row) {
         return nullptr;
     }
     const char* stored = orEmpty(func._funcname);
@@ -69,7 +89,7 @@ ZEMFuncView* functionRow(const char* path, ZEMFuncRecord& func, int manglingLeve
     std::free(readable);
     row->filename(path);
     row->setLabel();
-    return row;
+    return hasNames(*row) ? row.release() : nullptr;
 }
 
 } // namespace
@@ -99,6 +119,7 @@ ZEMRptTable RowMaker::byFunction(int manglingLevel)
     while (ZEMFileRecord* file = files.next()) {
         prepare(number++);
         if (!_files.hides(file->_filename) && !addFunctions(*file, manglingLevel, table)) {
+            table.giveUp();
             return table;
         }
     }
@@ -154,14 +175,13 @@ ZEMRptTable RowMaker::byFile()
         if (_files.hides(file->_filename)) {
             continue;
         }
-        auto* row = new (std::nothrow) ZEMFileView;
+        ZEMFileView* row = fileRow(orEmpty(file->_filename));
         if (row == nullptr) {
+            table.giveUp();
             return table;
         }
         const Counts counts = countFile(*file);
         row->setCounts(file, file->_nBlocks, file->_nBlocks - counts.untested, counts.hits);
-        row->filename(orEmpty(file->_filename));
-        row->setLabel();
         table.append(row);
     }
     return table;
@@ -171,6 +191,9 @@ ZEMRptTable RowMaker::byDirectory()
 {
     const NameFilter shown(_directories);
     ZEMRptTable files = byFile();
+    if (!files.isWhole()) {
+        return files;
+    }
     RowGroups directories;
     for (int i = 0; i < files._nItems; ++i) {
         ZEMView& row = *files._view[i];
@@ -199,6 +222,9 @@ ZEMRptTable RowMaker::byClass()
 {
     const NameFilter shown(_classes);
     ZEMRptTable functions = byFunction(0);
+    if (!functions.isWhole()) {
+        return functions;
+    }
     RowGroups classes;
     for (int i = 0; i < functions._nItems; ++i) {
         ZEMView& row = *functions._view[i];

@@ -4,8 +4,8 @@
 // order, and what they show. Names that a filter hides take no part.
 //
 // A maker is used for one table and dropped. Everything that it is given is borrowed and must not
-// change as long as it lives. The caller frees the tables with ZEMRptTable::deleteRows(); a table
-// is empty without memory for its array, and has the rows made so far without memory for a row.
+// change as long as it lives. The caller frees the tables with ZEMRptTable::deleteRows(). Without
+// memory for a row or one of its names the table is empty and not whole.
 #pragma once
 
 #include "qip/Support/List.h"

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Rows/RptText.h"
 
-#include "qip/Support/qipVLRecFile.h"
+#include "qip/Support/qipVisibleText.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <ostream>
 
 long RptText::percent(long tested, long total)
 {
@@ -38,10 +39,9 @@ std::string RptText::header(RptType type, const char* keys)
     return text;
 }
 
-std::string RptText::loadError(const char* logfile, int code)
+std::ostream& RptText::beginLoadError(std::ostream& out, const char* logfile)
 {
-    return std::string(" *** RptArea::report: Error processing ") + logfile + ": " +
-           qipVLRecFile::error(code);
+    return out << " *** RptArea::report: Error processing " << qipVisibleText(logfile) << ": ";
 }
 
 const char* RptText::typeWord(RptType type)

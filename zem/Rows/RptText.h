@@ -6,6 +6,7 @@
 #include "zem/Rows/RptType.h"
 
 #include <cstddef>
+#include <iosfwd>
 #include <string>
 
 class RptText
@@ -27,8 +28,9 @@ public:
     // "Report: by file, Sort keys: dF". Null keys are shown as no keys.
     static std::string header(RptType type, const char* keys);
 
-    // " *** RptArea::report: Error processing run.log: file corrupt"; `code` as of qipVLRecFile.
-    static std::string loadError(const char* logfile, int code);
+    // Writes " *** RptArea::report: Error processing run.log: ", for the reason to follow. Takes no
+    // memory: a lack of it may be the reason. Returns `out`.
+    static std::ostream& beginLoadError(std::ostream& out, const char* logfile);
 
     // "directory", "file", "function" or "class"; "file" for any other number.
     static const char* typeWord(RptType type);

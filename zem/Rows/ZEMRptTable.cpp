@@ -22,14 +22,21 @@ int difference(int a, int b)
 
 } // namespace
 
-ZEMRptTable::ZEMRptTable() : _view(nullptr), _nItems(0) {}
+ZEMRptTable::ZEMRptTable() : _view(nullptr), _nItems(0), _isWhole(true) {}
 
 ZEMRptTable::~ZEMRptTable() = default;
 
 bool ZEMRptTable::reserve(size_t nRows)
 {
     _view = nRows == 0 ? nullptr : new (std::nothrow) ZEMView*[nRows];
+    _isWhole = nRows == 0 || _view != nullptr;
     return _view != nullptr;
+}
+
+void ZEMRptTable::giveUp()
+{
+    deleteRows();
+    _isWhole = false;
 }
 
 void ZEMRptTable::deleteRows()
@@ -40,6 +47,7 @@ void ZEMRptTable::deleteRows()
     delete[] _view;
     _view = nullptr;
     _nItems = 0;
+    _isWhole = true;
 }
 
 void ZEMRptTable::sort(const char* keys)

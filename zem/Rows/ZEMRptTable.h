@@ -3,6 +3,8 @@
 // The rows of one report. A table travels by value: copies and the destructor free nothing. Whoever
 // holds the last copy frees the rows with deleteRows(); until then every copy shows the same rows
 // in the same array.
+//
+// A table has all of its rows or none: where there is no memory for one, it is empty and not whole.
 #pragma once
 
 #include <cstddef>
@@ -20,10 +22,15 @@ public:
     virtual ~ZEMRptTable();
 
     // Makes an array for `nRows` rows in place of none; false for no rows and without memory, and
-    // the table stays empty. REQUIRES: the table is empty.
+    // the table stays empty; in the latter case it is not whole. REQUIRES: the table is empty.
     bool reserve(size_t nRows);
     // Puts `row`, not null, behind the last. REQUIRES: the array has room for it.
     void append(ZEMView* row) { _view[_nItems++] = row; }
+
+    // Frees the rows, because there is no memory for one more: the table is empty and not whole.
+    void giveUp();
+    // Whether no row is missing for want of memory.
+    bool isWhole() const { return _isWhole; }
 
     // Frees the rows and their array and leaves this table empty. Other copies of the table point
     // at freed rows afterwards.
@@ -51,6 +58,7 @@ public:
 
     ZEMView** _view; // made with new[], or null; may be longer than _nItems
     int _nItems;
+    bool _isWhole;
 
     // The keys of the sort in progress, borrowed from its caller: qsort hands its comparison
     // nothing but the elements. Of no use outside sort().

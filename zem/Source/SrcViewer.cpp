@@ -13,8 +13,8 @@
 #include <Xm/Xm.h>
 
 #include <algorithm>
+#include <new>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -27,6 +27,33 @@ constexpr int LargestCoordinate = 32767;
 // Where in its column the two lines of a separator stand, in pixels.
 constexpr int LightLineX = 2;
 constexpr int DarkLineX = 3;
+
+// A window is less than 32768 pixels wide, and no font's characters less than 4.
+constexpr int MostColumnsShown = 8192;
+
+constexpr char NoMemory[] = "Out of memory!";
+
+void showMessage(const char* text)
+{
+    if (theStatusBar != nullptr) {
+        theStatusBar->displayMessage(text);
+    }
+}
+
+void showFailure(const char* filename, bool tooLarge)
+{
+    try {
+        std::string message = std::string("Could not open ") + filename + "!";
+        if (tooLarge) {
+            message += " It has more than " + std::to_string(LineIndex::LargestFile >> 20) +
+                       " MiB or " + std::to_string(LineIndex::MostLines / 1000000) +
+                       " million lines.";
+        }
+        showMessage(message.c_str());
+    } catch (const std::bad_alloc&) {
+        showMessage(NoMemory);
+    }
+}
 
 } // namespace
 
@@ -73,10 +100,12 @@ void SrcViewer::display(const ZEMFileRecord* file, const RptInfo& info, int line
     // Opened aside, so that a failure leaves everything as it was.
     SrcBrowser opened;
     if (opened.open(file->_filename) != 0) {
-        const std::string message = std::string("Could not open ") + file->_filename + "!";
-        if (theStatusBar != nullptr) {
-            theStatusBar->displayMessage(message.c_str());
-        }
+        showFailure(file->_filename, opened.tooLarge());
+        return;
+    }
+    SrcCoverage coverage(opened);
+    if (coverage.load(*file) != 0) {
+        showMessage(NoMemory);
         return;
     }
     _browser.exchange(opened);
@@ -84,8 +113,6 @@ void SrcViewer::display(const ZEMFileRecord* file, const RptInfo& info, int line
     viewPosition(0, 0);
     _maxLineLen = static_cast<int>(_browser.maxLineSz());
 
-    SrcCoverage coverage(_browser);
-    coverage.load(*file);
     _hitDetailWidth = coverage.hitDetailWidth();
     _maxBlocksOnLine = coverage.maxBlocksOnLine();
 
@@ -120,11 +147,11 @@ void SrcViewer::drawHeader(const Picture& picture, const SrcPrefix& columns)
     XFillRectangle(display, picture.window, _gc, 0, 0, static_cast<unsigned>(width),
                    static_cast<unsigned>(_vPixels));
 
-    const int room = picture.view._dx + 1;
-    std::vector<char> text(static_cast<size_t>(room));
-    const int length = columns.header(_browser.filename(), text.data(), room);
+    char text[MostColumnsShown];
+    const int room = std::clamp(picture.view._dx + 1, 0, MostColumnsShown);
+    const int length = columns.header(_browser.filename(), text, room);
     XSetForeground(display, _gc, _textColor);
-    drawTextRun(display, picture.window, _gc, 0, picture.baseline, text.data(), length, 0, room);
+    drawTextRun(display, picture.window, _gc, 0, picture.baseline, text, length, 0, room);
 
     XSetForeground(display, _gc, _darkShadowColor);
     XDrawLine(display, picture.window, _gc, 0, _vPixels - 1, width - 1, _vPixels - 1);
@@ -158,12 +185,12 @@ void SrcViewer::drawLine(const Picture& picture, const SrcPrefix& columns, int r
     }
     Display* display = XtDisplay(_clientArea);
     const int y = (row + 1) * _vPixels + picture.baseline;
-    const int room = picture.view._dx + 1;
+    const int room = std::clamp(picture.view._dx + 1, 0, MostColumnsShown);
     XSetForeground(display, _gc, line->untested() ? _uncovColor : _textColor);
 
-    std::vector<char> prefix(static_cast<size_t>(room));
-    const int prefixLength = columns.prefix(n, line, prefix.data(), room);
-    drawTextRun(display, picture.window, _gc, 0, y, prefix.data(), prefixLength, 0, room);
+    char prefix[MostColumnsShown];
+    const int prefixLength = columns.prefix(n, line, prefix, room);
+    drawTextRun(display, picture.window, _gc, 0, y, prefix, prefixLength, 0, room);
 
     int length = 0;
     const char* text = _browser.getLine(n, length);

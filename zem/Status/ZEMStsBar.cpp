@@ -10,6 +10,7 @@
 #include <Xm/Xm.h>
 
 #include <algorithm>
+#include <new>
 
 ZEMStsBar* theStatusBar = nullptr;
 
@@ -97,7 +98,11 @@ void ZEMStsBar::destroyed()
 void ZEMStsBar::coverageSummary(long untested, long total)
 {
     if (_coverageSummary != nullptr) {
-        setLabelText(_coverageSummary, RptText::summary(untested, total).c_str(), SummaryTag);
+        try {
+            setLabelText(_coverageSummary, RptText::summary(untested, total).c_str(), SummaryTag);
+        } catch (const std::bad_alloc&) {
+            setLabelText(_coverageSummary, "", SummaryTag); // none is better than an old one
+        }
         fitMessage();
     }
 }

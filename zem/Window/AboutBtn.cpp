@@ -4,11 +4,24 @@
 #include "qip/Base/qipApplication.h"
 #include "zem/Help/HelpWindow.h"
 
-#include <string>
+#include <cstdio>
 
-AboutBtn::AboutBtn()
-    : QuenzilBtn("aboutBtn", ("About " + std::string(theApplication->name()) + "...").c_str(),
-                 nullptr, nullptr)
+namespace {
+
+// "About zem..."; the button keeps a copy.
+struct Label
+{
+    explicit Label(const char* application)
+    {
+        std::snprintf(text, sizeof text, "About %s...", application);
+    }
+
+    char text[128];
+};
+
+} // namespace
+
+AboutBtn::AboutBtn() : QuenzilBtn("aboutBtn", Label(theApplication->name()).text, nullptr, nullptr)
 {}
 
 const char* AboutBtn::className() const

@@ -62,8 +62,17 @@ TEST_F(ZemDumpTest, NamesAFileThatItCannotReadAndGoesOn)
     const std::string none = _dir.path("none");
     const ProgramResult result = run({odd, none, _dir.path(), _log});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "zem-dump: " + odd + ": bad magic number\nzem-dump: " + none +
-                              ": fopen failed\nzem-dump: " + _dir.path() + ": file corrupt\n");
+    EXPECT_EQ(result.err,
+              "zem-dump: " + odd +
+                  ": bad magic number; give the file of coverage that belongs here\n"
+                  "zem-dump: " +
+                  none +
+                  ": fopen failed: No such file or directory; check that the file is there and "
+                  "that you may read it\n"
+                  "zem-dump: " +
+                  _dir.path() +
+                  ": fread failed: Is a directory; check that it is a file and that its disk is "
+                  "well\n");
     EXPECT_NE(result.out.find("ZEMLogHeader"), std::string::npos);
 }
 
@@ -73,7 +82,9 @@ TEST_F(ZemDumpTest, PrintsWhatStandsBeforeTheDamage)
     const std::string path = builder.cutAt(builder.size() - 3).write(_dir.path("cut.map"));
     const ProgramResult result = run({path});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "zem-dump: " + path + ": file corrupt\n");
+    EXPECT_EQ(result.err.rfind("zem-dump: " + path + ": file corrupt (record ", 0), 0u)
+        << result.err;
+    EXPECT_NE(result.err.find("; write the file again\n"), std::string::npos) << result.err;
     EXPECT_NE(result.out.find("filename : src/a.c"), std::string::npos);
     EXPECT_EQ(result.out.find("filename : src/b.c"), std::string::npos);
 }
@@ -96,18 +107,37 @@ TEST_F(ZemDumpTest, RefusesWhatItDoesNotKnow)
 TEST_F(ZemDumpTest, TwoDashesEndTheOptions)
 {
     EXPECT_EQ(run({"--", _log}).status, 0);
-    EXPECT_EQ(run({"--", "-x"}).err, "zem-dump: -x: fopen failed\n");
+    EXPECT_EQ(run({"--", "-x"}).err, "zem-dump: -x: fopen failed: No such file or directory; "
+                                     "check that the file is there and that you may read it\n");
 }
 
-TEST_F(ZemDumpTest, TextThatCannotBeWrittenIsAnError)
+TEST_F(ZemDumpTest, OutputThatCannotBeWrittenIsAFailure)
 {
-    for (const char* word : {"--version", "--help"}) {
-        const std::string line = builtProgram("zem-dump") + " " + word;
-        const std::string quiet = " 2>" + _dir.path("err");
-        EXPECT_NE(std::system((line + " >/dev/full" + quiet).c_str()), 0) << word;
-        EXPECT_NE(std::system((line + " >&-" + quiet).c_str()), 0) << word;
-        EXPECT_EQ(std::system((line + " >/dev/null" + quiet).c_str()), 0) << word;
+    for (const std::string& word : {std::string("--help"), std::string("--version"), _map}) {
+        for (const char* output : {">/dev/full", ">&-"}) {
+            const ProgramResult result =
+                runProgramWithOutput(output, {builtProgram("zem-dump"), word});
+            EXPECT_EQ(result.status, 1) << word << output;
+            EXPECT_EQ(result.err.rfind("zem-dump: cannot write to the standard output: ", 0), 0u)
+                << result.err;
+        }
     }
+    const ProgramResult full = runProgramWithOutput(">/dev/full", {builtProgram("zem-dump"), _map});
+    EXPECT_NE(full.err.find("No space left on device"), std::string::npos) << full.err;
+}
+
+TEST_F(ZemDumpTest, NamesAreShownVisibly)
+{
+    const std::string map =
+        mapFile({{"src/a\nb.c", {{"f\x1b[2J", 1, 2, {{1, 2}}}}}}).write(_dir.path("odd\n.map"));
+    const std::string log = logFile({{"a\tb", "m\x7f", {1}}}).write(_dir.path("odd.log"));
+    const ProgramResult result = run({map, log, _dir.path("none\r")});
+    EXPECT_NE(result.out.find("/odd\\x0a.map <=="), std::string::npos);
+    EXPECT_NE(result.out.find("filename : src/a\\x0ab.c\n"), std::string::npos);
+    EXPECT_NE(result.out.find("function : f\\x1b[2J\n"), std::string::npos);
+    EXPECT_NE(result.out.find("filename : a\\x09b\n         mapfile : m\\x7f\n"),
+              std::string::npos);
+    EXPECT_NE(result.err.find("/none\\x0d: fopen failed"), std::string::npos);
 }
 
 } // namespace

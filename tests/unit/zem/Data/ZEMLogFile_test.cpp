@@ -1,5 +1,6 @@
 #include "zem/Data/ZEMLogFile.h"
 
+#include "qip/Support/qipMessages.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/MemoryStream.h"
@@ -128,6 +129,21 @@ TEST_F(ZEMLogFileTest, UnknownTagIsReportedAndSkipped)
     EXPECT_EQ(load(logFile(sources).setTag(0, 100).setSizes(0, 1, 2)), 2);
     ASSERT_EQ(_file.toc().length(), 1);
     EXPECT_EQ(err.text(), " *** ZEMLogFile::processRecord: unknown tag 100\n");
+}
+
+TEST_F(ZEMLogFileTest, ManyUnknownTagsAreAllReportedInFewWrites)
+{
+    RecFileBuilder builder = logFile({});
+    std::string expected;
+    for (int i = 0; i < 5000; ++i) {
+        builder.record(7, "x");
+        expected += " *** ZEMLogFile::processRecord: unknown tag 7\n";
+    }
+    StdErr err;
+    const long before = qipMessages::writes();
+    EXPECT_EQ(load(builder), 5000);
+    EXPECT_EQ(err.text(), expected);
+    EXPECT_LE(qipMessages::writes() - before, static_cast<long>(expected.size() / 8192 + 1));
 }
 
 TEST_F(ZEMLogFileTest, SizeMismatchIsReportedAndTheRecordKept)

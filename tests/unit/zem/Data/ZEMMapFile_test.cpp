@@ -1,6 +1,7 @@
 #include "zem/Data/ZEMMapFile.h"
 
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/qipMessages.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "tests/support/DataFiles.h"
 #include "tests/support/MemoryStream.h"
@@ -181,6 +182,21 @@ TEST_F(ZEMMapFileTest, UnknownTagIsReportedAndSkipped)
     ASSERT_EQ(_file.toc().length(), 1);
     EXPECT_STREQ(_file.toc().first()->_filename, "src/b.c");
     EXPECT_EQ(err.text(), " *** ZEMMapFile::processRecord: unknown tag 101\n");
+}
+
+TEST_F(ZEMMapFileTest, ManyUnknownTagsAreAllReportedInFewWrites)
+{
+    RecFileBuilder builder = mapFile({});
+    std::string expected;
+    for (int i = 0; i < 5000; ++i) {
+        builder.record(7, "x");
+        expected += " *** ZEMMapFile::processRecord: unknown tag 7\n";
+    }
+    StdErr err;
+    const long before = qipMessages::writes();
+    EXPECT_EQ(load(builder), 5000);
+    EXPECT_EQ(err.text(), expected);
+    EXPECT_LE(qipMessages::writes() - before, static_cast<long>(expected.size() / 8192 + 1));
 }
 
 TEST_F(ZEMMapFileTest, SizeMismatchIsReportedAndTheRecordKept)

@@ -69,16 +69,40 @@ TEST_F(LineIndexTest, OpenRefusesADevice)
     EXPECT_EQ(_index.open("/dev/zero"), -1);
 }
 
-TEST_F(LineIndexTest, OpenRefusesAFileOfTwoGibibytes)
+TEST_F(LineIndexTest, OpenRefusesAFileOfTwoGibibytesWithoutReadingIt)
+{
+    const std::string large = _files.write("large", "");
+    for (const off_t size : {off_t{LineIndex::LargestFile} + 1, off_t{0x7fffffff}}) {
+        ASSERT_EQ(truncate(large.c_str(), size), 0);
+        EXPECT_EQ(_index.open(large.c_str()), -1);
+        EXPECT_TRUE(_index.tooLarge());
+        EXPECT_EQ(_index.bytesRead(), 0);
+    }
+}
+
+TEST_F(LineIndexTest, EachByteIsReadOnceForTheIndexAndOnceForItsLine)
+{
+    ASSERT_EQ(open("first\nsecond\n"), 0);
+    EXPECT_FALSE(_index.tooLarge());
+    EXPECT_EQ(_index.bytesRead(), 13);
+    line(1);
+    line(1);
+    EXPECT_EQ(_index.bytesRead(), 13 + 6);
+}
+
+TEST_F(LineIndexTest, AMissingFileIsNotTooLarge)
 {
     const std::string large = _files.write("large", "");
     ASSERT_EQ(truncate(large.c_str(), LineIndex::LargestFile + 1), 0);
     EXPECT_EQ(_index.open(large.c_str()), -1);
+    EXPECT_EQ(_index.open(_files.path("missing").c_str()), -1);
+    EXPECT_FALSE(_index.tooLarge());
 }
 
 TEST_F(LineIndexTest, OpenRefusesMoreLinesThanItIndexes)
 {
     EXPECT_EQ(open(std::string(static_cast<size_t>(LineIndex::MostLines), '\n')), -1);
+    EXPECT_TRUE(_index.tooLarge());
     EXPECT_EQ(_index.nLines(), 0);
     EXPECT_EQ(line(0), "(null)0");
 }

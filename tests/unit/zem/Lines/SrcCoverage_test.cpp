@@ -25,7 +25,7 @@ protected:
 
     void addFunction(const std::vector<SourceBlock>& blocks) { _record.addFunction(blocks); }
 
-    void load() { _coverage.load(_record.file()); }
+    void load() { EXPECT_EQ(_coverage.load(_record.file()), 0); }
     void load(const std::vector<SourceBlock>& blocks)
     {
         addFunction(blocks);

@@ -6,6 +6,21 @@
 
 namespace {
 
+TEST(PathIndexTest, CutPathsAreForgottenAndTheirNumbersGivenAgain)
+{
+    PathIndex index;
+    for (const char* path : {"a", "b", "c"}) {
+        ASSERT_EQ(index.add(path), PathIndex::Added);
+    }
+    index.cutTo(1);
+    EXPECT_EQ(index.size(), 1);
+    EXPECT_EQ(index.find("a"), 0);
+    EXPECT_EQ(index.find("b"), -1);
+    EXPECT_EQ(index.find("c"), -1);
+    EXPECT_EQ(index.add("c"), PathIndex::Added);
+    EXPECT_EQ(index.find("c"), 1);
+}
+
 TEST(PathIndexTest, EmptyIndexFindsNothing)
 {
     PathIndex index;

@@ -1,5 +1,6 @@
 #include "zem/Rows/RowGroups.h"
 
+#include "tests/support/FailingNew.h"
 #include "zem/Rows/ZEMClassView.h"
 #include "zem/Rows/ZEMView.h"
 
@@ -64,12 +65,44 @@ TEST_F(RowGroupsTest, SumsStopAtWhatARowHolds)
     EXPECT_EQ(rows(_groups), "a 2147483647/2147483647 2147483647\n");
 }
 
-TEST_F(RowGroupsTest, AGroupWithoutARowIsLeftOut)
+TEST_F(RowGroupsTest, AGroupWithoutARowLeavesNoTable)
 {
     add("a", 1, 1, 1);
-    const ZEMRptTable table = _groups.table([](const char*) -> ZEMView* { return nullptr; });
+    add("b", 1, 1, 1);
+    const ZEMRptTable table = _groups.table(
+        [](const char* name) { return name[0] == 'b' ? newClassRow(name) : nullptr; });
+    EXPECT_FALSE(table.isWhole());
     EXPECT_EQ(table._nItems, 0);
-    ZEMRptTable(table).deleteRows();
+    EXPECT_EQ(table._view, nullptr);
+}
+
+TEST_F(RowGroupsTest, ARowWithoutALabelLeavesNoTable)
+{
+    add("a", 1, 1, 1);
+    const ZEMRptTable table =
+        _groups.table([](const char*) -> ZEMView* { return new ZEMClassView; });
+    EXPECT_FALSE(table.isWhole());
+    EXPECT_EQ(table._nItems, 0);
+}
+
+TEST_F(RowGroupsTest, SurvivesAGroupThatCouldNotBeAdded)
+{
+    for (const FailingNew::Mode mode : {FailingNew::Once, FailingNew::FromThen}) {
+        const auto addAll = [](RowGroups& groups, const ZEMView& row) {
+            for (const char* name : {"a", "b", "a", "c", "b", "a"}) {
+                groups.add(name, row);
+            }
+        };
+        long n = 1;
+        for (;; ++n) {
+            RowGroups groups;
+            if (!FailingNew::run(n, mode, [&] { addAll(groups, _row); })) {
+                break;
+            }
+            EXPECT_FALSE(groups.table(newClassRow).isWhole()) << n;
+        }
+        EXPECT_GT(n, 3);
+    }
 }
 
 } // namespace

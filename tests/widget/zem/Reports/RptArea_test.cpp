@@ -2,6 +2,7 @@
 
 #include "tests/support/CellWindow.h"
 #include "tests/support/DataFiles.h"
+#include "tests/support/FailingNew.h"
 #include "tests/support/Pixels.h"
 #include "tests/support/StdErr.h"
 #include "tests/support/TempDir.h"
@@ -372,6 +373,56 @@ TEST_F(RptAreaTest, AWindowTooSmallForTheSourceGrowsOnce)
         settle();
         EXPECT_EQ(heightOf(_window->baseWidget()), grown);
     }
+}
+
+// Shows what the status bar was told last.
+class RecordingStatusBar : public ZEMStsBar
+{
+public:
+    RecordingStatusBar() : ZEMStsBar("statusBar") {}
+    std::string shown() const { return _shown; }
+
+protected:
+    // Takes no memory: it is called where there is none.
+    void showMessage(const char* text) override { snprintf(_shown, sizeof _shown, "%s", text); }
+
+private:
+    char _shown[128] = "";
+};
+
+TEST_F(RptAreaTest, WithoutMemoryForAReportTheOldOneStaysAndTheStatusBarSaysSo)
+{
+    RecordingStatusBar bar;
+    CellWindow barWindow(bar);
+    barWindow.open();
+    theStatusBar = &bar;
+    report(RptByFile, 0);
+    const std::string shown = _area->table()._view[0]->_label;
+    ASSERT_EQ(bar.shown(), "Report: by file, Sort keys: ");
+    for (const RptType type : {RptByDirectory, RptByFile, RptByFunction, RptByClass}) {
+        _area->reportType(type);
+        _area->manglingLevel(0); // readable names end the program without memory
+        long n = 1;
+        while (FailingNew::run(n, FailingNew::FromThen, [this] { _area->report(); }) &&
+               _area->isOutdated()) {
+            EXPECT_EQ(bar.shown(), "Out of memory: this report is out of date!") << type << n;
+            EXPECT_EQ(_area->table()._nItems, 3) << type << n;
+            EXPECT_EQ(_area->table()._view[0]->_label, shown) << type << n;
+            // A file's row, whatever was asked for.
+            _area->browse();
+            EXPECT_EQ(firstSourceLine(), 1) << type << n;
+            _area->browseToggle();
+            _area->sortAndView();
+            EXPECT_EQ(bar.shown(), "Out of memory: this report is out of date!") << type << n;
+            ++n;
+        }
+        EXPECT_GT(n, 3) << type;
+        _area->reportType(RptByFile);
+        _area->report();
+        EXPECT_EQ(bar.shown(), "Report: by file, Sort keys: ") << type;
+        settle();
+    }
+    theStatusBar = nullptr;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "zem/Source/SrcViewer.h"
 
+#include "tests/support/FailingNew.h"
 #include "tests/unit/zem/Lines/SourceRecord.h"
 #include "zem/Status/ZEMStsBar.h"
 
@@ -209,6 +210,47 @@ TEST_F(SrcViewerTest, FileThatCannotBeOpenedIsNamedAndLeavesTheOldOne)
     EXPECT_EQ(_viewer.view()._y, 4);
     EXPECT_EQ(text(_viewer, 1, 17, 3, _black), "old");
     EXPECT_EQ(text(_viewer, 0, 17, 4, _black), "a.c ");
+}
+
+TEST_F(SrcViewerTest, FileThatIsTooLargeSaysSo)
+{
+    RecordingStatusBar bar;
+    CellWindow barWindow(bar);
+    barWindow.open();
+    theStatusBar = &bar;
+    const TempDir dir;
+    const std::string large = dir.write("large.c", "");
+    ASSERT_EQ(truncate(large.c_str(), 0x7fffffff), 0);
+    const SourceRecord record(large.c_str());
+    _viewer.display(&record.file(), _info, 1);
+    settle();
+    EXPECT_EQ(bar._shown,
+              "Could not open " + large + "! It has more than 64 MiB or 8 million lines.");
+}
+
+TEST_F(SrcViewerTest, WithoutMemoryItKeepsWhatItShowedAndSaysSo)
+{
+    RecordingStatusBar bar;
+    CellWindow barWindow(bar);
+    barWindow.open();
+    XLowerWindow(display(), XtWindow(barWindow.baseWidget()));
+    display("old\n");
+    theStatusBar = &bar;
+    _files.write("b.c", "new\n");
+    SourceRecord record("b.c");
+    record.addFunction({{1, 1, 4}, {1, 1, 0}});
+    long n = 1;
+    while (FailingNew::run(n, FailingNew::FromThen,
+                           [&] { _viewer.display(&record.file(), _info, 1); })) {
+        settle();
+        EXPECT_TRUE(bar._shown == "Out of memory!" || bar._shown == "Could not open b.c!") << n;
+        bar._shown.clear();
+        EXPECT_EQ(text(_viewer, 1, 17, 3, _black), "old") << n;
+        ++n;
+    }
+    EXPECT_GT(n, 3);
+    settle();
+    EXPECT_EQ(text(_viewer, 1, 17, 3, _black), "new");
 }
 
 TEST_F(SrcViewerTest, FileThatCannotBeOpenedNeedsNoStatusBar)

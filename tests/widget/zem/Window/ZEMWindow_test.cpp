@@ -181,10 +181,17 @@ TEST_F(ZEMWindowTest, ControlBytesDoNotBreakTheStatusBar)
     settle();
     const Box before = box("statusbar_work");
     const Box report = box("rptArea");
-    for (const char* text :
-         {"Could not open a\nb\nc!", "\x01\x02\t\x7f", "na\xc3\xafve \xff\xfe"}) {
-        theStatusBar->displayMessage(text);
+    const struct
+    {
+        const char* message;
+        const char* shown;
+    } cases[] = {{"Could not open a\nb\nc!", "Could not open a\\x0ab\\x0ac!"},
+                 {"\x01\x02\t\x7f", "\\x01\\x02\\x09\\x7f"},
+                 {"na\xc3\xafve \xff\xfe", "na\xc3\xafve \\xff\\xfe"}};
+    for (const auto& each : cases) {
+        theStatusBar->displayMessage(each.message);
         settle();
+        EXPECT_EQ(labelText("msgLbl"), each.shown);
         EXPECT_EQ(box("statusbar_work").height, before.height);
         EXPECT_EQ(box("rptArea").height, report.height);
         expectStatusBarInOrder();
