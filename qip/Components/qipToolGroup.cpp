@@ -26,7 +26,7 @@ void qipToolGroup::install(qipVCell* parent)
                                     XmSHADOW_OUT, XmNleftAttachment, XmATTACH_FORM,
                                     XmNtopAttachment, XmATTACH_FORM, nullptr);
     char workName[256];
-    std::snprintf(workName, sizeof workName, "%s_work", _name);
+    std::snprintf(workName, sizeof workName, "%s_work", _name.get());
     _clientArea = XtVaCreateManagedWidget(workName, xmRowColumnWidgetClass, _base, XmNorientation,
                                           XmHORIZONTAL, XmNpacking, XmPACK_TIGHT, nullptr);
     installDestroyHandler();

@@ -5,6 +5,7 @@
 #include "qip/Support/qipEndian.h"
 
 #include <cerrno>
+#include <cstring>
 #include <iostream>
 #include <new>
 

@@ -12,7 +12,9 @@ bool DrawnFile::open(const ZEMFileRecord& record)
         return false;
     }
     SrcCoverage coverage(_browser);
-    coverage.load(record);
+    if (coverage.load(record) != 0) {
+        return false;
+    }
     findRunBlocks(record);
     return true;
 }

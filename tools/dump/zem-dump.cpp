@@ -115,5 +115,5 @@ int main(int argc, char** argv)
         usage(std::cerr);
         return Misused;
     }
-    return finish(dumpFiles(argc - first, argv + first));
+    return dumpFiles(argc - first, argv + first);
 }

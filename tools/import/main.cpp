@@ -7,7 +7,7 @@
 #include "tools/common/finishCoverage.h"
 #include "tools/common/missingSources.h"
 #include "tools/common/parallel.h"
-#include "tools/common/standardStreams.h"
+#include "qip/Support/standardStreams.h"
 #include "tools/common/writeCoverage.h"
 #include "tools/import/gcc/GccImporter.h"
 
