@@ -21,7 +21,7 @@ struct ImportLosses
     std::map<std::string, uint64_t> _blocksPastLastLine;
     uint64_t _linesShownRed = 0;      // by the source view, although a block on them ran
     uint64_t _linesShownBlack = 0;    // or not marked, although no block on them ran
-    uint64_t _sourcesOfTwoBuilds = 0; // no headers, yet compiled in different ways
+    uint64_t _sourcesOfTwoBuilds = 0; // no headers, yet compiled in several ways
     uint64_t _probeUnits = 0;         // of a build system's tests of the compiler
     uint64_t _clampedCounts = 0;
     uint64_t _negativeCounts = 0;

@@ -315,7 +315,10 @@ void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
             lines.push_back({destination, {line._block, line._line}});
         }
     }
-    std::sort(lines.begin(), lines.end());
+    // Nearly all copies have lines of their own function alone, which are in order.
+    if (!std::is_sorted(lines.begin(), lines.end())) {
+        std::sort(lines.begin(), lines.end());
+    }
     Piece* piece = nullptr;
     uint32_t block = 0;
     for (const SortedLine& line : lines) {
@@ -326,6 +329,7 @@ void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
             pieces.emplace_back();
             piece = &pieces.back();
             piece->_destination = line._destination;
+            piece->_lines.reserve(lines.size());
         }
         if (isNew || block != line._line._block) {
             block = line._line._block;

@@ -47,7 +47,7 @@ bool isBody(const GcnoFunction& function)
 // "_Z1fPZ1fvE11_Z1fv.Frame.actor".
 std::string coroutineOf(const std::string& body)
 {
-    const std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
+    std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
     if (!endsWith(name, frameEnd)) {
         return name;
     }
@@ -111,6 +111,7 @@ void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, 
         files.push_back(source(folder, file));
     }
     std::vector<CopyLine>& lines = graph._copy._lines;
+    lines.reserve(function._lines.size());
     std::vector<bool> hasLines(function._nBlocks);
     std::vector<bool> isElsewhere(function._nBlocks);
     for (const GcnoLine& line : function._lines) {
@@ -129,7 +130,9 @@ void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, 
     for (uint32_t block = 0; block < function._nBlocks; ++block) {
         graph._blocksOfOtherFiles += isElsewhere[block] && !hasLines[block] ? 1 : 0;
     }
-    std::sort(lines.begin(), lines.end());
+    if (!std::is_sorted(lines.begin(), lines.end())) {
+        std::sort(lines.begin(), lines.end());
+    }
     lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
     lines.shrink_to_fit();
 }

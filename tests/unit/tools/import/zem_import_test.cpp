@@ -169,6 +169,41 @@ TEST_F(ZemImportTest, MapHoldsFilesFunctionsAndNames)
     EXPECT_EQ(output().find('\n'), output().size() - 1) << output();
 }
 
+TEST_F(ZemImportTest, InstancesStayApartWhenAskedFor)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    ASSERT_EQ(import("gcc --instances --name each build"), 0) << output();
+    const std::string text = mapText(mapOf("each"));
+    EXPECT_NE(text.find("  larger<int>__Fii\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  larger<long>__Fll\n"), std::string::npos) << text;
+}
+
+TEST_F(ZemImportTest, ProbesOfBuildSystemsAreLeftOutUnlessAskedFor)
+{
+    ASSERT_EQ(
+        run("mkdir -p build/CMakeFiles/3.25.1/CompilerIdCXX build/meson-private && "
+            "mv build/main.gc* build/CMakeFiles/3.25.1/CompilerIdCXX && "
+            "cp build/CMakeFiles/3.25.1/CompilerIdCXX/main.gcno build/meson-private/try.gcno"),
+        0);
+    ASSERT_EQ(import("gcc --name some build"), 0) << output();
+    EXPECT_EQ(mapText(mapOf("some")).find("main.cc"), std::string::npos);
+    EXPECT_NE(output().find("2 units of build system probes"), std::string::npos) << output();
+    ASSERT_EQ(import("gcc --probes --name all build"), 0) << output();
+    EXPECT_NE(mapText(mapOf("all")).find("main.cc"), std::string::npos);
+    EXPECT_EQ(output().find("probes"), std::string::npos) << output();
+}
+
+TEST_F(ZemImportTest, OptimisedBuildIsShownAsItRan)
+{
+    ASSERT_EQ(run("cd build && rm -f * && g++ --coverage -O2 -I../src -c ../src/main.cc && "
+                  "g++ --coverage -O2 -c '../src/jobs and shapes.cc' && "
+                  "g++ --coverage *.o -o work && ./work 40"),
+              0)
+        << output();
+    ASSERT_EQ(import("gcc --name fast build"), 0) << output();
+    EXPECT_EQ(output().find("shown as untested"), std::string::npos) << output();
+}
+
 TEST_F(ZemImportTest, AnotherRunGivesTheSameMapAndALogThatMerges)
 {
     ASSERT_EQ(run("GCOV_PREFIX=$PWD/run1 build/work && GCOV_PREFIX=$PWD/run2 build/work 40"), 0);
