@@ -179,6 +179,13 @@ protected:
 constexpr size_t AllCalls = static_cast<size_t>(-1);
 constexpr size_t SomeCalls = 250;
 
+// Each of the three files, and the folder for the map's name and for the log's.
+TEST_F(ImportFaultsTest, AllIsPutOnTheDisk)
+{
+    EXPECT_EQ(_counts["rename"], 3);
+    EXPECT_EQ(_counts["sync"], 5);
+}
+
 TEST_F(ImportFaultsTest, EveryFileCallFailsOnce)
 {
     for (const char* call : {"open", "read", "write", "close", "sync", "rename", "readdir"}) {
