@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tools/common/standardStreams.h"
+#include "qip/Support/standardStreams.h"
 
 #include "tests/support/StdErr.h"
 
