@@ -25,6 +25,7 @@ struct Function
     std::string _name;
     std::string _types;
     bool _hasTypes = false;
+    bool _isSymbol = false; // no C++ name: shown as it is
 };
 
 bool takeEnd(std::string& text, const char* end)
@@ -59,29 +60,125 @@ std::string decoded(const std::string& symbol)
     return result;
 }
 
-// The bracket that opens the parameter list, whose closing one is the text's last.
+// The bracket that opens the parameter list, whose closing one is the text's last. Parentheses are
+// always in pairs, those of an operator's name, too.
 size_t parametersAtEnd(const std::string& text)
 {
-    const NameText brackets(text);
-    if (text.empty() || text.back() != ')') {
-        return std::string::npos;
+    int depth = 0;
+    for (size_t i = text.size(); i-- > 0;) {
+        depth += text[i] == ')' ? 1 : 0;
+        depth -= text[i] == '(' ? 1 : 0;
+        if (depth == 0) {
+            return text[i] == '(' ? i : std::string::npos;
+        }
     }
-    const size_t bracket = brackets.partner(text.size() - 1);
-    return bracket == NameText::None ? std::string::npos : bracket;
+    return std::string::npos;
 }
 
-// Finds the parameters of the function whose whole text and whose name's text these are: the result
-// may be an array or a function, whose marks stand behind the parameters.
-size_t parametersOf(const std::string& text, const std::string& name)
+// The bracket that closes the one at `bracket`, or the text's end.
+size_t closingBracket(const std::string& text, size_t bracket)
 {
-    const size_t at = text.find(name + "(");
-    return at == std::string::npos ? std::string::npos : at + name.size();
+    int depth = 0;
+    size_t i = bracket;
+    for (; i < text.size(); ++i) {
+        depth += text[i] == '(' ? 1 : 0;
+        depth -= text[i] == ')' ? 1 : 0;
+        if (depth == 0) {
+            break;
+        }
+    }
+    return i;
+}
+
+// The parameter packs of lambdas as types with a qualifier "...", which every decoder knows.
+std::string withPacksQualified(const std::string& symbol, const SymbolScan& scan)
+{
+    std::string result = symbol;
+    for (size_t i = scan._lambdaPacks.size(); i-- > 0;) {
+        result.replace(scan._lambdaPacks[i], 2, "U3...");
+    }
+    return result;
+}
+
+// Shows the qualifier as decoders do that know packs: "(auto:1)..." of "auto:1 ...". Returns how
+// many there were.
+size_t restorePacks(std::string& text)
+{
+    size_t count = 0;
+    for (size_t at = text.find(" ..."); at != std::string::npos; at = text.find(" ...", at)) {
+        const NameText brackets(text);
+        size_t start = at;
+        while (start > 0 && std::strchr("(<", text[start - 1]) == nullptr &&
+               (start < 2 || text.compare(start - 2, 2, ", ") != 0)) {
+            --start;
+            const size_t partner = brackets.partner(start);
+            start = partner != NameText::None && partner < start ? partner : start;
+        }
+        if (start < at) {
+            text.replace(at, 1, ")");
+            text.insert(start, "(");
+            ++count;
+        }
+        at += 2;
+    }
+    return count;
+}
+
+// The symbol's text and where its parts are in it.
+struct Decoded
+{
+    std::string _text;
+    size_t _name = 0;                       // where the name starts
+    size_t _parameters = std::string::npos; // their opening bracket
+};
+
+// Of a name with a result the place is found by the name's own text: the marks of a result that is
+// an array or a function stand behind the parameters.
+void findName(const std::string& symbol, const SymbolScan& scan, Decoded& result)
+{
+    if (scan._isKnown && scan._hasResult) {
+        std::string name = decoded(symbol.substr(0, scan._nameEnd));
+        dropQualifiers(name);
+        const size_t at = name.empty() ? std::string::npos : result._text.find(name + "(");
+        if (at != std::string::npos) {
+            result._name = at;
+            result._parameters = at + name.size();
+            return;
+        }
+    }
+    dropQualifiers(result._text);
+    result._parameters = parametersAtEnd(result._text);
+}
+
+Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
+{
+    Decoded result;
+    result._text = decoded(symbol);
+    if (result._text.empty() && !scan._lambdaPacks.empty()) {
+        // The name alone: parameters may refer to the pack, and would not be one any more.
+        const std::string usable = withPacksQualified(symbol, scan);
+        result._text = decoded(usable.substr(0, scanSymbol(usable)._nameEnd));
+        if (restorePacks(result._text) != scan._lambdaPacks.size()) {
+            result._text.clear();
+        }
+        dropQualifiers(result._text);
+        return result;
+    }
+    result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
+    for (const char* thunk : {"non-virtual thunk to ", "virtual thunk to "}) {
+        if (result._text.compare(0, std::strlen(thunk), thunk) == 0) {
+            result._text.erase(0, std::strlen(thunk)); // its lines are the function's
+        }
+    }
+    findName(symbol, scan, result);
+    return result;
 }
 
 Function readFunction(const std::string& symbol, ImportLosses& losses)
 {
     Function function;
     function._name = symbol;
+    function._isSymbol = true;
     if (symbol.compare(0, 2, "_Z") != 0) {
         return function;
     }
@@ -90,29 +187,19 @@ Function readFunction(const std::string& symbol, ImportLosses& losses)
         ++losses._namesNotUnfolded;
         return function;
     }
-    std::string text = decoded(symbol);
+    const Decoded found = decodeSymbol(symbol, scan);
+    const std::string& text = found._text;
     if (text.empty()) {
         return function;
     }
-    text.resize(std::min(text.find(" [clone "), text.size()));
-    size_t start = 0;
-    size_t bracket = std::string::npos;
-    if (scan._isKnown && scan._hasResult) {
-        std::string name = decoded(symbol.substr(0, scan._nameEnd));
-        dropQualifiers(name);
-        bracket = name.empty() ? bracket : parametersOf(text, name);
-        start = bracket == std::string::npos ? 0 : bracket - name.size();
-    }
-    if (bracket == std::string::npos) {
-        dropQualifiers(text);
-        bracket = parametersAtEnd(text);
-    }
+    function._isSymbol = false;
+    const size_t bracket = found._parameters;
     if (bracket == std::string::npos || bracket == 0) {
         function._name = withStandardNames(text);
         return function;
     }
-    const size_t end = NameText(text).partner(bracket);
-    function._name = withStandardNames(text.substr(start, bracket - start));
+    const size_t end = closingBracket(text, bracket);
+    function._name = withStandardNames(text.substr(found._name, bracket - found._name));
     function._types = withStandardNames(text.substr(bracket + 1, end - bracket - 1));
     function._hasTypes = true;
     return function;
@@ -149,10 +236,15 @@ bool canHaveTypes(const std::string& name)
 }
 
 // The last part of a name without what the class report would be cut at.
-std::string withPlainLastPart(const NameText& name)
+std::string withPlainLastPart(const std::string& name)
 {
-    return name.text().substr(0, name.lastPart()) +
-           withoutQualifiers(name.text().substr(name.lastPart()));
+    const size_t part =
+        name.find_first_of("<(") == std::string::npos && name.find("operator ") == std::string::npos
+            ? name.rfind(':') + 1
+            : NameText(name).lastPart();
+    return name.find(':', part) == std::string::npos
+               ? name
+               : name.substr(0, part) + withoutQualifiers(name.substr(part));
 }
 
 // "S::operator ns::T" keeps its type where that has a code: S::__opQ22ns1T.
@@ -181,7 +273,10 @@ std::string encodedName(const Function& function, const std::string& shown, bool
     if (!canHaveTypes(shown)) {
         return "";
     }
-    std::string stored = isShort ? "" : conversionName(NameText(function._name));
+    std::string stored;
+    if (!isShort && function._name.find("operator ") != std::string::npos) {
+        stored = conversionName(NameText(function._name));
+    }
     stored = (stored.empty() ? shown : stored) + "__F";
     const bool isEncoded =
         isShort ? appendFunctionCode(function._name, function._types, stored, nChanged)
@@ -189,20 +284,37 @@ std::string encodedName(const Function& function, const std::string& shown, bool
     return isEncoded && stored.size() <= RecordPayload::LongestText ? stored : "";
 }
 
+// What the simple report shows of a name. A name with "__" has no form with types, so argument
+// lists with it are left out of short names, too.
+std::string shortLabel(const std::string& whole)
+{
+    std::string shown =
+        whole.size() > LongestLabel ? NameText(whole).shortened(LongestLabel) : whole;
+    if (shown.find("__") == std::string::npos) {
+        return shown;
+    }
+    std::string plain = NameText(shown).withoutDoubleUnderscores();
+    return plain.find("__") == std::string::npos ? plain : shown;
+}
+
 std::string storedForm(const Function& function, const NameStyle& style, ImportLosses& losses)
 {
     bool isRenamed = false;
     std::string stored;
-    if (function._hasTypes) {
-        const std::string whole = withPlainLastPart(NameText(function._name));
-        const std::string shown = style._isFull ? whole : NameText(whole).shortened(LongestLabel);
-        size_t nChanged = 0;
-        stored = encodedName(function, shown, shown != whole, nChanged);
-        losses._namesWithoutTypes += stored.empty() ? 1 : 0;
-        stored = stored.empty() ? plainName(shown, isRenamed) : stored;
-        isRenamed = isRenamed || whole != function._name || nChanged > 0;
-    } else {
+    if (function._isSymbol) {
         stored = plainName(function._name, isRenamed);
+    } else {
+        const std::string whole = withPlainLastPart(function._name);
+        const std::string shown = style._isFull ? whole : shortLabel(whole);
+        size_t nChanged = 0;
+        if (function._hasTypes) {
+            stored = encodedName(function, shown, shown != whole, nChanged);
+        }
+        if (stored.empty()) {
+            stored = plainName(shown, isRenamed);
+            ++losses._namesWithoutTypes;
+        }
+        isRenamed = isRenamed || whole != function._name || nChanged > 0;
     }
     if (stored.size() > RecordPayload::LongestText) {
         stored.resize(RecordPayload::LongestText);
@@ -240,6 +352,7 @@ std::string sharedType(std::vector<std::string> types)
         return types.front();
     }
     std::vector<std::string> templates;
+    templates.reserve(types.size());
     for (const std::string& type : types) {
         templates.push_back(NameText(type).withoutArguments());
     }
@@ -278,6 +391,7 @@ std::string sharedTypes(const std::vector<Function>& instances)
             return result + "...";
         }
         std::vector<std::string> types;
+        types.reserve(lists.size());
         for (const std::vector<std::string>& list : lists) {
             types.push_back(list[i]);
         }
@@ -318,6 +432,7 @@ std::string storedFunctionName(const std::vector<std::string>& symbols, const Na
                                ImportLosses& losses)
 {
     std::vector<Function> instances;
+    instances.reserve(symbols.size());
     for (const std::string& symbol : symbols) {
         instances.push_back(readFunction(symbol, losses));
     }
@@ -325,8 +440,10 @@ std::string storedFunctionName(const std::vector<std::string>& symbols, const Na
     if (instances.size() > 1) {
         function._name = sharedName(instances);
         function._types = sharedTypes(instances);
-        function._hasTypes = std::all_of(instances.begin(), instances.end(),
-                                         [](const Function& one) { return one._hasTypes; });
+        for (const Function& one : instances) {
+            function._hasTypes = function._hasTypes && one._hasTypes;
+            function._isSymbol = function._isSymbol && one._isSymbol;
+        }
     }
     return storedForm(function, style, losses);
 }

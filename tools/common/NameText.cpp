@@ -2,7 +2,6 @@
 #include "tools/common/NameText.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <utility>
 
@@ -27,8 +26,15 @@ const char anonymous[] = "(anonymous namespace)";
 
 bool isWordCharacter(char c)
 {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$' ||
-           (static_cast<unsigned char>(c) & 0x80) != 0;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '$' || (static_cast<unsigned char>(c) & 0x80) != 0;
+}
+
+// A character that starts neither a bracket nor an operator: most of a name.
+bool isPlain(char c)
+{
+    return (c >= 'a' && c <= 'z' && c != 'o') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+           c == '_' || c == ' ';
 }
 
 bool startsAt(const std::string& text, size_t at, const char* word)
@@ -40,15 +46,6 @@ bool endsWith(const std::string& text, const char* end)
 {
     const size_t length = std::strlen(end);
     return text.size() >= length && text.compare(text.size() - length, length, end) == 0;
-}
-
-bool takeEnd(std::string& text, const char* end)
-{
-    if (!endsWith(text, end)) {
-        return false;
-    }
-    text.resize(text.size() - std::strlen(end));
-    return true;
 }
 
 // A bracket that waits for its partner, and how deep the lists inside are.
@@ -65,6 +62,23 @@ char opening(char closing)
 
 } // namespace
 
+size_t pastOperator(const std::string& text, size_t at)
+{
+    const size_t sign = at + OperatorLength;
+    if (text[at] != 'o' || !startsAt(text, at, operatorWord) ||
+        (at > 0 && isWordCharacter(text[at - 1])) || sign >= text.size() ||
+        isWordCharacter(text[sign])) {
+        return at;
+    }
+    for (const char* known : operatorSigns) {
+        if (startsAt(text, sign, known)) {
+            const size_t past = sign + std::strlen(known);
+            return startsAt(text, past, " <") ? past + 1 : past;
+        }
+    }
+    return sign;
+}
+
 NameText::NameText(std::string text)
     : _text(std::move(text)), _partner(_text.size(), None), _listDepth(_text.size(), 0)
 {
@@ -75,25 +89,6 @@ NameText::NameText(std::string text)
 size_t NameText::pastBrackets(size_t at) const
 {
     return _partner[at] != None && _partner[at] > at ? _partner[at] : at;
-}
-
-// Returns the place behind an "operator" and its sign that start at `at`; `at` itself when there
-// is none. The sign may look like brackets; a blank keeps it apart from a list behind it.
-size_t NameText::pastOperator(size_t at) const
-{
-    const size_t sign = at + OperatorLength;
-    if (_text[at] != 'o' || !startsAt(_text, at, operatorWord) ||
-        (at > 0 && isWordCharacter(_text[at - 1])) || sign >= _text.size() ||
-        isWordCharacter(_text[sign])) {
-        return at;
-    }
-    for (const char* known : operatorSigns) {
-        if (startsAt(_text, sign, known)) {
-            const size_t past = sign + std::strlen(known);
-            return startsAt(_text, past, " <") ? past + 1 : past;
-        }
-    }
-    return sign;
 }
 
 void NameText::matchBrackets()
@@ -108,13 +103,16 @@ void NameText::matchBrackets()
         }
     };
     for (size_t i = 0; i < _text.size(); ++i) {
-        const size_t past = pastOperator(i);
+        const char c = _text[i];
+        if (isPlain(c)) {
+            continue;
+        }
+        const size_t past = pastOperator(_text, i);
         if (past != i) {
             pastSign = past;
             i = past - 1;
             continue;
         }
-        const char c = _text[i];
         if (c == '(' || c == '[' || c == '{' ||
             (c == '<' && i > 0 && (isWordCharacter(_text[i - 1]) || i == pastSign))) {
             open.push_back({i, 0});
@@ -147,7 +145,10 @@ void NameText::findParts()
 {
     bool isConversion = false;
     for (size_t i = 0; i < _text.size(); ++i) {
-        const size_t past = pastOperator(i);
+        if (isPlain(_text[i])) {
+            continue;
+        }
+        const size_t past = pastOperator(_text, i);
         if (past != i) {
             const auto isNext = [&](const char* word) {
                 return startsAt(_text, past, word);
@@ -199,7 +200,8 @@ bool NameText::isLocalParameters(size_t at) const
     return startsAt(_text, past, "::");
 }
 
-std::string NameText::without(int depthOfLists, bool withoutLambda, bool withoutParameters) const
+std::string NameText::without(int depthOfLists, bool withoutLambda, bool withoutParameters,
+                              const char* onlyWith) const
 {
     static const std::string dots = "(...)";
     std::string result;
@@ -209,7 +211,8 @@ std::string NameText::without(int depthOfLists, bool withoutLambda, bool without
             result.append(_text, i, lambda - i);
             result += dots;
             i = _partner[lambda];
-        } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists) {
+        } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists &&
+                   _text.find(onlyWith, i) < _partner[i]) {
             result += "<...>";
             i = _partner[i];
         } else if (withoutParameters && isLocalParameters(i)) {
@@ -227,6 +230,15 @@ std::string NameText::shortened(size_t longest) const
     std::string result = _text.size() > longest ? without(0, true, false) : _text;
     for (int depth = 1; depth <= _deepestList && result.size() > longest; ++depth) {
         result = without(depth, true, false);
+    }
+    return result;
+}
+
+std::string NameText::withoutDoubleUnderscores() const
+{
+    std::string result = _text;
+    for (int depth = 1; depth <= _deepestList && result.find("__") != std::string::npos; ++depth) {
+        result = without(depth, depth > 1, false, "__");
     }
     return result;
 }
@@ -276,23 +288,29 @@ void dropPart(std::string& text)
 
 } // namespace
 
-std::string withoutQualifiers(const std::string& text, size_t nKept)
+std::string withoutQualifiers(const std::string& text, int depth)
 {
     std::string result;
+    int inside = 0;
     for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != ':') {
-            result += text[i];
-        } else if (text.compare(i, 2, "::") == 0) {
-            ++i;
-            if (nKept > 0) {
-                --nKept;
-                result += "::";
-                continue;
-            }
+        const size_t past = pastOperator(text, i);
+        if (past != i) {
+            result.append(text, i, past - i);
+            i = past - 1;
+            continue;
+        }
+        inside += std::strchr("<({[", text[i]) != nullptr ? 1 : 0;
+        inside -= std::strchr(")}]", text[i]) != nullptr ||
+                  (text[i] == '>' && i > 0 && text[i - 1] != '-');
+        const bool isPair = text.compare(i, 2, "::") == 0;
+        if (isPair && inside > depth) {
             dropPart(result);
-            while (takeEnd(result, "::")) {
-                dropPart(result); // the same name's, kept before
-            }
+            ++i;
+        } else if (isPair) {
+            result += "::";
+            ++i;
+        } else if (text[i] != ':') {
+            result += text[i];
         } else if (endsWith(result, "auto")) {
             // "auto:1", a parameter of a lambda
             i = std::min(text.find_first_not_of("0123456789", i + 1), text.size()) - 1;
@@ -303,9 +321,31 @@ std::string withoutQualifiers(const std::string& text, size_t nKept)
     return result;
 }
 
+size_t partsOf(const std::string& text)
+{
+    size_t count = 1;
+    for (size_t at = text.find("::"); at != std::string::npos; at = text.find("::", at + 2)) {
+        ++count;
+    }
+    return count;
+}
+
+std::string withFewerParts(const std::string& text, size_t mostParts)
+{
+    std::string result = text;
+    for (int depth = 32; depth >= -1 && partsOf(result) > mostParts; --depth) {
+        result = withoutQualifiers(text, depth);
+    }
+    return result;
+}
+
 std::vector<std::string> splitList(const std::string& types)
 {
     std::vector<std::string> result;
+    if (types.find(',') == std::string::npos && types.find_first_not_of(' ') == 0 &&
+        types.back() != ' ') {
+        return {types};
+    }
     const NameText text(types);
     size_t start = 0;
     for (size_t i = 0; i <= types.size(); ++i) {

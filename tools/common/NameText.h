@@ -33,6 +33,8 @@ public:
     // At most `longest` characters where that can be done: the parameters of lambdas become
     // "(...)", then the innermost argument lists `<...>`, then those around them.
     std::string shortened(size_t longest) const;
+    // `<...>` for every argument list with "__" in it, the innermost first, until none is left.
+    std::string withoutDoubleUnderscores() const;
     // Every argument list is `<...>`.
     std::string withoutArguments() const;
     // The same, and "(...)" for the parameters of lambdas and of functions that the name is local
@@ -42,8 +44,8 @@ public:
 private:
     void matchBrackets();
     void findParts();
-    size_t pastOperator(size_t at) const;
-    std::string without(int depthOfLists, bool withoutLambda, bool withoutParameters) const;
+    std::string without(int depthOfLists, bool withoutLambda, bool withoutParameters,
+                        const char* onlyWith = "") const;
     size_t lambdaParameters(size_t at) const;
     bool isLocalParameters(size_t at) const;
 
@@ -55,9 +57,20 @@ private:
     size_t _conversionType = None;
 };
 
-// `text` without the namespaces and classes in front of each name, and without any other ':'. The
-// first `nKept` "::" stay.
-std::string withoutQualifiers(const std::string& text, size_t nKept = 0);
+// The place behind an "operator" and its sign that start at `at`, and behind the blank that keeps a
+// '<' of the sign apart from an argument list; `at` itself when there is none.
+size_t pastOperator(const std::string& text, size_t at);
+
+// `text` without the namespaces and classes in front of each name, and without any other ':'. Only
+// names inside of more than `depth` brackets lose them.
+std::string withoutQualifiers(const std::string& text, int depth = -1);
+
+// A type with at most `mostParts` parts between its "::": the innermost names lose theirs first.
+// `text` may be a piece of a type, with brackets that have no partners.
+std::string withFewerParts(const std::string& text, size_t mostParts);
+
+// How many parts the "::" of a text make.
+size_t partsOf(const std::string& text);
 
 // The parts of a list of types between its commas, without blanks around them; none of an empty
 // list.

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/StandardNames.h"
 
-#include <cctype>
+#include "tools/common/NameText.h"
+
 #include <cstring>
 #include <vector>
 
@@ -69,7 +70,8 @@ const char* const namespaces[] = {"std::__cxx11::", "std::chrono::", "std::"};
 
 bool isNameCharacter(char c)
 {
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == ':';
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == ':';
 }
 
 // Copies text and remembers the open brackets of the copy, and where the arguments of each list
@@ -86,48 +88,18 @@ private:
         std::vector<size_t> _arguments; // where each starts; the first behind the bracket
     };
 
-    size_t pastOperator(const std::string& text, size_t at);
     size_t pastStream(const std::string& text, size_t at);
     void close(char bracket);
     void closeList();
     size_t nameStart(size_t bracket) const;
     const DefaultArguments* findDefaults(size_t start, size_t bracket) const;
-    bool isDefault(const char* pattern, const Open& open, size_t argument, size_t end) const;
+    bool isDefault(const char* pattern, const Open& open, size_t index, size_t given) const;
     std::string argument(const Open& open, size_t index) const;
     void abbreviate(size_t start);
 
     std::string _text;
     std::vector<Open> _open;
 };
-
-// "operator<" is no list. Copies the word and its sign and returns the place behind them.
-size_t Writer::pastOperator(const std::string& text, size_t at)
-{
-    static const char word[] = "operator";
-    const size_t sign = at + sizeof(word) - 1;
-    if (text[at] != 'o' || text.compare(at, sizeof(word) - 1, word) != 0 ||
-        (at > 0 && isNameCharacter(text[at - 1]) && text[at - 1] != ':')) {
-        return at;
-    }
-    size_t end = sign;
-    const char c = sign < text.size() ? text[sign] : '\0';
-    if (c == '<' || c == '>') {
-        while (end < text.size() && end < sign + 3 && std::strchr("<>=", text[end]) != nullptr) {
-            ++end;
-        }
-        // "operator><int>" is one sign and a list; "operator< <int>" has a blank.
-        if (c == '>' && text[end - 1] == '<') {
-            --end;
-        }
-        end += end + 1 < text.size() && text[end] == ' ' && text[end + 1] == '<' ? 1 : 0;
-    } else if (text.compare(sign, 2, "->") == 0) {
-        end = sign + 2;
-    } else {
-        return at;
-    }
-    _text.append(text, at, end - at);
-    return end;
-}
 
 // The library's decoder has short names for streams of its own, c++filt has not.
 size_t Writer::pastStream(const std::string& text, size_t at)
@@ -247,18 +219,19 @@ std::string Writer::write(const std::string& text)
     _text.reserve(text.size());
     size_t pastSign = 0;
     for (size_t i = 0; i < text.size(); ++i) {
-        size_t past = pastOperator(text, i);
+        const char c = text[i];
+        size_t past = c == 'o' ? pastOperator(text, i) : i;
         if (past != i) {
+            _text.append(text, i, past - i);
             i = past - 1;
             pastSign = past;
             continue;
         }
-        past = text[i] == 's' ? pastStream(text, i) : i;
+        past = c == 's' ? pastStream(text, i) : i;
         if (past != i) {
             i = past - 1;
             continue;
         }
-        const char c = text[i];
         if (c == '[' && text.compare(i, 5, "[abi:") == 0 && text.find(']', i) < text.size()) {
             i = text.find(']', i);
         } else if (c == '(' || c == '[' || c == '{') {
@@ -274,7 +247,8 @@ std::string Writer::write(const std::string& text)
             closeList();
         } else {
             _text += c;
-            if (c == ' ' && text[i - 1] == ',' && !_open.empty() && _open.back()._bracket == '<') {
+            if (c == ' ' && i > 0 && text[i - 1] == ',' && !_open.empty() &&
+                _open.back()._bracket == '<') {
                 _open.back()._arguments.push_back(_text.size());
             }
         }
@@ -286,5 +260,7 @@ std::string Writer::write(const std::string& text)
 
 std::string withStandardNames(const std::string& text)
 {
-    return Writer().write(text);
+    const bool isPlain =
+        text.find_first_of("<[") == std::string::npos && text.find("std::") == std::string::npos;
+    return isPlain ? text : Writer().write(text);
 }

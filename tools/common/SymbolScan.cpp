@@ -163,6 +163,7 @@ private:
     int _lambdaDepth = 0; // in the parameters of a lambda: template parameters are "auto:1"
     bool _isConversion = false;
     bool _isLaterUsed = false;
+    std::vector<size_t> _lambdaPacks;
     std::vector<Length> _parts;     // what substitutions refer to
     std::vector<Length> _arguments; // of the template whose parameters are being read
     Length _longestArgument;
@@ -234,6 +235,7 @@ bool Scanner::scan(SymbolScan& result)
     result._isKnown = true;
     result._hasResult = _hasResult;
     result._nameEnd = _nameEnd;
+    result._lambdaPacks.swap(_lambdaPacks);
     result._length = std::min(length.sum() + (_text.size() - _at) + 10, Boundless);
     return true;
 }
@@ -790,6 +792,9 @@ bool Scanner::typeOfD(Length& length)
         return isGood;
     }
     if (c == 'p') {
+        if (_lambdaDepth > 0) {
+            _lambdaPacks.push_back(_at - 2);
+        }
         const bool isGood = type(length);
         expandPack(length);
         remember(length);

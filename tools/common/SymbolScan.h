@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 struct SymbolScan
 {
@@ -17,6 +18,8 @@ struct SymbolScan
     size_t _nameEnd = 0;     // what follows the name in the symbol: parameters, or its end
     uint64_t _length = 0;    // of the text, in characters: at most this, or little more
     uint64_t _steps = 0;     // parts read, each repetition counted
+    // Where "Dp" stands in the parameters of lambdas: some versions of the decoder do not know it.
+    std::vector<size_t> _lambdaPacks;
 };
 
 // The result is linear in the symbol's length, in time and memory. `_length` of a symbol that is

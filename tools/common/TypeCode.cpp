@@ -11,6 +11,7 @@ namespace {
 // Deeper function types are written as they stand; the source's nesting drives the recursion.
 constexpr int DeepestNesting = 32;
 constexpr size_t MostParts = 9;
+constexpr int AnyDepth = 1000000;
 
 struct BaseType
 {
@@ -78,7 +79,7 @@ public:
 
     bool list(const std::string& types, int nesting);
     bool function(const std::string& name, const std::string& types);
-    bool piece(const std::string& name, std::string& codes);
+    bool piece(const std::string& text, std::string& codes);
 
 private:
     // The codes before a base: of its marks, the outermost first, and of the base's own qualifiers.
@@ -102,15 +103,6 @@ private:
     size_t& _nChanged;
 };
 
-size_t partsOf(const std::string& name)
-{
-    size_t count = 1;
-    for (size_t at = name.find(':'); at != std::string::npos; at = name.find(':', at + 2)) {
-        ++count;
-    }
-    return count;
-}
-
 // A ':' that is none of a pair: "auto:1", "a?b : c".
 bool hasSingleColon(const std::string& name)
 {
@@ -122,29 +114,12 @@ bool hasSingleColon(const std::string& name)
     return false;
 }
 
-// "auto:1" as "auto"; any other single ':' as '.'.
-std::string withoutSingleColons(const std::string& name)
-{
-    std::string result;
-    for (size_t i = 0; i < name.size(); ++i) {
-        if (name.compare(i, 2, "::") == 0) {
-            result += "::";
-            ++i;
-        } else if (name[i] == ':' && endsWith(result, "auto")) {
-            i = std::min(name.find_first_not_of("0123456789", i + 1), name.size()) - 1;
-        } else {
-            result += name[i] == ':' ? '.' : name[i];
-        }
-    }
-    return result;
-}
-
 // One name without ", " that needs splitting. Changes it when it cannot be written as it stands.
 bool TypeEncoder::piece(const std::string& text, std::string& codes)
 {
     std::string name = text;
     if (hasSingleColon(name)) {
-        name = withoutSingleColons(name);
+        name = withoutQualifiers(name, AnyDepth);
         ++_nChanged;
     }
     if (name.compare(0, 2, "::") == 0) {
@@ -152,7 +127,7 @@ bool TypeEncoder::piece(const std::string& text, std::string& codes)
         ++_nChanged;
     }
     if (partsOf(name) > MostParts) {
-        name = withoutQualifiers(name, MostParts - 1);
+        name = withFewerParts(name, MostParts);
         ++_nChanged;
     }
     const size_t count = partsOf(name);

@@ -15,6 +15,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <set>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -42,6 +43,10 @@ uint32_t wordAt(const std::string& bytes, size_t position)
 
 Kind kindOf(const std::string& path, std::string& problem)
 {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        return Kind::Other;
+    }
     InputFile file;
     std::string bytes;
     if (!file.open(path) || !file.append(bytes, qipVLHeader::Size + 4)) {
@@ -119,8 +124,7 @@ bool MapCleaner::lookAt(const std::string& name)
     case Kind::Log:
         return addLog(name);
     case Kind::Unreadable:
-        // Only a log can name a map.
-        return !endsWith(name, ".log") || fail(_folder.path() + "/" + name, problem);
+        return fail(_folder.path() + "/" + name, problem);
     default:
         return true;
     }

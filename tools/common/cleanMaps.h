@@ -18,6 +18,6 @@ struct CleanedMaps
 // what dead imports left. A log names a map by the last part of its path, so that a folder that was
 // moved loses nothing. Logs are known by how they begin, whatever their names. Waits for imports
 // that write into the folder.
-// Returns false, with a problem: the folder or a log cannot be read, and nothing was removed; or a
-// map cannot be removed.
+// Returns false, with a problem: the folder or a file in it, which may be a log, cannot be read,
+// and nothing was removed; or a map cannot be removed.
 [[nodiscard]] bool cleanMaps(const std::string& folder, CleanedMaps& result);

@@ -176,6 +176,10 @@ bool CoverageFiles::writeLosses(const ImportLosses& losses)
 {
     std::ostringstream text;
     losses.write(text);
+    if (!text) { // a stream swallows that memory ran out
+        errno = ENOMEM;
+        return false;
+    }
     return _note.create(_folder.path()) && _note.write(text.str());
 }
 

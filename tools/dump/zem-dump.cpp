@@ -78,7 +78,13 @@ int dumpFiles(int count, char** names)
             status = FileFailed;
         }
     }
-    if (!std::cout) {
+    return status;
+}
+
+// The exit status of a program that has printed all it had to.
+int finish(int status)
+{
+    if (!std::cout.flush()) {
         std::perror("zem-dump: standard output");
         return FileFailed;
     }
@@ -91,11 +97,11 @@ int main(int argc, char** argv)
 {
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::cout << "zem-dump " << ZEM_VERSION << "\n";
-        return Success;
+        return finish(Success);
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         usage(std::cout);
-        return Success;
+        return finish(Success);
     }
     int first = 1;
     if (argc > 1 && std::strcmp(argv[1], "--") == 0) {
@@ -110,5 +116,5 @@ int main(int argc, char** argv)
         usage(std::cerr);
         return Misused;
     }
-    return dumpFiles(argc - first, argv + first);
+    return finish(dumpFiles(argc - first, argv + first));
 }

@@ -55,7 +55,6 @@ struct Place
     uint32_t _file = 0;
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
-    bool _isUnited = false; // holds pieces of other functions' copies
     std::vector<std::string> _symbols;
     std::vector<FunctionCopy*> _copies;
     std::vector<Piece> _pieces;
@@ -79,15 +78,15 @@ bool placeBefore(const FunctionCopy* a, const FunctionCopy* b)
 bool rangeBefore(const FunctionCopy* a, const FunctionCopy* b)
 {
     return std::tie(a->_file, a->_startLine, a->_startColumn, a->_endLine, a->_endColumn,
-                    a->_isHidden, a->_symbol) < std::tie(b->_file, b->_startLine, b->_startColumn,
-                                                         b->_endLine, b->_endColumn, b->_isHidden,
-                                                         b->_symbol);
+                    a->_symbol, a->_isHidden) < std::tie(b->_file, b->_startLine, b->_startColumn,
+                                                         b->_endLine, b->_endColumn, b->_symbol,
+                                                         b->_isHidden);
 }
 
 bool sameRange(const FunctionCopy& a, const FunctionCopy& b)
 {
     return a._file == b._file && a._startLine == b._startLine && a._startColumn == b._startColumn &&
-           a._endLine == b._endLine && a._endColumn == b._endColumn && a._isHidden == b._isHidden;
+           a._endLine == b._endLine && a._endColumn == b._endColumn;
 }
 
 void addHits(int64_t& sum, int64_t hits)
@@ -380,9 +379,7 @@ void ModelBuilder::distribute()
             if (piece._destination._kind == Destination::ForFile) {
                 moveToEntry(i, piece);
             } else {
-                Place& owner = _places[piece._destination._number];
-                owner._isUnited = true;
-                owner._pieces.push_back(std::move(piece));
+                _places[piece._destination._number]._pieces.push_back(std::move(piece));
             }
         }
     }
@@ -405,7 +402,7 @@ void ModelBuilder::unite(Place& place, CovFunction& function) const
     if (pieces.empty()) {
         return;
     }
-    if (isSame && !place._isUnited) {
+    if (isSame) {
         sumPieces(pieces, function);
     } else {
         uniteLines(pieces, function);

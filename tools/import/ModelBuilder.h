@@ -6,9 +6,10 @@
 // that were put into it. In the model there is one function for one place in the source:
 //
 //   - Copies with one file, one range and one name (templateName()) are one function.
-//   - When its copies are equal, block for block, their counts are added up. When they differ, or
-//     other functions hold lines of it, it has a block for each line, which ran as often as, in
-//     each copy, the block on that line that ran most.
+//   - When its copies, and what other functions hold of it, are equal, block for block, their
+//   counts
+//     are added up. Otherwise it has a block for each line, which ran as often as, in each copy,
+//     the block on that line that ran most.
 //   - A line in the range of another function of its file belongs to the innermost one there.
 //   - Lines in a file that is not the function's own, and in no function there, make an entry of
 //     the function in that file.

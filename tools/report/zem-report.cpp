@@ -97,17 +97,27 @@ void Report::print()
     table.deleteRows();
 }
 
+// The exit status of a program that has printed all it had to.
+int finish(int status)
+{
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::perror("zem-report: standard output");
+        return LogFailed;
+    }
+    return status;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::printf("zem-report %s\n", ZEM_VERSION);
-        return Success;
+        return finish(Success);
     }
     if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
         usage();
-        return Success;
+        return finish(Success);
     }
     // Never destroyed: the end of the process frees millions of records at once.
     static Report& report = *new Report;
@@ -131,9 +141,5 @@ int main(int argc, char** argv)
         return Misused;
     }
     report.print();
-    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
-        std::perror("zem-report: standard output");
-        return LogFailed;
-    }
-    return status;
+    return finish(status);
 }

@@ -95,7 +95,7 @@ std::string GcovWords::text(bool& isNull)
 std::string GcovWords::skipNotesHead()
 {
     bool isNull = false;
-    const std::string folder = text(isNull);
+    std::string folder = text(isNull);
     word(); // whether unexecuted blocks are supported
     return folder;
 }

@@ -97,6 +97,7 @@ TEST_F(BlockListTest, BlockHasOneBlockWithoutPlaceForAllLinesShownElsewhere)
     add(1, 9, {{{1, 2, 3}, 1}});
     add(2, 4, {{{2, 3, 4}, 2}});
     EXPECT_EQ(arrange(), "1-1:1 2-2:1 2-2:2 3-3:1 3-3:2\n0-0:2 4-4:2");
+    EXPECT_TRUE(_losses._blocksPastLastLine.empty());
 }
 
 TEST_F(BlockListTest, LinesPast65535AreKeptWithoutAPlaceAndCounted)

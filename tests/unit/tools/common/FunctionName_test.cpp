@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/FunctionName.h"
 
+#include "tests/support/Golden.h"
 #include "tools/common/RecordPayload.h"
 #include "zem/Demangle/demangle.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace {
@@ -87,6 +89,224 @@ const NameRow rows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Rows, FunctionNameTest, ::testing::ValuesIn(rows),
                          [](const auto& info) { return std::string(info.param.name); });
+
+std::string shown(const std::string& stored, int mode)
+{
+    char* text = demangle_name(stored.c_str(), mode);
+    std::string result = text != nullptr ? text : stored;
+    std::free(text);
+    return result;
+}
+
+// What the class report makes of a stored name.
+std::string classOf(const std::string& stored)
+{
+    const size_t colon = stored.rfind(':');
+    return colon == std::string::npos || colon == 0 ? "" : stored.substr(0, colon - 1);
+}
+
+struct ReportRow
+{
+    const char* name;
+    const char* symbol;
+    const char* simple;
+    const char* full; // with types and qualifiers
+    const char* klass;
+};
+
+void PrintTo(const ReportRow& row, std::ostream* out)
+{
+    *out << row.symbol;
+}
+
+class FunctionReportTest : public ::testing::TestWithParam<ReportRow>
+{};
+
+TEST_P(FunctionReportTest, ShowsNameTypesAndClass)
+{
+    ImportLosses losses;
+    const std::string stored = storedFunctionName(GetParam().symbol, losses);
+    EXPECT_EQ(shown(stored, -1), GetParam().simple);
+    EXPECT_EQ(shown(stored, 1), GetParam().full);
+    EXPECT_EQ(classOf(stored), GetParam().klass);
+}
+
+const ReportRow reportRows[] = {
+    {"ClassTemplate", "_ZN2ns4ListINS_4NodeEE6appendEOS1_", "ns::List<ns::Node>::append",
+     "ns::List<ns::Node>::append(ns::Node &&)", "ns::List<ns::Node>"},
+    {"NestedClass", "_ZN1a1b1C1fEv", "a::b::C::f", "a::b::C::f()", "a::b::C"},
+    {"LambdaInConstMember", "_ZZNK1S3getEvENKUlvE_clEv", "S::get() const::{lambda()#1}::operator()",
+     "S::get() const::{lambda()#1}::operator()()", "S::get() const::{lambda()#1}"},
+    {"GenericLambda", "_ZZ4mainENKUlT_E_clIN2ns1TEEEDaS_",
+     "main::{lambda(auto:1)#1}::operator()<T>", "main::{lambda(auto:1)#1}::operator()<T>(ns::T)",
+     "main::{lambda(auto:1)#1}"},
+    {"VariadicLambda", "_ZZ1uvENKUlT_DpT0_E0_clIiJcEEEDaS_S1_",
+     "u()::{lambda(auto:1, (auto:2)...)#2}::operator()<int, char>",
+     "u()::{lambda(auto:1, (auto:2)...)#2}::operator()<int, char>",
+     "u()::{lambda(auto:1, (auto:2)...)#2}"},
+    {"LocalClass", "_ZZ1fvEN5Local1gEv", "f()::Local::g", "f()::Local::g()", "f()::Local"},
+    {"LocalClassOfConversion", "_ZZNK1ScvN2ns1TEEvEN1X1fEv", "S::operator ns::T() const::X::f",
+     "S::operator ns::T() const::X::f()", "S::operator ns::T() const::X"},
+    {"AnonymousNamespace", "_ZN12_GLOBAL__N_11S1fEv", "(anonymous namespace)::S::f",
+     "(anonymous namespace)::S::f()", "(anonymous namespace)::S"},
+    {"Conversion", "_ZN1ScvN2ns1TEEv", "S::operator ns::T", "S::operator ns::T()", "S"},
+    {"ConversionToArrayReference", "_ZN1ScvRA3_iEv", "S::operator int (&) [3]",
+     "S::operator int (&) [3]()", "S"},
+    {"Literal", "_ZN2nsli2_xEPKc", "ns::operator\"\" _x", "ns::operator\"\" _x(const char *)",
+     "ns"},
+    {"Spaceship", "_ZN1SssERKS_", "S::operator<=>", "S::operator<=>(const S &)", "S"},
+    {"LessWithArguments", "_ZN1SltIN2ns1TEEEbT_", "S::operator< <T>", "S::operator< <T>(ns::T)",
+     "S"},
+    {"ArrowWithArguments", "_ZN1SptIiEEbv", "S::operator-><int>", "S::operator-><int>()", "S"},
+    {"ResultIsArrayReference", "_Z3fooIiERAplLi1ELi2E_iT_", "foo<int>", "foo<int>(int)", ""},
+    {"ResultIsFunction", "_ZN2ns1fIiEEPFvT_Ei", "ns::f<int>", "ns::f<int>(int)", "ns"},
+    {"ConstMemberPointer", "_Z1fM1SKFviE", "f", "f(void (S::*)(int) const)", ""},
+    {"StandardDefaults", "_Z1fSt6vectorISsSaISsEESt3mapIiSsSt4lessIiESaISt4pairIKiSsEEE", "f",
+     "f(std::vector<std::string>, std::map<int, std::string>)", ""},
+    {"OtherAllocatorStays", "_Z1fSt6vectorIiN2ns5AllocIiEEE", "f",
+     "f(std::vector<int, ns::Alloc<int>>)", ""},
+    {"StreamAsTheToolsShowIt", "_ZlsRSoRK1S", "operator<<",
+     "operator<<(std::basic_ostream<char> &, const S &)", ""},
+    {"LongNameIsToldWhole",
+     "_ZN2ns5parseIN1a1b6ReaderIiNS1_6BufferIcEEEENS1_7HandlerINS1_17EventOfTheReadersEEEEEbRT_OT0_"
+     "i",
+     "ns::parse<Reader<int, Buffer<...>>, Handler<...>>",
+     "ns::parse<Reader<int, Buffer<...>>, Handler<...>>(ns::parse<a::b::Reader<int, "
+     "a::Buffer<char>>, "
+     "a::Handler<a::EventOfTheReaders>> (a::b::Reader<int, a::Buffer<char>> &, "
+     "a::Handler<a::EventOfTheReaders> &&, int))",
+     "ns"},
+    {"DoubleUnderscoreInArguments", "_ZN2ns1fIoEEvT_", "ns::f<...>",
+     "ns::f<...>(ns::f<unsigned __int128> (unsigned __int128))", "ns"},
+    {"DoubleUnderscoreInName", "_ZN2ns4a__bEi", "ns::a__b", "ns::a__b", "ns"},
+    {"Thunk", "_ZThn16_N1S1fEv", "S::f", "S::f()", "S"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, FunctionReportTest, ::testing::ValuesIn(reportRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(FunctionNameLengthTest, OnlyNamesOfMoreThanSixtyCharactersAreShortened)
+{
+    ImportLosses losses;
+    const std::string word(49, 'f'); // "f...f<A<double>>" of 60
+    const std::string sixty = "_Z49" + word + "I1AIdEEvv";
+    const std::string more = "_Z50f" + word + "I1AIdEEvv";
+    EXPECT_EQ(shown(storedFunctionName(sixty, losses), -1), word + "<A<double>>");
+    EXPECT_EQ(shown(storedFunctionName(more, losses), -1), "f" + word + "<A<...>>");
+}
+
+TEST(FunctionNameLengthTest, FullNamesKeepEveryList)
+{
+    ImportLosses losses;
+    const std::string word(90, 'f');
+    NameStyle style;
+    style._isFull = true;
+    const std::string stored = storedFunctionName({"_Z90" + word + "I1AIiEEvi"}, style, losses);
+    EXPECT_EQ(stored, word + "<A<int>>__Fi");
+}
+
+struct InstancesRow
+{
+    const char* name;
+    std::vector<std::string> symbols;
+    const char* shown; // with types
+    const char* key;   // of the first
+};
+
+void PrintTo(const InstancesRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class FunctionInstancesTest : public ::testing::TestWithParam<InstancesRow>
+{};
+
+TEST_P(FunctionInstancesTest, HaveTheTemplatesName)
+{
+    ImportLosses losses;
+    const std::string stored = storedFunctionName(GetParam().symbols, NameStyle(), losses);
+    EXPECT_EQ(shown(stored, 1), GetParam().shown);
+}
+
+TEST_P(FunctionInstancesTest, HaveOneKey)
+{
+    for (const std::string& symbol : GetParam().symbols) {
+        EXPECT_EQ(templateName(symbol), GetParam().key) << symbol;
+    }
+}
+
+const InstancesRow instancesRows[] = {
+    {"SameParameters", {"_ZN2ns1fIcEEvi", "_ZN2ns1fIiEEvi"}, "ns::f<...>(int)", "ns::f<...>"},
+    {"DifferentParameters",
+     {"_Z1fIcEvRKT_i", "_Z1fIiEvRKT_i"},
+     "f<...>(const auto &, int)",
+     "f<...>"},
+    {"SameTemplateAsParameter",
+     {"_Z1fIcEvSt6vectorIT_SaIS1_EE", "_Z1fIiEvSt6vectorIT_SaIS1_EE"},
+     "f<...>(std::vector<...>)",
+     "f<...>"},
+    {"Pack", {"_Z1fIJiEEvcDpT_", "_Z1fIJicEEvcDpT_"}, "f<...>(char, int, ...)", "f<...>"},
+    {"ClassTemplate", {"_ZN1SIcE3getEi", "_ZN1SIiE3getEi"}, "S<...>::get(int)", "S<...>::get"},
+    {"ConstructorVariants", {"_ZN1SC1Ei", "_ZN1SC2Ei"}, "S::S(int)", "S::S"},
+    {"LambdaInTemplate",
+     {"_ZZ1fIcEvT_ENKUlcE_clEc", "_ZZ1fIiEvT_ENKUliE_clEi"},
+     "f<...>(...)::{lambda(...)#1}::operator()(auto)",
+     "f<...>(...)::{lambda(...)#1}::operator()"},
+    {"ConversionToParameter",
+     {"_ZN1SIcEcvcEv", "_ZN1SIiEcviEv"},
+     "S<...>::operator auto()",
+     "S<...>::operator auto"},
+    {"OperatorLess", {"_ZltIcEbT_", "_ZltIiEbT_"}, "operator< <...>(auto)", "operator< <...>"},
+    {"PlainFunction", {"_ZN2ns1fEi"}, "ns::f(int)", "ns::f"},
+    {"NoTemplateButLocal", {"_ZZ1fiEN1L1gEv"}, "f(int)::L::g()", "f(int)::L::g"},
+    {"NoSymbol", {"main"}, "main", "main"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Rows, FunctionInstancesTest, ::testing::ValuesIn(instancesRows),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+// Doubles its text with each pair, 11 characters each.
+std::string doublingSymbol(int pairs)
+{
+    std::string symbol = "_Z1fSt4pairIiiE";
+    const char digits[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    for (int i = 0; i < pairs; ++i) {
+        const std::string last = i == 0 ? "S0_" : std::string("S") + digits[i] + "_";
+        symbol += "S_I" + last + last + "E";
+    }
+    return symbol;
+}
+
+TEST(FunctionNameBoundTest, SymbolThatUnfoldsToGigabytesStaysAsItIs)
+{
+    ImportLosses losses;
+    const std::string symbol = doublingSymbol(30);
+    EXPECT_EQ(storedFunctionName(symbol, losses), symbol);
+    EXPECT_EQ(templateName(symbol), symbol);
+    EXPECT_EQ(losses._namesNotUnfolded, 1u);
+}
+
+TEST(FunctionNameBoundTest, SmallerOneIsUnfolded)
+{
+    ImportLosses losses;
+    EXPECT_EQ(storedFunctionName(doublingSymbol(2), losses).compare(0, 4, "f__F"), 0);
+    EXPECT_EQ(losses._namesNotUnfolded, 0u);
+}
+
+TEST(FunctionNameSampleTest, EveryKindOfNameIsShownAsRecorded)
+{
+    std::ifstream in(ZEM_TEST_DATA "/names/symbols.txt");
+    std::string text;
+    ImportLosses losses;
+    for (std::string line; std::getline(in, line);) {
+        const std::string symbol = line.substr(0, line.find('\t'));
+        const std::string stored = storedFunctionName(symbol, losses);
+        text += line.substr(symbol.size() + 1) + "\n  " + shown(stored, -1) + "\n  " +
+                shown(stored, 0) + "\n  " + shown(stored, 1) + "\n  class " + classOf(stored) +
+                "\n";
+    }
+    EXPECT_TRUE(matchesGolden("names/symbols.txt", text));
+}
 
 TEST(FunctionNameLossTest, CountsNamesWithoutTypesAndChangedNames)
 {

@@ -58,6 +58,7 @@ TEST_F(CleanMapsTest, OtherFilesAreLeftAlone)
     _dir.write("empty.map", "");
     _dir.write("empty.log", "");
     fs::create_directory(_dir.path("folder.map"));
+    fs::create_directory(_dir.path("folder.log"));
     mapFile({{"/s/c.cc"}}).write(_dir.path("map.saved"));
     ASSERT_TRUE(clean());
     EXPECT_EQ(_result._removed.size(), 1u);
@@ -77,7 +78,7 @@ TEST_F(CleanMapsTest, NothingIsRemovedWhenALogCannotBeRead)
         EXPECT_TRUE(isThere("two-2.map")) << size;
     }
     fs::remove(_dir.path("cut.log"));
-    fs::create_directory(_dir.path("folder.log"));
+    fs::create_symlink("nowhere", _dir.path("lost"));
     EXPECT_FALSE(clean());
     EXPECT_TRUE(isThere("two-2.map"));
 }

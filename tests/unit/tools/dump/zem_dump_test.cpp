@@ -3,6 +3,7 @@
 #include "tests/support/Program.h"
 #include "tests/support/TempDir.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -96,6 +97,17 @@ TEST_F(ZemDumpTest, TwoDashesEndTheOptions)
 {
     EXPECT_EQ(run({"--", _log}).status, 0);
     EXPECT_EQ(run({"--", "-x"}).err, "zem-dump: -x: fopen failed\n");
+}
+
+TEST_F(ZemDumpTest, TextThatCannotBeWrittenIsAnError)
+{
+    for (const char* word : {"--version", "--help"}) {
+        const std::string line = builtProgram("zem-dump") + " " + word;
+        const std::string quiet = " 2>" + _dir.path("err");
+        EXPECT_NE(std::system((line + " >/dev/full" + quiet).c_str()), 0) << word;
+        EXPECT_NE(std::system((line + " >&-" + quiet).c_str()), 0) << word;
+        EXPECT_EQ(std::system((line + " >/dev/null" + quiet).c_str()), 0) << word;
+    }
 }
 
 } // namespace

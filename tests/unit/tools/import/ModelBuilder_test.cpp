@@ -197,6 +197,21 @@ TEST_F(ModelBuilderTest, FunctionMadeByTheCompilerGivesOnlyWhatItHoldsOfOthers)
     EXPECT_EQ(build(), "/a.cc _ZN1AD2Ev 12-14: 12=0 13=7\n/a.cc user 3-5: 3=2\n");
 }
 
+TEST_F(ModelBuilderTest, FunctionMadeByTheCompilerOwnsNoLines)
+{
+    add(A, "_ZN1BD2Ev", 3, 5, {{{13}, 7}})._isHidden = true;
+    add(A, "_ZN1AD2Ev", 12, 14, {{{12}, 1}, {{4}, 2}});
+    EXPECT_EQ(build(), "/a.cc _ZN1AD2Ev 12-14: 4=2 12=1 13=7\n");
+}
+
+TEST_F(ModelBuilderTest, InstancesOfOnePlaceAreFoundAmongOtherPlaces)
+{
+    add(H, "_Z1fIiEvT_", 1, 9, {{{1}, 3}});
+    add(H, "_Z1fIlEvT_", 1, 8, {{{1}, 1}});
+    add(H, "_Z1fIlEvT_", 1, 9, {{{1}, 4}});
+    EXPECT_EQ(build(), "/h.h _Z1fIiEvT_ _Z1fIlEvT_ 1-9: 1=7\n/h.h _Z1fIlEvT_ 1-8: 1=1\n");
+}
+
 TEST_F(ModelBuilderTest, EntriesOfOneNameAreOne)
 {
     add(A, "f", 1, 9, {{{1}, 1}, {{70, 71}, 2, H}});

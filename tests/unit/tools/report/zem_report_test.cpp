@@ -3,6 +3,7 @@
 #include "tests/support/Program.h"
 #include "tests/support/TempDir.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -127,6 +128,17 @@ TEST_F(ZemReportTest, LinksNoXLibrary)
     EXPECT_NE(libraries.out.find("NEEDED"), std::string::npos);
     for (const char* name : {"libX", "libxcb", "libSM", "libICE"}) {
         EXPECT_EQ(libraries.out.find(name), std::string::npos) << name;
+    }
+}
+
+TEST_F(ZemReportTest, TextThatCannotBeWrittenIsAnError)
+{
+    for (const char* word : {"--version"}) {
+        const std::string line = builtProgram("zem-report") + " " + word;
+        const std::string quiet = " 2>" + _dir.path("err");
+        EXPECT_NE(std::system((line + " >/dev/full" + quiet).c_str()), 0) << word;
+        EXPECT_NE(std::system((line + " >&-" + quiet).c_str()), 0) << word;
+        EXPECT_EQ(std::system((line + " >/dev/null" + quiet).c_str()), 0) << word;
     }
 }
 

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+//
+// Runs a program with one of its calls failing (faults.cpp).
+#pragma once
+
+#include "tests/support/Program.h"
+
+#include <cerrno>
+#include <map>
+#include <string>
+#include <vector>
+
+struct Fault
+{
+    std::string call;         // open, read, write, seek, close, sync, rename, readdir, malloc
+    long at = 0;              // from 1; 0 lets all pass
+    std::string how = "fail"; // or last, short, kill
+    int reason = EIO;
+
+    // For messages.
+    std::string text() const;
+};
+
+// Runs `words` and waits for its end. With `counts`, gives how many calls of each kind it made.
+ProgramResult runWithFault(const std::vector<std::string>& words, const Fault& fault,
+                           std::map<std::string, long>* counts = nullptr);
+
+// Which of `total` calls a test lets fail: all of them when they are no more than `most` or when
+// script/faults --all asks for it, else a sample that is the same in every run.
+std::vector<long> chosenCalls(long total, size_t most);
