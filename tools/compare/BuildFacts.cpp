@@ -39,5 +39,6 @@ void BuildFacts::add(const BuildFacts& other)
     for (const auto& file : other._files) {
         addFile(_files[file.first], file.second);
     }
+    _leftOut.insert(other._leftOut.begin(), other._leftOut.end());
     _failures.insert(_failures.end(), other._failures.begin(), other._failures.end());
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -44,7 +45,8 @@ struct FileFacts
 struct BuildFacts
 {
     std::map<std::string, FileFacts> _files; // by absolute path
-    std::vector<std::string> _failures;      // one line for each unit that could not be read
+    std::set<std::string> _leftOut;     // functions of files that the import leaves out, readable
+    std::vector<std::string> _failures; // one line for each unit that could not be read
 
     // Adds `other` to what is here.
     void add(const BuildFacts& other);

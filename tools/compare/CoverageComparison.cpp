@@ -106,11 +106,23 @@ CoverageComparison::CoverageComparison(const BuildFacts& facts, size_t nExamples
     for (const std::string& failure : facts._failures) {
         _findings.add(Findings::UnitFailed, failure);
     }
-    for (const auto& file : facts._files) {
-        for (const auto& function : file.second._functions) {
-            _names.insert(comparedSpelling(PlainName::of(function.second._readable)._name));
+}
+
+// Whether some function anywhere, also in files that the import leaves out, has this simple name.
+bool CoverageComparison::isFunction(const std::string& shown)
+{
+    if (_names.empty()) {
+        for (const auto& file : _facts._files) {
+            for (const auto& function : file.second._functions) {
+                _names.push_back(comparedSpelling(PlainName::of(function.second._readable)._name));
+            }
+        }
+        for (const std::string& readable : _facts._leftOut) {
+            _names.push_back(comparedSpelling(PlainName::of(readable)._name));
         }
     }
+    return std::any_of(_names.begin(), _names.end(),
+                       [&shown](const std::string& name) { return isShown(name, shown, true); });
 }
 
 void CoverageComparison::run(const ZEMRepository& repository)
@@ -282,11 +294,8 @@ void CoverageComparison::compareRow(const std::string& path, const FileFacts& fa
     const ZEMFuncRecord& function = *row._record;
     const std::string example = placeText(path, function._startLine) + function._funcname;
     if (!row._isTold) {
-        const bool isPart =
-            std::any_of(_names.begin(), _names.end(), [&row](const std::string& name) {
-                return isShown(name, row._shown[0], true);
-            });
-        _findings.add(isPart ? Findings::FunctionPart : Findings::FunctionExtra, example);
+        _findings.add(isFunction(row._shown[0]) ? Findings::FunctionPart : Findings::FunctionExtra,
+                      example);
         return;
     }
     if (row._entries > 0 && !row._ran) {

@@ -9,8 +9,8 @@
 #include "tools/compare/Findings.h"
 
 #include <iosfwd>
-#include <set>
 #include <string>
+#include <vector>
 
 class DrawnFile;
 class ZEMFileRecord;
@@ -53,9 +53,11 @@ private:
     void compareRow(const std::string& path, const FileFacts& facts, const Row& row);
     void compareNames(const std::string& path, const Row& row);
 
+    bool isFunction(const std::string& shown);
+
     const BuildFacts& _facts;
+    std::vector<std::string> _names; // of all functions, filled when first needed
     Findings _findings;
-    std::set<std::string> _names; // of gcov's functions, compared spelling, without parameters
     Agreement _functions;
     Agreement _lines;
     uint64_t _linesRun = 0;

@@ -51,6 +51,18 @@ bool addFile(const element& file, FileFacts& facts)
     return true;
 }
 
+// Other files may hold lines of theirs: inlined or included.
+void addLeftOut(const element& file, BuildFacts& facts)
+{
+    array functions;
+    if (file["functions"].get(functions) != simdjson::SUCCESS) {
+        return;
+    }
+    for (const element function : functions) {
+        facts._leftOut.insert(textOf(function, "demangled_name"));
+    }
+}
+
 bool addDocument(const element& document, const SourceFilter& filter, BuildFacts& facts)
 {
     array files;
@@ -60,7 +72,9 @@ bool addDocument(const element& document, const SourceFilter& filter, BuildFacts
     const std::string folder = textOf(document, "current_working_directory");
     for (const element file : files) {
         const std::string path = absolutePath(folder, textOf(file, "file"));
-        if (filter.ask(path) == SourceFilter::Kept && !addFile(file, facts._files[path])) {
+        if (filter.ask(path) != SourceFilter::Kept) {
+            addLeftOut(file, facts);
+        } else if (!addFile(file, facts._files[path])) {
             return false;
         }
     }

@@ -126,6 +126,10 @@ void dropDefaults(std::string& text)
                    std::string(string) + "<char, std::char_traits<char>, std::allocator<char> >",
                    "std::string");
     }
+    // c++filt prints the streams' full names, gcov those of the standard.
+    replaceAll(text, "std::ostream", "std::basic_ostream<char>");
+    replaceAll(text, "std::istream", "std::basic_istream<char>");
+    replaceAll(text, "std::iostream", "std::basic_iostream<char>");
     // A map's allocator stands behind its order, a hash map's behind two more.
     for (const char* name : {"std::allocator", "std::equal_to", "std::hash", "std::less",
                              "std::char_traits", "std::default_delete"}) {

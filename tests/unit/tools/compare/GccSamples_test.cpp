@@ -167,6 +167,23 @@ TEST_P(GccSamplesTest, ViewAgreesWithGcovAndWithTheSource)
     }
     // The optimised sample takes the source of another, so that it has no marks of its own.
     EXPECT_GE(checked, all) << compared;
+    if (fs::exists(source() + "/known")) {
+        const std::string words =
+            " --gcov gcov" + GetParam()._version + " imported/compare.log build";
+        EXPECT_EQ(run(ZEM_BINARY_DIR "/bin/compare-gcov" + words), 1) << output();
+        EXPECT_EQ(run(ZEM_BINARY_DIR "/bin/compare-gcov --allow none" + words), 2) << output();
+    }
+}
+
+TEST(CompareGcovTest, NothingToCompareIsAnErrorOfItsOwn)
+{
+    const TempDir dir;
+    const std::string command = "ZEM_BIN='" ZEM_BINARY_DIR "/bin' '" ZEM_SOURCE_DIR
+                                "/script/compare-gcov' '" +
+                                dir.path() + "' >/dev/null 2>&1";
+    const int status = std::system(command.c_str());
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 2);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, GccSamplesTest, ::testing::ValuesIn(cases()), caseName);

@@ -36,9 +36,10 @@ TEST(GcovFactsTest, UnitsAndInstancesAreAddedUp)
 TEST(GcovFactsTest, FilesThatTheImportLeavesOutAreLeftOut)
 {
     BuildFacts facts;
-    ASSERT_TRUE(addGcovFacts(document("/usr/include/a.h", "", R"({"line_number":2,"count":1})"),
+    ASSERT_TRUE(addGcovFacts(document("/usr/include/a.h", twice, R"({"line_number":2,"count":1})"),
                              SourceFilter(), facts));
     EXPECT_TRUE(facts._files.empty());
+    EXPECT_EQ(facts._leftOut, std::set<std::string>{"f()"});
 }
 
 TEST(GcovFactsTest, CountPastTheNumbersIsARun)

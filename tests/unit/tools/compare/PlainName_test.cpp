@@ -14,6 +14,9 @@ struct Filtered
 
 const Filtered filtered[] = {
     {"main", "main", ""},
+    {"show(std::ostream&)", "show", "(std::basic_ostream<char>&)"},
+    {"show(std::basic_ostream<char, std::char_traits<char> >&)", "show",
+     "(std::basic_ostream<char>&)"},
     {"ns::f(int, char const*)", "ns::f", "(int,char const*)"},
     {"ns::Shape::area() const", "ns::Shape::area", "()"},
     {"ns::Shape::take() &&", "ns::Shape::take", "()"},
