@@ -9,9 +9,9 @@
 // counts. Pinned by ZEMRepositoryTest.TotalsAddUpForEachRecord.
 //
 // The hits of a log wait beside the blocks until somebody looks: loading leaves the blocks as they
-// were, srcfiles() and the making of any table bring all of them up to date. So the records that
-// the rows of a table lead to show the counts of that table until the next look. The totals are up
-// to date always; the dump shows no hits. Pinned by ZEMRepositoryLookTest.
+// were, srcfiles(), the dump and the making of any table bring all of them up to date. So the
+// records that the rows of a table lead to show the counts of that table until the next look. The
+// totals are up to date always. Pinned by ZEMRepositoryLookTest.
 #pragma once
 
 #include "qip/Support/List.h"

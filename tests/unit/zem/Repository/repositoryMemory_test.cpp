@@ -189,28 +189,4 @@ TEST_F(RepositoryMemoryTest, TheRepositoryItselfTakesNoMemory)
     EXPECT_EQ(FailingNew::count([] { const ZEMRepository repository; }), 0);
 }
 
-TEST_F(RepositoryMemoryTest, NamesThatCannotBeMadeReadableEndTheProgram)
-{
-    const std::string map =
-        mapFile({{"a.c",
-                  {{"aMemberOfALongClass__19AClassOfALongerNameFPC18ATypeWithALongName",
-                    1,
-                    2,
-                    {{1, 2}}}}}})
-            .write(_dir.path("encoded.map"));
-    ZEMRepository repository;
-    ASSERT_EQ(repository.processFile(
-                  logFile({{"a.c", map, {1}}}).write(_dir.path("encoded.log")).c_str()),
-              0);
-    EXPECT_EXIT(
-        {
-            for (long n = 1; n < 1000; ++n) {
-                (void)FailingNew::run(n, FailingNew::FromThen,
-                                      [&] { repository.viewByFunction(3).deleteRows(); });
-            }
-            std::exit(0);
-        },
-        ::testing::ExitedWithCode(1), "Unable to allocate memory.");
-}
-
 } // namespace
