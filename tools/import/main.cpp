@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-import: turns the coverage that other tools write into a map file and a log file.
+#include "qip/Support/standardStreams.h"
 #include "tools/common/PendingFile.h"
 #include "tools/common/RelativePath.h"
 #include "tools/common/cleanMaps.h"
 #include "tools/common/finishCoverage.h"
 #include "tools/common/missingSources.h"
 #include "tools/common/parallel.h"
-#include "qip/Support/standardStreams.h"
 #include "tools/common/writeCoverage.h"
 #include "tools/import/gcc/GccImporter.h"
 
