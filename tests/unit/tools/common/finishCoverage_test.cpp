@@ -101,14 +101,19 @@ TEST_F(FinishCoverageTest, BlocksOfAFileAreMadeTogether)
 
 TEST_F(FinishCoverageTest, FullNamesAreKeptWhenAskedFor)
 {
-    // f<int, f<...>> many levels deep
-    const char* symbol = "_Z1fI1AIS0_IS0_IS0_IS0_IS0_IS0_IS0_I9SomeThingEEEEEEEEEvv";
+    // f<A<A<... more than 60 characters when it is decoded
+    const char* symbol =
+        "_Z1fI1AIS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_IS0_"
+        "I9SomeThingEEEEEEEEEEEEEEEEEEEvv";
     addFile("/s/a.cc", {function(symbol, 1, 4, {{1, 1, 1}})});
     NameStyle full;
     full._isFull = true;
     finishCoverage(_model, full, _losses, 1);
+    const std::vector<std::string> symbols = {symbol};
     EXPECT_EQ(_model._files[0]._functions[0]._storedName,
-              storedFunctionName(std::vector<std::string>{symbol}, full, _losses));
+              storedFunctionName(symbols, full, _losses));
+    EXPECT_NE(_model._files[0]._functions[0]._storedName,
+              storedFunctionName(symbols, NameStyle(), _losses));
 }
 
 TEST_F(FinishCoverageTest, PathTooLongForARecordIsRefused)
