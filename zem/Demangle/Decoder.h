@@ -75,7 +75,7 @@ private:
     bool do_integer(Cursor& in, const char* sign, string& text);
     bool do_base(Cursor& in, string& text);
     bool do_class_name(Cursor& in, string& text);
-    bool do_qualified_name(Cursor& in, string& text);
+    bool do_qualified_name(Cursor& in, string& name);
     static bool takeClassName(Cursor& in, Cursor& name);
 
     bool takeQualifier(Cursor& in, Qualifiers& qualifiers);
