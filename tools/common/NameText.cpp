@@ -3,9 +3,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace {
+
+constexpr std::string_view Dots = "(...)"; // parameters that are left out
 
 const char operatorWord[] = "operator";
 constexpr size_t OperatorLength = sizeof(operatorWord) - 1;
@@ -200,23 +203,28 @@ bool NameText::isLocalParameters(size_t at) const
     return startsAt(_text, past, "::");
 }
 
-std::string NameText::without(int depthOfLists, bool withoutLambda, bool withoutParameters,
-                              const char* onlyWith) const
+// Whether the parameters that open at `bracket` become "(...)".
+bool NameText::isLeftOut(size_t bracket, bool isLambda, Parameters parameters) const
 {
-    static const std::string dots = "(...)";
+    const bool isLonger = _partner[bracket] - bracket > Dots.size();
+    return parameters == AllParameters || (parameters == LongParameters && isLonger) ||
+           (parameters == LongOfLambdas && isLambda && isLonger);
+}
+
+std::string NameText::without(int depthOfLists, Parameters parameters, const char* onlyWith) const
+{
     std::string result;
     for (size_t i = 0; i < _text.size(); ++i) {
-        const size_t lambda = withoutLambda ? lambdaParameters(i) : None;
-        if (lambda != None && (withoutParameters || _partner[lambda] - lambda > dots.size())) {
-            result.append(_text, i, lambda - i);
-            result += dots;
+        const size_t lambda = lambdaParameters(i);
+        if (lambda != None && isLeftOut(lambda, true, parameters)) {
+            result.append(_text, i, lambda - i).append(Dots);
             i = _partner[lambda];
         } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists &&
                    _text.find(onlyWith, i) < _partner[i]) {
             result += "<...>";
             i = _partner[i];
-        } else if (withoutParameters && isLocalParameters(i)) {
-            result += dots;
+        } else if (isLocalParameters(i) && isLeftOut(i, false, parameters)) {
+            result.append(Dots);
             i = _partner[i];
         } else {
             result += _text[i];
@@ -227,30 +235,30 @@ std::string NameText::without(int depthOfLists, bool withoutLambda, bool without
 
 std::string NameText::shortened(size_t longest) const
 {
-    std::string result = _text.size() > longest ? without(0, true, false) : _text;
+    std::string result = _text.size() > longest ? without(0, LongOfLambdas) : _text;
     for (int depth = 1; depth <= _deepestList && result.size() > longest; ++depth) {
-        result = without(depth, true, false);
+        result = without(depth, LongOfLambdas);
     }
-    return result;
+    return result.size() > longest ? without(_deepestList, LongParameters) : result;
 }
 
 std::string NameText::withoutDoubleUnderscores() const
 {
     std::string result = _text;
     for (int depth = 1; depth <= _deepestList && result.find("__") != std::string::npos; ++depth) {
-        result = without(depth, depth > 1, false, "__");
+        result = without(depth, depth > 1 ? LongOfLambdas : NoParameters, "__");
     }
     return result;
 }
 
 std::string NameText::withoutArguments() const
 {
-    return without(_deepestList, false, false);
+    return without(_deepestList, NoParameters);
 }
 
 std::string NameText::withoutDetails() const
 {
-    return without(_deepestList, true, true);
+    return without(_deepestList, AllParameters);
 }
 
 namespace {

@@ -31,7 +31,8 @@ public:
     bool hasArguments() const { return _deepestList > 0; }
 
     // At most `longest` characters where that can be done: the parameters of lambdas become
-    // "(...)", then the innermost argument lists `<...>`, then those around them.
+    // "(...)", then the innermost argument lists `<...>`, then those around them, and at last the
+    // parameters of functions that the name is local to "(...)".
     std::string shortened(size_t longest) const;
     // `<...>` for every argument list with "__" in it, the innermost first, until none is left.
     std::string withoutDoubleUnderscores() const;
@@ -44,8 +45,12 @@ public:
 private:
     void matchBrackets();
     void findParts();
-    std::string without(int depthOfLists, bool withoutLambda, bool withoutParameters,
-                        const char* onlyWith = "") const;
+    // Which parameters become "(...)": those of lambdas, or also those of functions that the name
+    // is local to; only where that is shorter, or everywhere.
+    enum Parameters { NoParameters, LongOfLambdas, LongParameters, AllParameters };
+
+    std::string without(int depthOfLists, Parameters parameters, const char* onlyWith = "") const;
+    bool isLeftOut(size_t bracket, bool isLambda, Parameters parameters) const;
     size_t lambdaParameters(size_t at) const;
     bool isLocalParameters(size_t at) const;
 

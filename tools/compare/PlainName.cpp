@@ -365,11 +365,17 @@ std::string withoutQualifiers(const std::string& text)
 
 namespace {
 
-// "<...>" for template arguments that start with `c`, "(...)" for a lambda's parameters.
+// "<...>" for template arguments that start with `c`, "(...)" for the parameters of a lambda or of
+// a function that the name is local to.
 bool isListLeftOut(char c, const std::string& shown, size_t s)
 {
-    return (c == '<' && startsAt(shown, s, "<...>")) ||
-           (c == '(' && startsAt(shown, s, "(...)") && s >= 6 && wordAt(shown, s - 6, "lambda"));
+    if (c == '<') {
+        return startsAt(shown, s, "<...>");
+    }
+    const size_t past = s + 5;
+    return c == '(' && startsAt(shown, s, "(...)") &&
+           ((s >= 6 && wordAt(shown, s - 6, "lambda")) || startsAt(shown, past, "::") ||
+            startsAt(shown, past, "const::") || startsAt(shown, past, " const::"));
 }
 
 // Compares what stands behind `e` and `s`.

@@ -52,6 +52,15 @@ TEST(NameTextTest, ParametersOfLambdasGoBeforeLists)
               "f()::{lambda()#1}::operator()");
 }
 
+TEST(NameTextTest, ParametersOfFunctionsAroundGoLast)
+{
+    const NameText text("ns::walk<char>(ns::Tree<char> const&, int) const::Local::step");
+    EXPECT_EQ(text.shortened(60), "ns::walk<...>(ns::Tree<...> const&, int) const::Local::step");
+    EXPECT_EQ(text.shortened(58), "ns::walk<...>(...) const::Local::step");
+    EXPECT_EQ(NameText("run()::{lambda(int)#1}::operator()").shortened(5),
+              "run()::{lambda(int)#1}::operator()");
+}
+
 TEST(NameTextTest, DetailsThatDifferAmongInstancesGo)
 {
     EXPECT_EQ(NameText("f<int>(int) const::{lambda()#1}::operator()").withoutDetails(),
