@@ -43,11 +43,24 @@ std::string expectedName(const PlainName& name, int level)
 
 bool isNameGood(const PlainName& name, int level, const std::string& shown, bool isOfSeveral)
 {
-    const bool isLong = comparedSpelling(name._name).size() > LongestSimpleName;
-    return isShown(expectedName(name, level), shown, isOfSeveral || isLong) ||
-           (isLong && level > 0 &&
-            isShownShortened(spelling(name._name, level),
-                             spelling(name._wholeName + name._params, level), shown));
+    const std::string expected = expectedName(name, level);
+    if (isShown(expected, shown, Placeholders::None)) {
+        return true;
+    }
+    // "__" inside an argument list would end the name for the viewer, so it is left out likewise.
+    const std::string simple = spelling(name._shortName, level);
+    const bool isLong = name._shortName.size() > LongestSimpleName ||
+                        simple.find("__", simple.find('<')) != std::string::npos;
+    if (!isOfSeveral && !isLong) {
+        return false;
+    }
+    const Placeholders placeholders =
+        isOfSeveral ? Placeholders::OfInstances : Placeholders::OfLongName;
+    const std::string params = level == 0 ? "" : name._params;
+    return isShown(expected, shown, placeholders) ||
+           isShown(spelling(name._shortName + params, level), shown, placeholders) ||
+           (level > 0 &&
+            isShownShortened(simple, spelling(name._wholeName + params, level), shown));
 }
 
 bool anyBlockRan(const ZEMFuncRecord& function)
@@ -114,15 +127,17 @@ bool CoverageComparison::isFunction(const std::string& shown)
     if (_names.empty()) {
         for (const auto& file : _facts._files) {
             for (const auto& function : file.second._functions) {
-                _names.push_back(comparedSpelling(PlainName::of(function.second._readable)._name));
+                _names.push_back(
+                    comparedSpelling(PlainName::of(function.second._readable)._shortName));
             }
         }
         for (const std::string& readable : _facts._leftOut) {
-            _names.push_back(comparedSpelling(PlainName::of(readable)._name));
+            _names.push_back(comparedSpelling(PlainName::of(readable)._shortName));
         }
     }
-    return std::any_of(_names.begin(), _names.end(),
-                       [&shown](const std::string& name) { return isShown(name, shown, true); });
+    return std::any_of(_names.begin(), _names.end(), [&shown](const std::string& name) {
+        return isShown(name, shown, Placeholders::OfInstances);
+    });
 }
 
 void CoverageComparison::run(const ZEMRepository& repository)
@@ -270,9 +285,8 @@ void CoverageComparison::compareFunctions(const std::string& path, const FileFac
         Row* row = nullptr;
         const PlainName plain = PlainName::of(readable);
         for (int level = NLevels - 1; level >= 0 && row == nullptr; --level) {
-            const std::string expected = expectedName(plain, level);
             for (Row& candidate : found->second) {
-                if (row == nullptr && isShown(expected, candidate._shown[level], true)) {
+                if (row == nullptr && isNameGood(plain, level, candidate._shown[level], true)) {
                     row = &candidate;
                 }
             }

@@ -85,6 +85,9 @@ size_t pastOne(const std::string& text, size_t i)
     if (startsAt(text, i, "->")) {
         return i + 2;
     }
+    if (text[i] == '<' && i > 0 && text[i - 1] == ')') {
+        return i + std::strspn(text.c_str() + i, "<="); // "(a)<=(b)"
+    }
     return std::strchr("<([{", text[i]) != nullptr && text[i] != '\0' ? pastBracket(text, i)
                                                                       : i + 1;
 }
@@ -312,6 +315,7 @@ PlainName PlainName::of(const std::string& filtered)
     dropTags(text, "[abi:");
     dropTags(text, " [clone ");
     dropDefaults(text);
+    replaceAll(text, "> >", ">>");
     text = innerText(text);
     dropMemberQualifiers(text);
     PlainName result;
@@ -323,8 +327,8 @@ PlainName PlainName::of(const std::string& filtered)
     const size_t last = lastPartStart(name);
     const bool isConversion =
         wordAt(name, last, "operator") && pastOperator(name, last) == last + OperatorLength;
-    result._name = name.substr(0, last) +
-                   (isConversion ? name.substr(last) : withoutScopes(name.substr(last)));
+    result._shortName = name.substr(0, last) + withoutScopes(name.substr(last));
+    result._name = isConversion ? name : result._shortName;
     return result;
 }
 
@@ -365,64 +369,73 @@ std::string withoutQualifiers(const std::string& text)
 
 namespace {
 
-// "<...>" for template arguments that start with `c`, "(...)" for the parameters of a lambda or of
-// a function that the name is local to.
-bool isListLeftOut(char c, const std::string& shown, size_t s)
+// Whether a "<...>" or "(...)" stands for what starts with `c`: parameters are those of a lambda,
+// of a function that the name is local to, or such as differ among instances.
+bool isListLeftOut(char c, const std::string& shown, size_t s, Placeholders placeholders)
 {
-    if (c == '<') {
-        return startsAt(shown, s, "<...>");
+    if (placeholders == Placeholders::None) {
+        return false;
     }
     const size_t past = s + 5;
-    return c == '(' && startsAt(shown, s, "(...)") &&
-           ((s >= 6 && wordAt(shown, s - 6, "lambda")) || startsAt(shown, past, "::") ||
-            startsAt(shown, past, "const::") || startsAt(shown, past, " const::"));
+    const bool isLambda = s >= 6 && wordAt(shown, s - 6, "lambda");
+    const bool isAround = startsAt(shown, past, "::") || startsAt(shown, past, "const::") ||
+                          startsAt(shown, past, " const::");
+    return (c == '<' && startsAt(shown, s, "<...>")) ||
+           (c == '(' && startsAt(shown, s, "(...)") &&
+            (isLambda || isAround || placeholders == Placeholders::OfInstances));
 }
+}
+
+bool isTypeShown(const std::string& expected, size_t e, const std::string& shown, size_t s);
 
 // Compares what stands behind `e` and `s`.
 bool isRestShown(const std::string& expected, size_t e, const std::string& shown, size_t s,
-                 bool hasPlaceholders)
+                 Placeholders placeholders)
 {
+    const bool isOfInstances = placeholders == Placeholders::OfInstances;
     while (e < expected.size() && s < shown.size()) {
-        if (hasPlaceholders && isListLeftOut(expected[e], shown, s)) {
+        if (isListLeftOut(expected[e], shown, s, placeholders)) {
             e = pastBracket(expected, e);
             s += 5;
-            continue;
-        }
-        if (hasPlaceholders && startsAt(shown, s, ",...)") &&
-            (expected[e] == ',' || expected[e] == ')')) {
+        } else if (isOfInstances && startsAt(shown, s, ",...)") &&
+                   (expected[e] == ',' || expected[e] == ')')) {
             while (e < expected.size() && expected[e] != ')') {
                 e = pastOne(expected, e);
             }
             s += 4;
-            continue;
-        }
-        if (hasPlaceholders && wordAt(shown, s, "auto") && !wordAt(expected, e, "auto")) {
-            // Some type: all that does not end a parameter, as little as possible.
-            while (e < expected.size() && expected[e] != ',' && expected[e] != ')') {
-                e = pastOne(expected, e);
-                if (isRestShown(expected, e, shown, s + 4, hasPlaceholders)) {
-                    return true;
-                }
-            }
-            return false;
-        }
-        if (expected[e++] != shown[s++]) {
+        } else if (isOfInstances && wordAt(shown, s, "auto") && !wordAt(expected, e, "auto")) {
+            return isTypeShown(expected, e, shown, s + 4);
+        } else if (expected[e++] != shown[s++]) {
             return false;
         }
     }
     return e == expected.size() && s == shown.size();
 }
 
+// "auto" stands for some type: all that does not end a parameter, as little as possible.
+bool isTypeShown(const std::string& expected, size_t e, const std::string& shown, size_t s)
+{
+    while (e < expected.size() && expected[e] != ',' && expected[e] != ')') {
+        e = pastOne(expected, e);
+        // A blank parts "auto" from "const", but not a ">".
+        const size_t next = s < shown.size() && shown[s] == ' ' && expected[e] != ' ' ? s + 1 : s;
+        if (isRestShown(expected, e, shown, next, Placeholders::OfInstances)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
-bool isShown(const std::string& expected, const std::string& shown, bool hasPlaceholders)
+bool isShown(const std::string& expected, const std::string& shown, Placeholders placeholders)
 {
-    return isRestShown(expected, 0, shown, 0, hasPlaceholders);
+    return isRestShown(expected, 0, shown, 0, placeholders);
 }
 
 bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown)
 {
     const std::string end = "(" + whole + ")";
     return endsWith(shown, end.c_str()) &&
-           isShown(name, shown.substr(0, shown.size() - end.size()), true);
+           isShown(name, shown.substr(0, shown.size() - end.size()), Placeholders::OfLongName);
 }

@@ -17,6 +17,7 @@
 struct PlainName
 {
     std::string _name;      // without parameters
+    std::string _shortName; // the same without namespaces in a conversion operator's type
     std::string _wholeName; // the same with all namespaces
     std::string _params;    // "(...)" ; empty for a name without them
 
@@ -29,11 +30,15 @@ std::string comparedSpelling(const std::string& text);
 // The same without any const and volatile.
 std::string withoutQualifiers(const std::string& text);
 
-// Whether `shown` is `expected`, both in the compared spelling. With `hasPlaceholders` a "<...>" in
-// `shown` stands for any template argument list and "auto" for any type, as in the name of several
-// instances of a template; "..." behind a comma stands for any further parameters, and
-// "lambda(...)" for a lambda with any.
-bool isShown(const std::string& expected, const std::string& shown, bool hasPlaceholders);
+// What else than its own text a name may have.
+enum class Placeholders {
+    None,
+    OfLongName, // "<...>" for a template argument list, "lambda(...)" for a lambda's parameters
+    OfInstances // also "auto" for a type, "(...)" for parameters, "..." for further ones
+};
+
+// Whether `shown` is `expected`, both in the compared spelling.
+bool isShown(const std::string& expected, const std::string& shown, Placeholders placeholders);
 
 // Whether `shown` is the form with parameters of a long name: the name with placeholders, and the
 // whole text in the place of the parameters.

@@ -14,6 +14,8 @@ struct Filtered
 
 const Filtered filtered[] = {
     {"main", "main", ""},
+    {"If<((bits<int>)())<=(32), A>::type pick<int>(If<((bits<int>)())<=(32), A>::type)",
+     "pick<int>", "(If<((bits<int>)())<=(32),A>::type)"},
     {"show(std::ostream&)", "show", "(std::basic_ostream<char>&)"},
     {"show(std::basic_ostream<char, std::char_traits<char> >&)", "show",
      "(std::basic_ostream<char>&)"},
@@ -77,17 +79,27 @@ TEST(ComparedSpellingTest, WordsStayApart)
     EXPECT_EQ(withoutQualifiers("f(const volatile char *, constant)"), "f(char*,constant)");
 }
 
-TEST(IsShownTest, PlaceholdersStandForListsAndTypes)
+TEST(IsShownTest, PlaceholdersOfInstancesStandForListsTypesAndParameters)
 {
-    EXPECT_TRUE(isShown("f<int>(A<B>,long)", "f<...>(A<...>,long)", true));
-    EXPECT_TRUE(isShown("f<int>(int*,ns::A<int>&)", "f<...>(auto,auto&)", true));
-    EXPECT_TRUE(isShown("f<int,char>(int&,char&)", "f<...>(auto&,...)", true));
-    EXPECT_TRUE(isShown("f::{lambda(int)#1}::operator()", "f::{lambda(...)#1}::operator()", true));
-    EXPECT_FALSE(isShown("f<int>(int,long)", "f<...>(auto)", true));
-    EXPECT_FALSE(isShown("f<int>(int)", "g<...>(int)", true));
-    EXPECT_FALSE(isShown("f<int>(int)", "f(int)", true));
-    EXPECT_FALSE(isShown("f(int)", "f(...)", true));
-    EXPECT_FALSE(isShown("f<int>(int)", "f<...>(int)", false));
+    const Placeholders all = Placeholders::OfInstances;
+    EXPECT_TRUE(isShown("f<int>(A<B>,long)", "f<...>(A<...>,long)", all));
+    EXPECT_TRUE(isShown("f<int>(int*,ns::A<int>&)", "f<...>(auto,auto&)", all));
+    EXPECT_TRUE(isShown("f<int>(ns::A<int>const&)", "f<...>(auto const&)", all));
+    EXPECT_TRUE(isShown("f<int,char>(int&,char&)", "f<...>(auto&,...)", all));
+    EXPECT_TRUE(isShown("f<int>(int)::A::g()", "f<...>(...)::A::g()", all));
+    EXPECT_FALSE(isShown("f<int>(int,long)", "f<...>(auto)", all));
+    EXPECT_FALSE(isShown("f<int>(int)", "g<...>(int)", all));
+    EXPECT_FALSE(isShown("f<int>(int)", "f(int)", all));
+}
+
+TEST(IsShownTest, PlaceholdersOfALongNameStandForLists)
+{
+    const Placeholders some = Placeholders::OfLongName;
+    EXPECT_TRUE(isShown("f<int>(int)", "f<...>(int)", some));
+    EXPECT_TRUE(isShown("f::{lambda(int)#1}::operator()", "f::{lambda(...)#1}::operator()", some));
+    EXPECT_FALSE(isShown("f(int)", "f(...)", some));
+    EXPECT_FALSE(isShown("f<int>(int)", "f<...>(auto)", some));
+    EXPECT_FALSE(isShown("f<int>(int)", "f<...>(int)", Placeholders::None));
 }
 
 TEST(IsShownTest, LongNameHasItsWholeTextAsParameters)
