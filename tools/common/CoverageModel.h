@@ -8,6 +8,8 @@
 // gives the same map.
 #pragma once
 
+#include "tools/common/FunctionText.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -36,6 +38,9 @@ struct CovBlock
 struct CovFunction
 {
     std::vector<std::string> _symbols; // of all its instances, sorted, each once
+    // What the first of _symbols say, for as many as the importer had to know. finishCoverage()
+    // reads the others and frees all.
+    std::vector<FunctionText> _texts;
     std::string _storedName; // as the map stores it, see FunctionName.h; set by finishCoverage()
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;

@@ -3,207 +3,16 @@
 
 #include "tools/common/NameText.h"
 #include "tools/common/RecordPayload.h"
-#include "tools/common/StandardNames.h"
-#include "tools/common/SymbolScan.h"
 #include "tools/common/TypeCode.h"
 #include "zem/Demangle/demangle.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <cxxabi.h>
-#include <new>
 
 namespace {
 
-constexpr size_t LongestLabel = 60;          // of a function in the simple report, in characters
-constexpr uint64_t LongestUnfolded = 262144; // text that is made of a symbol, in characters
-
-// A symbol as the compiler's decoder shows it. A name that is no C++ name has no types.
-struct Function
-{
-    std::string _name;
-    std::string _types;
-    bool _hasTypes = false;
-    bool _isSymbol = false; // no C++ name: shown as it is
-};
-
-bool takeEnd(std::string& text, const char* end)
-{
-    const size_t length = std::strlen(end);
-    if (text.size() < length || text.compare(text.size() - length, length, end) != 0) {
-        return false;
-    }
-    text.resize(text.size() - length);
-    return true;
-}
-
-void dropQualifiers(std::string& text)
-{
-    while (takeEnd(text, " const") || takeEnd(text, " volatile") || takeEnd(text, " &&") ||
-           takeEnd(text, " &") || takeEnd(text, " noexcept") ||
-           takeEnd(text, " transaction_safe")) {
-    }
-}
-
-// The text of a symbol; empty when it is no C++ name. The decoder's own status for a lack of memory
-// must not look like that.
-std::string decoded(const std::string& symbol)
-{
-    int status = 0;
-    char* text = abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status);
-    if (text == nullptr && status == -1) {
-        throw std::bad_alloc();
-    }
-    std::string result = text != nullptr ? text : "";
-    std::free(text);
-    return result;
-}
-
-// The bracket that opens the parameter list, whose closing one is the text's last. Parentheses are
-// always in pairs, those of an operator's name, too.
-size_t parametersAtEnd(const std::string& text)
-{
-    int depth = 0;
-    for (size_t i = text.size(); i-- > 0;) {
-        depth += text[i] == ')' ? 1 : 0;
-        depth -= text[i] == '(' ? 1 : 0;
-        if (depth == 0) {
-            return text[i] == '(' ? i : std::string::npos;
-        }
-    }
-    return std::string::npos;
-}
-
-// The bracket that closes the one at `bracket`, or the text's end.
-size_t closingBracket(const std::string& text, size_t bracket)
-{
-    int depth = 0;
-    size_t i = bracket;
-    for (; i < text.size(); ++i) {
-        depth += text[i] == '(' ? 1 : 0;
-        depth -= text[i] == ')' ? 1 : 0;
-        if (depth == 0) {
-            break;
-        }
-    }
-    return i;
-}
-
-// The parameter packs of lambdas as types with a qualifier "...", which every decoder knows.
-std::string withPacksQualified(const std::string& symbol, const SymbolScan& scan)
-{
-    std::string result = symbol;
-    for (size_t i = scan._lambdaPacks.size(); i-- > 0;) {
-        result.replace(scan._lambdaPacks[i], 2, "U3...");
-    }
-    return result;
-}
-
-// Shows the qualifier as decoders do that know packs: "(auto:1)..." of "auto:1 ...". Returns how
-// many there were.
-size_t restorePacks(std::string& text)
-{
-    size_t count = 0;
-    for (size_t at = text.find(" ..."); at != std::string::npos; at = text.find(" ...", at)) {
-        const NameText brackets(text);
-        size_t start = at;
-        while (start > 0 && std::strchr("(<", text[start - 1]) == nullptr &&
-               (start < 2 || text.compare(start - 2, 2, ", ") != 0)) {
-            --start;
-            const size_t partner = brackets.partner(start);
-            start = partner != NameText::None && partner < start ? partner : start;
-        }
-        if (start < at) {
-            text.replace(at, 1, ")");
-            text.insert(start, "(");
-            ++count;
-        }
-        at += 2;
-    }
-    return count;
-}
-
-// The symbol's text and where its parts are in it.
-struct Decoded
-{
-    std::string _text;
-    size_t _name = 0;                       // where the name starts
-    size_t _parameters = std::string::npos; // their opening bracket
-};
-
-// Of a name with a result the place is found by the name's own text: the marks of a result that is
-// an array or a function stand behind the parameters.
-void findName(const std::string& symbol, const SymbolScan& scan, Decoded& result)
-{
-    if (scan._isKnown && scan._hasResult) {
-        std::string name = decoded(symbol.substr(0, scan._nameEnd));
-        dropQualifiers(name);
-        const size_t at = name.empty() ? std::string::npos : result._text.find(name + "(");
-        if (at != std::string::npos) {
-            result._name = at;
-            result._parameters = at + name.size();
-            return;
-        }
-    }
-    dropQualifiers(result._text);
-    result._parameters = parametersAtEnd(result._text);
-}
-
-Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
-{
-    Decoded result;
-    result._text = decoded(symbol);
-    if (result._text.empty() && !scan._lambdaPacks.empty()) {
-        // The name alone: parameters may refer to the pack, and would not be one any more.
-        const std::string usable = withPacksQualified(symbol, scan);
-        result._text = decoded(usable.substr(0, scanSymbol(usable)._nameEnd));
-        if (restorePacks(result._text) != scan._lambdaPacks.size()) {
-            result._text.clear();
-        }
-        dropQualifiers(result._text);
-        return result;
-    }
-    result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
-    for (const char* thunk : {"non-virtual thunk to ", "virtual thunk to "}) {
-        if (result._text.compare(0, std::strlen(thunk), thunk) == 0) {
-            result._text.erase(0, std::strlen(thunk)); // its lines are the function's
-        }
-    }
-    findName(symbol, scan, result);
-    return result;
-}
-
-Function readFunction(const std::string& symbol, ImportLosses& losses)
-{
-    Function function;
-    function._name = symbol;
-    function._isSymbol = true;
-    if (symbol.compare(0, 2, "_Z") != 0) {
-        return function;
-    }
-    const SymbolScan scan = scanSymbol(symbol);
-    if (scan._length > LongestUnfolded) {
-        ++losses._namesNotUnfolded;
-        return function;
-    }
-    const Decoded found = decodeSymbol(symbol, scan);
-    const std::string& text = found._text;
-    if (text.empty()) {
-        return function;
-    }
-    function._isSymbol = false;
-    const size_t bracket = found._parameters;
-    if (bracket == std::string::npos || bracket == 0) {
-        function._name = withStandardNames(text);
-        return function;
-    }
-    const size_t end = closingBracket(text, bracket);
-    function._name = withStandardNames(text.substr(found._name, bracket - found._name));
-    function._types = withStandardNames(text.substr(bracket + 1, end - bracket - 1));
-    function._hasTypes = true;
-    return function;
-}
+constexpr size_t LongestLabel = 60; // of a function in the simple report, in characters
 
 bool looksEncoded(const std::string& name)
 {
@@ -267,7 +76,7 @@ std::string conversionName(const NameText& name)
 
 // The name `shown` with its types. Where it is a shortened one, the only parameter is the whole
 // function. Empty when that has no code, or one that no record can hold.
-std::string encodedName(const Function& function, const std::string& shown, bool isShort,
+std::string encodedName(const FunctionText& function, const std::string& shown, bool isShort,
                         size_t& nChanged)
 {
     if (!canHaveTypes(shown)) {
@@ -297,7 +106,7 @@ std::string shortLabel(const std::string& whole)
     return plain.find("__") == std::string::npos ? plain : shown;
 }
 
-std::string storedForm(const Function& function, const NameStyle& style, ImportLosses& losses)
+std::string storedForm(const FunctionText& function, const NameStyle& style, ImportLosses& losses)
 {
     bool isRenamed = false;
     std::string stored;
@@ -333,7 +142,7 @@ bool takeSharedEnd(std::vector<std::string>& texts, const char* end)
         }
     }
     for (std::string& text : texts) {
-        (void)takeEnd(text, end);
+        text.resize(text.size() - std::strlen(end));
     }
     return true;
 }
@@ -374,12 +183,17 @@ std::string sharedType(std::vector<std::string> types)
 }
 
 // The parameters of all instances; "..." for those that only some have.
-std::string sharedTypes(const std::vector<Function>& instances)
+std::string sharedTypes(const std::vector<FunctionText>& instances)
 {
     std::vector<std::vector<std::string>> lists;
     size_t shortest = static_cast<size_t>(-1);
     size_t longest = 0;
-    for (const Function& instance : instances) {
+    const std::string* before = nullptr;
+    for (const FunctionText& instance : instances) {
+        if (before != nullptr && *before == instance._types) {
+            continue; // says nothing new
+        }
+        before = &instance._types;
         lists.push_back(splitList(instance._types));
         shortest = std::min(shortest, lists.back().size());
         longest = std::max(longest, lists.back().size());
@@ -404,6 +218,9 @@ std::string sharedTypes(const std::vector<Function>& instances)
 // parameter's type is one to "auto".
 std::string withoutInstance(const std::string& name)
 {
+    if (name.find('<') == std::string::npos) {
+        return name;
+    }
     const NameText text(name);
     if (!text.hasArguments()) {
         return name;
@@ -413,48 +230,66 @@ std::string withoutInstance(const std::string& name)
                : NameText(name.substr(0, text.conversionType())).withoutDetails() + "auto";
 }
 
-std::string sharedName(const std::vector<Function>& instances)
+std::string sharedName(const std::vector<FunctionText>& instances)
 {
-    std::vector<std::string> names;
-    std::vector<std::string> templates;
-    std::vector<std::string> keys;
-    for (const Function& instance : instances) {
-        names.push_back(instance._name);
-        templates.push_back(NameText(instance._name).withoutArguments());
-        keys.push_back(withoutInstance(instance._name));
+    const std::string& first = instances.front()._name;
+    if (std::all_of(instances.begin(), instances.end(),
+                    [&first](const FunctionText& one) { return one._name == first; })) {
+        return first;
     }
-    return allSame(names) ? names.front() : allSame(templates) ? templates.front() : keys.front();
+    const std::string shared = NameText(first).withoutArguments();
+    return std::all_of(instances.begin(), instances.end(),
+                       [&](const FunctionText& one) {
+                           return one._name == first ||
+                                  NameText(one._name).withoutArguments() == shared;
+                       })
+               ? shared
+               : withoutInstance(first);
 }
 
 } // namespace
 
+std::string storedFunctionName(const std::vector<FunctionText>& instances, const NameStyle& style,
+                               ImportLosses& losses)
+{
+    for (const FunctionText& one : instances) {
+        losses._namesNotUnfolded += one._isTooLarge ? 1 : 0;
+    }
+    if (instances.size() == 1) {
+        return storedForm(instances.front(), style, losses);
+    }
+    FunctionText function;
+    function._name = sharedName(instances);
+    function._types = sharedTypes(instances);
+    function._hasTypes = std::all_of(instances.begin(), instances.end(),
+                                     [](const FunctionText& one) { return one._hasTypes; });
+    function._isSymbol = std::all_of(instances.begin(), instances.end(),
+                                     [](const FunctionText& one) { return one._isSymbol; });
+    return storedForm(function, style, losses);
+}
+
 std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle& style,
                                ImportLosses& losses)
 {
-    std::vector<Function> instances;
+    std::vector<FunctionText> instances;
     instances.reserve(symbols.size());
     for (const std::string& symbol : symbols) {
-        instances.push_back(readFunction(symbol, losses));
+        instances.push_back(readFunctionText(symbol));
     }
-    Function function = instances.front();
-    if (instances.size() > 1) {
-        function._name = sharedName(instances);
-        function._types = sharedTypes(instances);
-        for (const Function& one : instances) {
-            function._hasTypes = function._hasTypes && one._hasTypes;
-            function._isSymbol = function._isSymbol && one._isSymbol;
-        }
-    }
-    return storedForm(function, style, losses);
+    return storedFunctionName(instances, style, losses);
 }
 
 std::string storedFunctionName(const std::string& symbol, ImportLosses& losses)
 {
-    return storedForm(readFunction(symbol, losses), NameStyle(), losses);
+    return storedFunctionName({readFunctionText(symbol)}, NameStyle(), losses);
+}
+
+std::string templateName(const FunctionText& text)
+{
+    return withoutInstance(text._name);
 }
 
 std::string templateName(const std::string& symbol)
 {
-    ImportLosses losses;
-    return withoutInstance(readFunction(symbol, losses)._name);
+    return templateName(readFunctionText(symbol));
 }

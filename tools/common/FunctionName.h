@@ -11,6 +11,7 @@
 // All functions here may be called from several threads.
 #pragma once
 
+#include "tools/common/FunctionText.h"
 #include "tools/common/ImportLosses.h"
 
 #include <string>
@@ -28,6 +29,10 @@ struct NameStyle
 std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle& style,
                                ImportLosses& losses);
 
+// The same from what the symbols say, in the symbols' order.
+std::string storedFunctionName(const std::vector<FunctionText>& instances, const NameStyle& style,
+                               ImportLosses& losses);
+
 // The same for one symbol, in the style of a report.
 std::string storedFunctionName(const std::string& symbol, ImportLosses& losses);
 
@@ -35,3 +40,4 @@ std::string storedFunctionName(const std::string& symbol, ImportLosses& losses);
 // one: "ns::f<...>" for _ZN2ns1fIiEEvT_. The name without parameters of a function that is no
 // instance; the symbol itself when it is no C++ name or too large to unfold.
 std::string templateName(const std::string& symbol);
+std::string templateName(const FunctionText& text);

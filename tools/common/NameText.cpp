@@ -110,7 +110,7 @@ void NameText::matchBrackets()
         if (isPlain(c)) {
             continue;
         }
-        const size_t past = pastOperator(_text, i);
+        const size_t past = c == 'o' ? pastOperator(_text, i) : i;
         if (past != i) {
             pastSign = past;
             i = past - 1;

@@ -3,7 +3,11 @@
 
 #include "tools/common/NameText.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -12,12 +16,13 @@ namespace {
 // `given`. "$0" and "$1" stand for its first arguments.
 struct DefaultArguments
 {
-    const char* name;
+    std::string_view name;
     size_t given;
     const char* defaults[3];
 };
 
-const DefaultArguments defaultArguments[] = {
+// Sorted by name.
+constexpr DefaultArguments defaultArguments[] = {
     {"basic_filebuf", 1, {"std::char_traits<$0>"}},
     {"basic_fstream", 1, {"std::char_traits<$0>"}},
     {"basic_ifstream", 1, {"std::char_traits<$0>"}},
@@ -65,13 +70,53 @@ const DefaultArguments defaultArguments[] = {
     {"vector", 1, {"std::allocator<$0>"}},
 };
 
-// The namespaces whose templates these are.
-const char* const namespaces[] = {"std::__cxx11::", "std::chrono::", "std::"};
+constexpr bool isSorted()
+{
+    for (size_t i = 1; i < std::size(defaultArguments); ++i) {
+        if (defaultArguments[i - 1].name >= defaultArguments[i].name) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(isSorted(), "the table is searched by bisection");
+
+// The namespaces inside std whose templates these are, too.
+constexpr std::string_view innerNamespaces[] = {"__cxx11::", "chrono::"};
+
+bool startsWith(std::string_view text, std::string_view start)
+{
+    return text.substr(0, start.size()) == start;
+}
 
 bool isNameCharacter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
            c == ':';
+}
+
+// Whether the character at `at` is only copied, whatever stands around it. Most are.
+bool isCopied(const std::string& text, size_t at)
+{
+    switch (text[at]) {
+    case 'o':
+        return text[at + 1] != 'p';
+    case 's':
+        return text[at + 1] != 't';
+    case ' ':
+        return at == 0 || text[at - 1] != ',';
+    case '(':
+    case ')':
+    case '<':
+    case '>':
+    case '[':
+    case ']':
+    case '{':
+    case '}':
+        return false;
+    default:
+        return true;
+    }
 }
 
 // Copies text and remembers the open brackets of the copy, and where the arguments of each list
@@ -85,20 +130,29 @@ private:
     struct Open
     {
         char _bracket;
-        std::vector<size_t> _arguments; // where each starts; the first behind the bracket
+        size_t _arguments; // how many of all arguments are those of brackets around it
     };
 
     size_t pastStream(const std::string& text, size_t at);
+    size_t special(const std::string& text, size_t at);
+    void open(char bracket);
+    void pop();
     void close(char bracket);
     void closeList();
+    bool isInList() const { return !_open.empty() && _open.back()._bracket == '<'; }
     size_t nameStart(size_t bracket) const;
     const DefaultArguments* findDefaults(size_t start, size_t bracket) const;
-    bool isDefault(const char* pattern, const Open& open, size_t index, size_t given) const;
-    std::string argument(const Open& open, size_t index) const;
+    void dropDefaults(const DefaultArguments& row);
+    bool isDefault(const char* pattern, size_t index, size_t given) const;
+    std::string_view argument(size_t index) const;
     void abbreviate(size_t start);
 
     std::string _text;
     std::vector<Open> _open;
+    // Where the arguments of all open lists start, the innermost list's last. The first of a list
+    // is behind its bracket.
+    std::vector<size_t> _arguments;
+    size_t _pastSign = 0; // behind the last operator's sign in the text that is copied
 };
 
 // The library's decoder has short names for streams of its own, c++filt has not.
@@ -109,7 +163,7 @@ size_t Writer::pastStream(const std::string& text, size_t at)
     }
     for (const char* name : {"istream", "ostream", "iostream"}) {
         const size_t end = at + 5 + std::strlen(name);
-        if (text.compare(at + 5, std::strlen(name), name) == 0 &&
+        if (text.compare(at + 5, end - at - 5, name) == 0 &&
             (end >= text.size() || text[end] == ':' || !isNameCharacter(text[end]))) {
             _text += std::string("std::basic_") + name + "<char>";
             return end;
@@ -129,43 +183,50 @@ size_t Writer::nameStart(size_t bracket) const
 
 const DefaultArguments* Writer::findDefaults(size_t start, size_t bracket) const
 {
-    for (const char* space : namespaces) {
-        const size_t length = std::strlen(space);
-        if (_text.compare(start, length, space) != 0) {
-            continue;
-        }
-        for (const DefaultArguments& row : defaultArguments) {
-            if (_text.compare(start + length, bracket - start - length, row.name) == 0) {
-                return &row;
-            }
+    std::string_view name(_text.data() + start, bracket - start);
+    if (!startsWith(name, "std::")) {
+        return nullptr;
+    }
+    name.remove_prefix(5);
+    for (const std::string_view space : innerNamespaces) {
+        if (startsWith(name, space)) {
+            name.remove_prefix(space.size());
+            break;
         }
     }
-    return nullptr;
+    const DefaultArguments* row = std::lower_bound(
+        std::begin(defaultArguments), std::end(defaultArguments), name,
+        [](const DefaultArguments& a, std::string_view wanted) { return a.name < wanted; });
+    return row != std::end(defaultArguments) && row->name == name ? row : nullptr;
 }
 
-std::string Writer::argument(const Open& open, size_t index) const
+// An argument of the innermost list; `index` counts those of all lists.
+std::string_view Writer::argument(size_t index) const
 {
-    const size_t start = open._arguments[index];
-    const size_t end =
-        index + 1 < open._arguments.size() ? open._arguments[index + 1] - 2 : _text.size();
-    return _text.substr(start, end - start);
+    const size_t start = _arguments[index];
+    const size_t end = index + 1 < _arguments.size() ? _arguments[index + 1] - 2 : _text.size();
+    return std::string_view(_text).substr(start, end - start);
 }
 
-bool Writer::isDefault(const char* pattern, const Open& open, size_t index, size_t given) const
+// Whether an argument is what the pattern gives.
+bool Writer::isDefault(const char* pattern, size_t index, size_t given) const
 {
-    std::string expected;
+    std::string_view rest = argument(index);
     for (const char* c = pattern; *c != '\0'; ++c) {
-        if (*c != '$') {
-            expected += *c;
-            continue;
+        std::string_view expected(c, 1);
+        if (*c == '$') {
+            const size_t number = static_cast<size_t>(*++c - '0');
+            if (number >= given) {
+                return false;
+            }
+            expected = argument(_open.back()._arguments + number);
         }
-        const size_t number = static_cast<size_t>(*++c - '0');
-        if (number >= given) {
+        if (!startsWith(rest, expected)) {
             return false;
         }
-        expected += argument(open, number);
+        rest.remove_prefix(expected.size());
     }
-    return argument(open, index) == expected;
+    return rest.empty();
 }
 
 void Writer::abbreviate(size_t start)
@@ -177,90 +238,124 @@ void Writer::abbreviate(size_t start)
     }
 }
 
+// Takes the arguments off the end of the innermost list that are its template's defaults.
+void Writer::dropDefaults(const DefaultArguments& row)
+{
+    const size_t first = _open.back()._arguments;
+    const size_t bracket = _arguments[first] - 1;
+    while (_arguments.size() > first + row.given) {
+        const size_t last = _arguments.size() - 1;
+        const size_t number = last - first - row.given;
+        if (number >= std::size(row.defaults) || row.defaults[number] == nullptr ||
+            !isDefault(row.defaults[number], last, row.given)) {
+            return;
+        }
+        _text.resize(last == first ? bracket + 1 : _arguments[last] - 2);
+        _arguments.pop_back();
+    }
+}
+
 void Writer::closeList()
 {
-    Open open;
-    open._arguments.swap(_open.back()._arguments);
-    _open.pop_back();
     if (_text.back() == ' ') {
         _text.pop_back();
     }
-    const size_t bracket = open._arguments.front() - 1;
+    const size_t bracket = _arguments[_open.back()._arguments] - 1;
     const size_t start = nameStart(bracket);
     const DefaultArguments* row = findDefaults(start, bracket);
-    while (row != nullptr && open._arguments.size() > row->given) {
-        const size_t index = open._arguments.size() - 1;
-        const size_t number = index - row->given;
-        if (number >= 3 || row->defaults[number] == nullptr ||
-            !isDefault(row->defaults[number], open, index, row->given)) {
-            break;
-        }
-        _text.resize(index == 0 ? bracket + 1 : open._arguments[index] - 2);
-        open._arguments.pop_back();
+    if (row != nullptr) {
+        dropDefaults(*row);
     }
+    pop();
     _text += '>';
-    abbreviate(start);
+    if (row != nullptr) {
+        abbreviate(start);
+    }
+}
+
+void Writer::open(char bracket)
+{
+    _text += bracket;
+    _open.push_back({bracket, _arguments.size()});
+    if (bracket == '<') {
+        _arguments.push_back(_text.size());
+    }
+}
+
+void Writer::pop()
+{
+    _arguments.resize(_open.back()._arguments);
+    _open.pop_back();
 }
 
 void Writer::close(char bracket)
 {
     const char opening = bracket == ')' ? '(' : bracket == ']' ? '[' : '{';
-    while (!_open.empty() && _open.back()._bracket == '<') {
-        _open.pop_back(); // it was a comparison
+    while (isInList()) {
+        pop(); // it was a comparison
     }
     if (!_open.empty() && _open.back()._bracket == opening) {
-        _open.pop_back();
+        pop();
     }
     _text += bracket;
+}
+
+// Writes what starts at `at` and is no character that is only copied. Returns the place behind it.
+size_t Writer::special(const std::string& text, size_t at)
+{
+    const char c = text[at];
+    const size_t past = c == 'o' ? pastOperator(text, at) : at;
+    if (past != at) {
+        _text.append(text, at, past - at);
+        _pastSign = past;
+        return past;
+    }
+    const size_t pastName = c == 's' ? pastStream(text, at) : at;
+    if (pastName != at) {
+        return pastName;
+    }
+    const size_t tagEnd =
+        c == '[' && text.compare(at, 5, "[abi:") == 0 ? text.find(']', at) : std::string::npos;
+    if (tagEnd != std::string::npos) {
+        return tagEnd + 1;
+    }
+    const bool isList =
+        c == '<' && !_text.empty() && (isNameCharacter(_text.back()) || at == _pastSign);
+    if (c == '(' || c == '[' || c == '{' || isList) {
+        open(c);
+    } else if (c == ')' || c == ']' || c == '}') {
+        close(c);
+    } else if (c == '>' && isInList() && text[at - 1] != '-') {
+        closeList();
+    } else {
+        _text += c;
+        if (c == ' ' && isInList()) {
+            _arguments.push_back(_text.size());
+        }
+    }
+    return at + 1;
 }
 
 std::string Writer::write(const std::string& text)
 {
     _text.reserve(text.size());
-    size_t pastSign = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        size_t past = c == 'o' ? pastOperator(text, i) : i;
-        if (past != i) {
-            _text.append(text, i, past - i);
-            i = past - 1;
-            pastSign = past;
-            continue;
+    for (size_t i = 0; i < text.size();) {
+        const size_t start = i;
+        while (i < text.size() && isCopied(text, i)) {
+            ++i;
         }
-        past = c == 's' ? pastStream(text, i) : i;
-        if (past != i) {
-            i = past - 1;
-            continue;
-        }
-        if (c == '[' && text.compare(i, 5, "[abi:") == 0 && text.find(']', i) < text.size()) {
-            i = text.find(']', i);
-        } else if (c == '(' || c == '[' || c == '{') {
-            _text += c;
-            _open.push_back({c, {}});
-        } else if (c == '<' && !_text.empty() && (isNameCharacter(_text.back()) || i == pastSign)) {
-            _text += c;
-            _open.push_back({c, {_text.size()}});
-        } else if (c == ')' || c == ']' || c == '}') {
-            close(c);
-        } else if (c == '>' && !_open.empty() && _open.back()._bracket == '<' &&
-                   text[i - 1] != '-') {
-            closeList();
-        } else {
-            _text += c;
-            if (c == ' ' && i > 0 && text[i - 1] == ',' && !_open.empty() &&
-                _open.back()._bracket == '<') {
-                _open.back()._arguments.push_back(_text.size());
-            }
-        }
+        _text.append(text, start, i - start);
+        i = i < text.size() ? special(text, i) : i;
     }
-    return _text;
+    return std::move(_text);
 }
 
 } // namespace
 
 std::string withStandardNames(const std::string& text)
 {
-    const bool isPlain =
-        text.find_first_of("<[") == std::string::npos && text.find("std::") == std::string::npos;
+    const bool isPlain = text.find('<') == std::string::npos &&
+                         text.find('[') == std::string::npos &&
+                         text.find("std::") == std::string::npos;
     return isPlain ? text : Writer().write(text);
 }

@@ -32,6 +32,16 @@ bool functionBefore(const CovFunction& a, const CovFunction& b)
                                         b._lines.end(), lineBefore);
 }
 
+void nameFunction(CovFunction& function, const NameStyle& style, ImportLosses& losses)
+{
+    std::vector<FunctionText> texts;
+    texts.swap(function._texts);
+    for (size_t i = texts.size(); i < function._symbols.size(); ++i) {
+        texts.push_back(readFunctionText(function._symbols[i]));
+    }
+    function._storedName = storedFunctionName(texts, style, losses);
+}
+
 void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
 {
     file._timeModified = modificationTime(file._path);
@@ -43,7 +53,7 @@ void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
     arrangeBlocks(file, losses);
     checkView(file, losses);
     for (CovFunction& function : file._functions) {
-        function._storedName = storedFunctionName(function._symbols, style, losses);
+        nameFunction(function, style, losses);
         // What the blocks were made of is needed no more.
         std::vector<CovLine>().swap(function._lines);
         std::vector<int64_t>().swap(function._hits);

@@ -56,6 +56,7 @@ struct Place
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
     std::vector<std::string> _symbols;
+    std::vector<FunctionText> _texts; // of the first symbols, as far as they were read
     std::vector<FunctionCopy*> _copies;
     std::vector<Piece> _pieces;
     std::vector<Piece> _others; // pieces of its copies that belong elsewhere
@@ -179,6 +180,7 @@ private:
     void addPlaces(FunctionCopy* const* first, FunctionCopy* const* last);
     Destination destinationOf(const Place& place, const CopyLine& line) const;
     void splitCopy(Place& place, FunctionCopy& copy) const;
+    std::string keyOf(Place& place) const;
     void moveToEntry(size_t giver, Piece& piece);
 
     std::vector<FunctionCopy>& _copies;
@@ -227,19 +229,22 @@ void addCopy(Place& place, FunctionCopy* copy)
 void ModelBuilder::addPlaces(FunctionCopy* const* first, FunctionCopy* const* last)
 {
     const bool isOneSymbol = (*first)->_symbol == (*(last - 1))->_symbol;
+    const bool needsTexts = !isOneSymbol && !_keepsInstances;
     std::map<std::string, size_t> byName;
-    std::string name;
-    const std::string* symbol = nullptr;
-    for (; first != last; ++first) {
-        if (symbol == nullptr || *symbol != (*first)->_symbol) {
-            symbol = &(*first)->_symbol;
-            name = isOneSymbol ? std::string() : _keepsInstances ? *symbol : templateName(*symbol);
-        }
-        const auto place = byName.emplace(name, _places.size());
-        if (place.second) {
+    while (first != last) {
+        const std::string& symbol = (*first)->_symbol;
+        const FunctionText text = needsTexts ? readFunctionText(symbol) : FunctionText();
+        const auto found = byName.emplace(needsTexts ? templateName(text) : symbol, _places.size());
+        if (found.second) {
             _places.emplace_back();
         }
-        addCopy(_places[place.first->second], *first);
+        Place& place = _places[found.first->second];
+        if (needsTexts) {
+            place._texts.push_back(text);
+        }
+        for (; first != last && (*first)->_symbol == symbol; ++first) {
+            addCopy(place, *first);
+        }
     }
 }
 
@@ -346,13 +351,23 @@ void ModelBuilder::split(Place& place) const
     }
 }
 
+// What the entries of a place in other files are known by.
+std::string ModelBuilder::keyOf(Place& place) const
+{
+    if (_keepsInstances) {
+        return place._symbols.front();
+    }
+    if (place._texts.empty()) {
+        place._texts.push_back(readFunctionText(place._symbols.front()));
+    }
+    return templateName(place._texts.front());
+}
+
 void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
 {
     const std::vector<std::string> symbols = _places[giver]._symbols;
     const auto found = _entries.emplace(
-        std::make_pair(piece._destination._number,
-                       _keepsInstances ? symbols.front() : templateName(symbols.front())),
-        _places.size());
+        std::make_pair(piece._destination._number, keyOf(_places[giver])), _places.size());
     if (found.second) {
         Place entry;
         entry._file = piece._destination._number;
@@ -393,6 +408,7 @@ void ModelBuilder::distribute()
 void ModelBuilder::unite(Place& place, CovFunction& function) const
 {
     function._symbols.swap(place._symbols);
+    function._texts.swap(place._texts);
     function._startLine = place._startLine;
     function._endLine = place._endLine;
     std::vector<Piece>& pieces = place._pieces;

@@ -116,6 +116,37 @@ TEST_F(FinishCoverageTest, FullNamesAreKeptWhenAskedFor)
               storedFunctionName(symbols, NameStyle(), _losses));
 }
 
+TEST_F(FinishCoverageTest, SymbolsThatWereReadAreNotReadAgain)
+{
+    CovFunction one = function("_Z1fIiEvT_", 1, 4, {{1, 1, 1}});
+    one._symbols.emplace_back("_Z1fIlEvT_");
+    FunctionText text;
+    text._name = "known<int>";
+    text._types = "int";
+    text._hasTypes = true;
+    one._texts = {text, text};
+    one._texts[1]._name = "known<long>";
+    CovFunction other = one;
+    other._texts = {text};
+    other._startLine = 2;
+    addFile("/s/a.cc", {one, other});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    const std::vector<CovFunction>& functions = _model._files[0]._functions;
+    EXPECT_EQ(functions[0]._storedName, "known<...>__Fi");
+    EXPECT_EQ(functions[1]._storedName, "known<...>__F4auto"); // the second is f<long>(long)
+    EXPECT_TRUE(functions[0]._texts.empty());
+}
+
+TEST_F(FinishCoverageTest, SymbolTooLargeToUnfoldIsCountedWhoeverReadIt)
+{
+    CovFunction known = function("_Z1fv", 1, 4, {{1, 1, 1}});
+    known._texts = {FunctionText()};
+    known._texts[0]._isTooLarge = true;
+    addFile("/s/a.cc", {known});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    EXPECT_EQ(_losses._namesNotUnfolded, 1u);
+}
+
 TEST_F(FinishCoverageTest, PathTooLongForARecordIsRefused)
 {
     addFile("/" + std::string(65534, 'p'), {function("f", 1, 4, {{1, 1, 1}})});

@@ -129,6 +129,23 @@ TEST_F(ModelBuilderTest, VariantsOfAConstructorAreOneFunction)
     EXPECT_EQ(build(), "/a.cc _ZN1AC1Ev _ZN1AC2Ev 1-9: 1=7\n");
 }
 
+TEST_F(ModelBuilderTest, WhatSymbolsOfOnePlaceSayIsKept)
+{
+    for (const char* symbol : {"_Z1fIiEvT_", "_Z1fIlEvT_", "_Z1gIiEvT_", "_Z1fIcEvT_"}) {
+        add(A, symbol, 1, 9, {{{1}, 3}});
+        add(A, symbol, 1, 9, {{{1}, 1}});
+    }
+    CoverageModel model;
+    buildModel(_copies, {"/a.cc"}, false, 1, model, _losses);
+    ASSERT_EQ(model._files[0]._functions.size(), 2u);
+    for (const CovFunction& function : model._files[0]._functions) {
+        ASSERT_EQ(function._texts.size(), function._symbols.size());
+        for (size_t i = 0; i < function._texts.size(); ++i) {
+            EXPECT_EQ(function._texts[i]._name, readFunctionText(function._symbols[i])._name);
+        }
+    }
+}
+
 TEST_F(ModelBuilderTest, FunctionsOfOneMacroStayApart)
 {
     add(A, "_Z3getv", 3, 3, {{{3}, 1}});

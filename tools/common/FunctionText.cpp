@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/FunctionText.h"
+
+#include "tools/common/NameText.h"
+#include "tools/common/StandardNames.h"
+#include "tools/common/SymbolScan.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <cxxabi.h>
+#include <new>
+
+namespace {
+
+constexpr uint64_t LongestUnfolded = 262144; // text that is made of a symbol, in characters
+
+bool takeEnd(std::string& text, const char* end)
+{
+    const size_t length = std::strlen(end);
+    if (text.size() < length || text.compare(text.size() - length, length, end) != 0) {
+        return false;
+    }
+    text.resize(text.size() - length);
+    return true;
+}
+
+void dropQualifiers(std::string& text)
+{
+    while (takeEnd(text, " const") || takeEnd(text, " volatile") || takeEnd(text, " &&") ||
+           takeEnd(text, " &") || takeEnd(text, " noexcept") ||
+           takeEnd(text, " transaction_safe")) {
+    }
+}
+
+// The text of a symbol; empty when it is no C++ name. The decoder's own status for a lack of memory
+// must not look like that.
+std::string decoded(const std::string& symbol)
+{
+    int status = 0;
+    char* text = abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status);
+    if (text == nullptr && status == -1) {
+        throw std::bad_alloc();
+    }
+    std::string result = text != nullptr ? text : "";
+    std::free(text);
+    return result;
+}
+
+// The bracket that opens the parameter list, whose closing one is the text's last. Parentheses are
+// always in pairs, those of an operator's name, too.
+size_t parametersAtEnd(const std::string& text)
+{
+    int depth = 0;
+    for (size_t i = text.size(); i-- > 0;) {
+        depth += text[i] == ')' ? 1 : 0;
+        depth -= text[i] == '(' ? 1 : 0;
+        if (depth == 0) {
+            return text[i] == '(' ? i : std::string::npos;
+        }
+    }
+    return std::string::npos;
+}
+
+// The bracket that closes the one at `bracket`, or the text's end.
+size_t closingBracket(const std::string& text, size_t bracket)
+{
+    int depth = 0;
+    size_t i = bracket;
+    for (; i < text.size(); ++i) {
+        depth += text[i] == '(' ? 1 : 0;
+        depth -= text[i] == ')' ? 1 : 0;
+        if (depth == 0) {
+            break;
+        }
+    }
+    return i;
+}
+
+// The parameter packs of lambdas as types with a qualifier "...", which every decoder knows.
+std::string withPacksQualified(const std::string& symbol, const SymbolScan& scan)
+{
+    std::string result = symbol;
+    for (size_t i = scan._lambdaPacks.size(); i-- > 0;) {
+        result.replace(scan._lambdaPacks[i], 2, "U3...");
+    }
+    return result;
+}
+
+// Shows the qualifier as decoders do that know packs: "(auto:1)..." of "auto:1 ...". Returns how
+// many there were.
+size_t restorePacks(std::string& text)
+{
+    size_t count = 0;
+    for (size_t at = text.find(" ..."); at != std::string::npos; at = text.find(" ...", at)) {
+        const NameText brackets(text);
+        size_t start = at;
+        while (start > 0 && std::strchr("(<", text[start - 1]) == nullptr &&
+               (start < 2 || text.compare(start - 2, 2, ", ") != 0)) {
+            --start;
+            const size_t partner = brackets.partner(start);
+            start = partner != NameText::None && partner < start ? partner : start;
+        }
+        if (start < at) {
+            text.replace(at, 1, ")");
+            text.insert(start, "(");
+            ++count;
+        }
+        at += 2;
+    }
+    return count;
+}
+
+// The symbol's text and where its parts are in it.
+struct Decoded
+{
+    std::string _text;
+    size_t _name = 0;                       // where the name starts
+    size_t _parameters = std::string::npos; // their opening bracket
+};
+
+// Of a name with a result the place is found by the name's own text: the marks of a result that is
+// an array or a function stand behind the parameters.
+void findName(const std::string& symbol, const SymbolScan& scan, Decoded& result)
+{
+    if (scan._isKnown && scan._hasResult) {
+        std::string name = decoded(symbol.substr(0, scan._nameEnd));
+        dropQualifiers(name);
+        const size_t at = name.empty() ? std::string::npos : result._text.find(name + "(");
+        if (at != std::string::npos) {
+            result._name = at;
+            result._parameters = at + name.size();
+            return;
+        }
+    }
+    dropQualifiers(result._text);
+    result._parameters = parametersAtEnd(result._text);
+}
+
+Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
+{
+    Decoded result;
+    result._text = decoded(symbol);
+    if (result._text.empty() && !scan._lambdaPacks.empty()) {
+        // The name alone: parameters may refer to the pack, and would not be one any more.
+        const std::string usable = withPacksQualified(symbol, scan);
+        result._text = decoded(usable.substr(0, scanSymbol(usable)._nameEnd));
+        if (restorePacks(result._text) != scan._lambdaPacks.size()) {
+            result._text.clear();
+        }
+        dropQualifiers(result._text);
+        return result;
+    }
+    result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
+    for (const char* thunk : {"non-virtual thunk to ", "virtual thunk to "}) {
+        if (result._text.compare(0, std::strlen(thunk), thunk) == 0) {
+            result._text.erase(0, std::strlen(thunk)); // its lines are the function's
+        }
+    }
+    findName(symbol, scan, result);
+    return result;
+}
+
+} // namespace
+
+FunctionText readFunctionText(const std::string& symbol)
+{
+    FunctionText function;
+    function._name = symbol;
+    function._isSymbol = true;
+    if (symbol.compare(0, 2, "_Z") != 0) {
+        return function;
+    }
+    const SymbolScan scan = scanSymbol(symbol);
+    if (scan._length > LongestUnfolded) {
+        function._isTooLarge = true;
+        return function;
+    }
+    const Decoded found = decodeSymbol(symbol, scan);
+    const std::string& text = found._text;
+    if (text.empty()) {
+        return function;
+    }
+    function._isSymbol = false;
+    const size_t bracket = found._parameters;
+    if (bracket == std::string::npos || bracket == 0) {
+        function._name = withStandardNames(text);
+        return function;
+    }
+    const size_t end = closingBracket(text, bracket);
+    function._name = withStandardNames(text.substr(found._name, bracket - found._name));
+    function._types = withStandardNames(text.substr(bracket + 1, end - bracket - 1));
+    function._hasTypes = true;
+    return function;
+}
