@@ -384,7 +384,6 @@ bool isListLeftOut(char c, const std::string& shown, size_t s, Placeholders plac
            (c == '(' && startsAt(shown, s, "(...)") &&
             (isLambda || isAround || placeholders == Placeholders::OfInstances));
 }
-}
 
 bool isTypeShown(const std::string& expected, size_t e, const std::string& shown, size_t s);
 
