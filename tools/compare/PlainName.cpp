@@ -376,13 +376,17 @@ bool isListLeftOut(char c, const std::string& shown, size_t s, Placeholders plac
     if (placeholders == Placeholders::None) {
         return false;
     }
+    if (c == '<') {
+        return startsAt(shown, s, "<...>");
+    }
+    if (c != '(' || !startsAt(shown, s, "(...)")) {
+        return false;
+    }
     const size_t past = s + 5;
     const bool isLambda = s >= 6 && wordAt(shown, s - 6, "lambda");
     const bool isAround = startsAt(shown, past, "::") || startsAt(shown, past, "const::") ||
                           startsAt(shown, past, " const::");
-    return (c == '<' && startsAt(shown, s, "<...>")) ||
-           (c == '(' && startsAt(shown, s, "(...)") &&
-            (isLambda || isAround || placeholders == Placeholders::OfInstances));
+    return isLambda || isAround || placeholders == Placeholders::OfInstances;
 }
 
 bool isTypeShown(const std::string& expected, size_t e, const std::string& shown, size_t s);
