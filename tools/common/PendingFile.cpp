@@ -207,4 +207,5 @@ void PendingFile::removeOnSignals()
             sigaction(signal, &action, nullptr);
         }
     }
+    std::signal(SIGXFSZ, SIG_IGN);
 }

@@ -74,6 +74,20 @@ void vote(const std::string& path, const std::set<std::string>& places,
     }
 }
 
+// As a shell reads one word. Blanks in folders are common, and the command is there to be copied.
+std::string shellWord(const std::string& text)
+{
+    const std::string plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-";
+    if (text.find_first_not_of(plain) == std::string::npos) {
+        return text;
+    }
+    std::string word = "'";
+    for (const char c : text) {
+        word += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return word + "'";
+}
+
 // The command for a link that makes `path` be there, in the first place on its way that is free.
 std::string linkFor(const std::string& path, const Move& move)
 {
@@ -85,8 +99,8 @@ std::string linkFor(const std::string& path, const Move& move)
     const fs::path link = path.substr(0, end);
     const std::string target = move.second + link.string().substr(move.first.size());
     const std::string parent = link.parent_path().string();
-    return (fs::exists(parent, ignored) ? "" : "mkdir -p " + parent + "; ") + "ln -s " + target +
-           " " + link.string();
+    return (fs::exists(parent, ignored) ? "" : "mkdir -p " + shellWord(parent) + "; ") + "ln -s " +
+           shellWord(target) + " " + shellWord(link.string());
 }
 
 // Whether the file is there after the move.

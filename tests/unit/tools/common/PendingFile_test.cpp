@@ -5,8 +5,10 @@
 
 #include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -127,6 +129,24 @@ TEST_F(PendingFileTest, SignalThatIsIgnoredStaysSo)
     ASSERT_TRUE(_file.create(_dir.path()));
     raise(SIGHUP);
     EXPECT_EQ(entries(), 1u);
+}
+
+TEST_F(PendingFileTest, FilePastTheLimitIsAFailedWrite)
+{
+    const pid_t pid = fork();
+    if (pid == 0) {
+        PendingFile::removeOnSignals();
+        const rlimit sizes = {1, 1};
+        const bool isReady = _file.create(_dir.path()) && setrlimit(RLIMIT_FSIZE, &sizes) == 0;
+        const int file = ::open(_file.temporary().c_str(), O_WRONLY);
+        const bool isFailed =
+            ::write(file, "a", 1) == 1 && ::write(file, "b", 1) == -1 && errno == EFBIG;
+        _exit(isReady && isFailed ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status)) << WTERMSIG(status);
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST_F(PendingFileTest, ManyFilesMayWaitAtOnce)

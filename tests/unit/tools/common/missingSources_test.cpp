@@ -73,6 +73,18 @@ TEST_F(MissingSourcesTest, LinkIsProposedWhereTheWayIsFree)
                   "/src lets zem find them)");
 }
 
+TEST_F(MissingSourcesTest, LinkIsProposedAsAShellReadsIt)
+{
+    _dir.write("it's new/src/a.cc", "");
+    const std::string old = _dir.path("old tree");
+    std::filesystem::create_directory(old);
+    add(old + "/src/a.cc");
+    const std::string told = missingSources(_model, {_dir.path("it's new")});
+    const std::string link =
+        "(ln -s '" + _dir.path() + "/it'\\''s new/src' '" + old + "/src' lets zem find them)";
+    EXPECT_NE(told.find(link), std::string::npos) << told;
+}
+
 TEST_F(MissingSourcesTest, SourcesBelowTheRootMoveToo)
 {
     _dir.write("gone/a.cc", "");
