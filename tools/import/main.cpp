@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-import: turns the coverage that other tools write into a map file and a log file.
+#include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
 #include "tools/common/PendingFile.h"
 #include "tools/common/RelativePath.h"
@@ -75,7 +76,7 @@ void usage(std::ostream& out)
 
 int misuse(const char* problem, const char* word)
 {
-    std::cerr << "zem-import: " << problem << word << "\nTry zem-import --help.\n";
+    std::cerr << "zem-import: " << problem << qipVisibleText(word) << "\nTry zem-import --help.\n";
     return ExitBad;
 }
 
@@ -125,8 +126,9 @@ void summarise(const CoverageModel& model, const ImportLosses& losses, const Req
             blocks += function._blocks.size();
         }
     }
-    std::cout << "zem-import: " << request.output._folder << "/" << request.output._name
-              << ".log of map " << map.substr(map.rfind('/') + 1) << ": " << model._files.size()
+    std::cout << "zem-import: " << qipVisibleText(request.output._folder.c_str()) << "/"
+              << qipVisibleText(request.output._name.c_str()) << ".log of map "
+              << qipVisibleText(map.c_str() + (map.rfind('/') + 1)) << ": " << model._files.size()
               << " files, " << functions << " functions, " << blocks << " blocks";
     const std::string text = losses.text();
     std::cout << (text.empty() ? "" : "; ") << text << '\n';
@@ -156,7 +158,7 @@ int importAndWrite(Importer& importer, const Request& request)
     }
     const std::string missing = missingSources(model, request.inputs);
     if (!missing.empty()) {
-        std::cerr << "zem-import: " << missing << '\n';
+        std::cerr << "zem-import: " << qipVisibleText(missing.c_str()) << '\n';
     }
     if (request.output._isRelative) {
         makeRelative(model);
@@ -164,7 +166,7 @@ int importAndWrite(Importer& importer, const Request& request)
     PendingFile::removeOnSignals();
     CoverageResult result;
     if (!writeCoverage(model, losses, request.output, result)) {
-        std::cerr << "zem-import: " << result._problem << '\n';
+        std::cerr << "zem-import: " << qipVisibleText(result._problem.c_str()) << '\n';
         return ExitBad;
     }
     summarise(model, losses, request, result._map);
@@ -176,10 +178,11 @@ int clean(const char* folder)
     CleanedMaps result;
     const bool isGood = cleanMaps(folder, result);
     for (const std::string& name : result._removed) {
-        std::cout << "zem-import: removed " << name << '\n';
+        std::cout << "zem-import: removed " << qipVisibleText(name.c_str()) << '\n';
     }
     if (!isGood) {
-        std::cerr << "zem-import: cannot clean " << folder << ": " << result._problem << '\n';
+        std::cerr << "zem-import: cannot clean " << qipVisibleText(folder) << ": "
+                  << qipVisibleText(result._problem.c_str()) << '\n';
         return ExitBad;
     }
     std::cout << "zem-import: " << result._removed.size() << " maps removed, " << result._kept
@@ -254,7 +257,7 @@ int main(int argc, char** argv)
     } catch (const std::bad_alloc&) {
         std::cerr << "zem-import: out of memory\n";
     } catch (const std::exception& problem) {
-        std::cerr << "zem-import: " << problem.what() << '\n';
+        std::cerr << "zem-import: " << qipVisibleText(problem.what()) << '\n';
     }
     return finishStandardOutput("zem-import") ? status : ExitBad;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GccImporter.h"
 
+#include "qip/Support/qipVisibleText.h"
 #include "tools/common/Progress.h"
 #include "tools/common/parallel.h"
 #include "tools/import/ModelBuilder.h"
@@ -163,7 +164,8 @@ bool GccImporter::import(CoverageModel& model, ImportLosses& losses, unsigned in
     for (size_t i = 0; i < files.size(); ++i) {
         const UnitsJob::Outcome& outcome = job.outcome(i);
         if (!outcome._failure.empty()) {
-            std::cerr << "zem-import: " << files[i]._notes << ": " << outcome._failure << '\n';
+            std::cerr << "zem-import: " << qipVisibleText(files[i]._notes.c_str()) << ": "
+                      << qipVisibleText(outcome._failure.c_str()) << '\n';
         }
         losses.add(outcome._losses);
         model._executionTime = std::max(model._executionTime, outcome._executionTime);

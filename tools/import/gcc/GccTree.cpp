@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GccTree.h"
 
+#include "qip/Support/qipVisibleText.h"
 #include "tools/common/FolderWalk.h"
 #include "tools/common/SourcePath.h"
 
@@ -169,7 +170,7 @@ void GccTree::writeProblems(std::ostream& out) const
 {
     constexpr size_t MostLines = 20;
     for (size_t i = 0; i < std::min(_problems.size(), MostLines); ++i) {
-        out << "zem-import: " << _problems[i] << '\n';
+        out << "zem-import: " << qipVisibleText(_problems[i].c_str()) << '\n';
     }
     if (_problems.size() > MostLines) {
         out << "zem-import: and " << _problems.size() - MostLines << " more like these\n";

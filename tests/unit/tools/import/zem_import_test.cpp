@@ -316,6 +316,13 @@ TEST_F(ZemImportTest, SourcesThatMovedAreToldWithTheirNewPlace)
         << output();
 }
 
+TEST_F(ZemImportTest, TheSummaryIsOneLineWhateverTheFolderIsCalled)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    ASSERT_EQ(import("gcc -o 'o\nut' --name 'n\x1b' build"), 0);
+    EXPECT_EQ(output().find("zem-import: o\\x0aut/n\\x1b.log of map n\\x1b-"), 0U) << output();
+}
+
 TEST_F(ZemImportTest, SummaryThatCannotBeWrittenIsAnError)
 {
     ASSERT_EQ(run("build/work"), 0);
@@ -410,6 +417,31 @@ TEST_F(ZemImportWordsTest, MisuseNamesTheWord)
     EXPECT_NE(err().find("--clean"), std::string::npos);
     EXPECT_EQ(import("--clean none"), 1);
     EXPECT_EQ(err(), "zem-import: cannot clean none: none: No such file or directory\n");
+}
+
+// A name with a newline and a terminal's command, as the shell and the messages write it.
+TEST_F(ZemImportWordsTest, NamesCannotForgeAMessageOrSteerTheTerminal)
+{
+    const std::string name = "a\x1b[31m\nzem-import";
+    const std::string word = "'" + name + "'";
+    const std::string shown = "a\\x1b[31m\\x0azem-import";
+    const std::string here = fs::canonical(_dir.path()).string();
+    fs::create_directory(_dir.path(name));
+    _dir.write(name + "/a.gcno", "not notes");
+    EXPECT_EQ(import("gcc " + word), 1);
+    EXPECT_EQ(err(), "zem-import: " + here + "/" + shown +
+                         "/a.gcno: the .gcno file holds no notes\n"
+                         "zem-import: nothing to write: no function is left (1 units with an "
+                         "error)\n");
+    EXPECT_EQ(import("gcc " + word + "/none"), 1);
+    EXPECT_EQ(err(), "zem-import: cannot read the folder " + here + "/" + shown +
+                         "/none: No such file or directory\n");
+    EXPECT_EQ(import("--clean " + word + "/none"), 1);
+    EXPECT_EQ(err(), "zem-import: cannot clean " + shown + "/none: " + shown +
+                         "/none: No such file or directory\n");
+    EXPECT_EQ(import(word), 1);
+    EXPECT_EQ(err(),
+              "zem-import: unknown kind of coverage: " + shown + "\nTry zem-import --help.\n");
 }
 
 TEST_F(ZemImportWordsTest, HelpAndVersionGoToTheStandardOutput)
