@@ -33,11 +33,25 @@ bool isWordCharacter(char c)
            c == '$' || (static_cast<unsigned char>(c) & 0x80) != 0;
 }
 
-// A character that starts neither a bracket nor an operator: most of a name.
-bool isPlain(char c)
+// Whether the character at `at` is no bracket and no colon, and starts no operator: most of a name.
+bool isPlain(const std::string& text, size_t at)
 {
-    return (c >= 'a' && c <= 'z' && c != 'o') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           c == '_' || c == ' ';
+    switch (text[at]) {
+    case 'o':
+        return text[at + 1] != 'p';
+    case '(':
+    case ')':
+    case '<':
+    case '>':
+    case '[':
+    case ']':
+    case '{':
+    case '}':
+    case ':':
+        return false;
+    default:
+        return true;
+    }
 }
 
 bool startsAt(const std::string& text, size_t at, const char* word)
@@ -107,7 +121,7 @@ void NameText::matchBrackets()
     };
     for (size_t i = 0; i < _text.size(); ++i) {
         const char c = _text[i];
-        if (isPlain(c)) {
+        if (isPlain(_text, i)) {
             continue;
         }
         const size_t past = c == 'o' ? pastOperator(_text, i) : i;
@@ -148,7 +162,7 @@ void NameText::findParts()
 {
     bool isConversion = false;
     for (size_t i = 0; i < _text.size(); ++i) {
-        if (isPlain(_text[i])) {
+        if (isPlain(_text, i)) {
             continue;
         }
         const size_t past = pastOperator(_text, i);
