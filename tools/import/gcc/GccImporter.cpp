@@ -140,7 +140,9 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
         leaveOutProbes(units, losses);
     }
     if (units.empty()) {
-        std::cerr << "zem-import: no .gcno file found; was it built with g++ --coverage?\n";
+        std::cerr << (losses._probeUnits > 0
+                          ? "zem-import: only probes of a build system found: --probes keeps them\n"
+                          : "zem-import: no .gcno file found; was it built with g++ --coverage?\n");
         return false;
     }
     if (!_runs.empty() && !tree.isAnyUnitRun()) {

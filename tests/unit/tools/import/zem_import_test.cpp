@@ -376,6 +376,13 @@ protected:
     const TempDir _dir;
 };
 
+TEST_F(ZemImportWordsTest, TreesWithNothingButProbesAreToldApart)
+{
+    _dir.write("CMakeFiles/CMakeTmp/a.gcno", "");
+    EXPECT_EQ(import("gcc ."), 1);
+    EXPECT_EQ(err(), "zem-import: only probes of a build system found: --probes keeps them\n");
+}
+
 TEST_F(ZemImportWordsTest, TreesWithoutNotesAreAnError)
 {
     EXPECT_EQ(import("gcc ."), 1);
