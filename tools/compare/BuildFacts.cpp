@@ -12,6 +12,7 @@ void addLine(LineFacts& sum, const LineFacts& part)
     sum._isTouched |= part._isTouched;
     sum._isTouchedMade |= part._isTouchedMade;
     sum._blockRan |= part._blockRan;
+    sum._madeRan |= part._madeRan;
 }
 
 void addFile(FileFacts& sum, const FileFacts& part)

@@ -14,11 +14,16 @@
 
 struct LineFacts
 {
-    bool _isListed = false;      // gcov has the line
-    int64_t _count = 0;          // gcov's count, over all units and function instances
-    bool _isTouched = false;     // by a block of a function that somebody wrote
-    bool _isTouchedMade = false; // by a block of a function that the compiler made
-    bool _blockRan = false;      // one of those blocks
+    bool _isListed = false; // gcov has the line
+    int64_t _count = 0;     // gcov's count, over all units and function instances
+    // Whether blocks touch the line, and one of them ran: those of functions that somebody wrote,
+    // and those of functions that the compiler made (coroutine bodies, but also initialisers).
+    bool _isTouched = false;
+    bool _blockRan = false;
+    bool _isTouchedMade = false;
+    bool _madeRan = false;
+
+    bool anyRan() const { return _count > 0 || _blockRan || _madeRan; }
 };
 
 struct FunctionPlace

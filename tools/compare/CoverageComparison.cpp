@@ -72,8 +72,7 @@ bool anyBlockRan(const ZEMFuncRecord& function)
 bool anyLineRan(const FileFacts& facts, uint32_t first, uint32_t last)
 {
     return std::any_of(facts._lines.begin(), facts._lines.end(), [=](const auto& line) {
-        return line.first >= first && line.first <= last &&
-               (line.second._count > 0 || line.second._blockRan);
+        return line.first >= first && line.first <= last && line.second.anyRan();
     });
 }
 
@@ -227,7 +226,7 @@ void CoverageComparison::compareLine(const std::string& path, uint32_t line, con
         if (!isCovered) {
             which = line > LastBlockLine ? Findings::LinePast65535 : Findings::LineMissing;
         } else if (!isRed) {
-            which = facts._blockRan ? Findings::LinePassed : Findings::LineDeadBlack;
+            which = facts.anyRan() ? Findings::LinePassed : Findings::LineDeadBlack;
         }
         addLine(which, path, line, facts, drawn);
     } else if (isRed && facts._blockRan) {
@@ -242,8 +241,8 @@ void CoverageComparison::compareUnlisted(const std::string& path, uint32_t line,
     if (!drawn.isRed(line) && !drawn.hasMark(line)) {
         return;
     }
-    if (drawn.isRed(line) == facts._blockRan) {
-        addLine(facts._blockRan ? Findings::LineRanRed : Findings::LineDeadBlack, path, line, facts,
+    if (drawn.isRed(line) == facts.anyRan()) {
+        addLine(facts.anyRan() ? Findings::LineRanRed : Findings::LineDeadBlack, path, line, facts,
                 drawn);
         return;
     }

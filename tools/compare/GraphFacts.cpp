@@ -29,7 +29,7 @@ public:
             }
             LineFacts& facts = file->_lines[line._line];
             (function._isArtificial ? facts._isTouchedMade : facts._isTouched) = true;
-            facts._blockRan |= counts[line._block] > 0;
+            (function._isArtificial ? facts._madeRan : facts._blockRan) |= counts[line._block] > 0;
         }
     }
 

@@ -85,7 +85,9 @@ size_t pastOne(const std::string& text, size_t i)
     if (startsAt(text, i, "->")) {
         return i + 2;
     }
-    if (text[i] == '<' && i > 0 && text[i - 1] == ')') {
+    const bool isComparison = text[i] == '<' && i > 0 && text[i - 1] == ')' &&
+                              (i < 10 || !startsAt(text, i - 10, "operator()"));
+    if (isComparison) {
         return i + std::strspn(text.c_str() + i, "<="); // "(a)<=(b)"
     }
     return std::strchr("<([{", text[i]) != nullptr && text[i] != '\0' ? pastBracket(text, i)

@@ -131,13 +131,19 @@ TEST_F(CoverageComparisonTest, LineThatABlockPassesIsAClassOfItsOwn)
 
 TEST_F(CoverageComparisonTest, LinesThatGcovLeavesOutAreClassesOfTheirOwn)
 {
-    LineFacts& made = line(1, Unlisted, true);
+    LineFacts& made = line(1, Unlisted, false);
     made._isTouched = false;
-    made._isTouchedMade = true;
+    made._isTouchedMade = made._madeRan = true;
     line(2, Unlisted, false);
     line(3, Unlisted, true); // red though a block ran
     EXPECT_EQ(compareBlocks({{1, 1}, {2, 2}, {3, 3}}, {1, 0, 0}),
               "line-ran-red  1\nline-made  1\nline-unlisted  1\n");
+}
+
+TEST_F(CoverageComparisonTest, InitialiserThatRanDoesNotMakeALineRun)
+{
+    line(1, 0, false)._madeRan = true;
+    EXPECT_EQ(compareBlocks({{1, 1}}, {0}), "");
 }
 
 TEST_F(CoverageComparisonTest, LineBehindTheEndIsAClassOfItsOwn)

@@ -14,6 +14,7 @@ struct Filtered
 
 const Filtered filtered[] = {
     {"main", "main", ""},
+    {"void A::operator()<(Kind)1>(int)", "A::operator()<(Kind)1>", "(int)"},
     {"If<((bits<int>)())<=(32), A>::type pick<int>(If<((bits<int>)())<=(32), A>::type)",
      "pick<int>", "(If<((bits<int>)())<=(32),A>::type)"},
     {"show(std::ostream&)", "show", "(std::basic_ostream<char>&)"},
