@@ -59,8 +59,8 @@ bool isNameGood(const PlainName& name, int level, const std::string& shown, bool
     const std::string params = level == 0 ? "" : name._params;
     return isShown(expected, shown, placeholders) ||
            isShown(spelling(name._shortName + params, level), shown, placeholders) ||
-           (level > 0 &&
-            isShownShortened(simple, spelling(name._wholeName + params, level), shown));
+           (level > 0 && isShownShortened(simple, spelling(name._wholeName + params, level), shown,
+                                          isOfSeveral ? placeholders : Placeholders::None));
 }
 
 bool anyBlockRan(const ZEMFuncRecord& function)

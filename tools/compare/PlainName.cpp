@@ -438,9 +438,24 @@ bool isShown(const std::string& expected, const std::string& shown, Placeholders
     return isRestShown(expected, 0, shown, 0, placeholders);
 }
 
-bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown)
+bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown,
+                      Placeholders placeholders)
 {
-    const std::string end = "(" + whole + ")";
-    return endsWith(shown, end.c_str()) &&
-           isShown(name, shown.substr(0, shown.size() - end.size()), Placeholders::OfLongName);
+    // The bracket that the last one closes. Sizes of templates may hold comparisons, so only round
+    // ones count.
+    int depth = 0;
+    size_t bracket = endsWith(shown, ")") ? shown.size() : 0;
+    while (bracket > 0) {
+        --bracket;
+        depth += shown[bracket] == ')' ? 1 : shown[bracket] == '(' ? -1 : 0;
+        if (depth == 0) {
+            break;
+        }
+    }
+    if (bracket == 0) {
+        return false;
+    }
+    const std::string inside = shown.substr(bracket + 1, shown.size() - bracket - 2);
+    return isShown(name, shown.substr(0, bracket), Placeholders::OfLongName) &&
+           isShown(whole, inside, placeholders);
 }

@@ -41,5 +41,6 @@ enum class Placeholders {
 bool isShown(const std::string& expected, const std::string& shown, Placeholders placeholders);
 
 // Whether `shown` is the form with parameters of a long name: the name with placeholders, and the
-// whole text in the place of the parameters.
-bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown);
+// whole text in the place of the parameters; that has `placeholders`, too.
+bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown,
+                      Placeholders placeholders);

@@ -105,9 +105,25 @@ TEST(IsShownTest, PlaceholdersOfALongNameStandForLists)
 
 TEST(IsShownTest, LongNameHasItsWholeTextAsParameters)
 {
-    EXPECT_TRUE(isShownShortened("ns::f<int>", "ns::f<int>(char)", "ns::f<...>(ns::f<int>(char))"));
-    EXPECT_FALSE(isShownShortened("ns::f<int>", "ns::f<int>(char)", "ns::f<...>(ns::f<int>(int))"));
-    EXPECT_FALSE(isShownShortened("ns::f<int>", "ns::f<int>(char)", "g<...>(ns::f<int>(char))"));
+    const auto isGood = [](const char* shown) {
+        return isShownShortened("ns::f<int>", "ns::f<int>(char)", shown, Placeholders::None);
+    };
+    EXPECT_TRUE(isGood("ns::f<...>(ns::f<int>(char))"));
+    EXPECT_FALSE(isGood("ns::f<...>(ns::f<int>(int))"));
+    EXPECT_FALSE(isGood("g<...>(ns::f<int>(char))"));
+    EXPECT_FALSE(isGood("ns::f<...>(ns::f<...>(char))"));
+    EXPECT_FALSE(isGood("ns::f<...>"));
+    EXPECT_FALSE(isGood(")"));
+}
+
+TEST(IsShownTest, LongNameOfInstancesHasPlaceholdersInItsWholeTextToo)
+{
+    const auto isGood = [](const char* shown) {
+        return isShownShortened("f<int>(A<int>)::L::g", "f<int>(A<int>)::L::g(int,char)", shown,
+                                Placeholders::OfInstances);
+    };
+    EXPECT_TRUE(isGood("f<...>(...)::L::g(f<...>(A<...>)::L::g(auto,char))"));
+    EXPECT_FALSE(isGood("f<...>(...)::L::g(f<...>(A<...>)::L::g(auto,int))"));
 }
 
 } // namespace
