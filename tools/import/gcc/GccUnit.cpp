@@ -185,12 +185,12 @@ bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& en
     if (!notes.readPlace(function)) {
         return false;
     }
-    const KnownFunction::Kind kind = kindOf(function, source(notes.folder(), function._files[0]));
+    const KnownFunction::Kind kind = kindOf(function, source(_folder, function._files[0]));
     countKind(kind);
     if (!notes.readGraph(function)) {
         return false;
     }
-    entry._read = makeGraph(function, notes.folder(), kind);
+    entry._read = makeGraph(function, _folder, kind);
     if (kind == KnownFunction::Wanted || holdsOthers(entry._read->_copy)) {
         return true;
     }
@@ -202,7 +202,7 @@ bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& en
 bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
 {
     ContentKey folder;
-    folder.add(notes.folder().data(), notes.folder().size());
+    folder.add(_folder.data(), _folder.size());
     bool isFit = true;
     GcnoFunction function;
     while (notes.findFunction(function)) {
@@ -251,6 +251,9 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         fail("the .gcno file is damaged: compile the unit again");
         return true;
     }
+    // Notes that do not say where they were made (clang's) were made where they lie: a name must not
+    // depend on where the import runs.
+    _folder = absolutePath(_notesFolder, notes.folder());
     static const std::string nothing;
     const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
     GcdaFile counters(bytesOf(bytes), bytes.size());
@@ -285,6 +288,7 @@ bool GccUnit::readBlocks(const GccUnitFiles& files)
         fail("the .gcno file cannot be read: " + notes.problem());
         return true;
     }
+    _notesFolder = files._notes.substr(0, files._notes.rfind('/') + 1);
     if (files._counters.empty()) {
         return readBlocks(notes.bytes(), nullptr);
     }

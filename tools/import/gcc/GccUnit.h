@@ -67,6 +67,8 @@ private:
     std::vector<Function> _functions;
     ImportLosses _losses;
     std::string _failure;
+    std::string _notesFolder;     // empty when they came from memory
+    std::string _folder;          // that relative names in the notes count from
     std::string _countersPath;    // empty when they came from memory
     std::string _countersProblem; // why they could not be read
     uint32_t _executionTime = 0;

@@ -258,6 +258,20 @@ TEST_F(GccUnitTest, RelativeNamesInTwoFoldersAreTwoFiles)
                         "/other/a.cc work: 1,2=0 3=0 4,5=0 6=0\n");
 }
 
+TEST_F(GccUnitTest, NotesWithoutAFolderWereMadeWhereTheyLie)
+{
+    GcovBuilder head(12);
+    head.notesHead(SampleStamp, "/build");
+    GcovBuilder bare(12);
+    bare.notesHead(SampleStamp, "");
+    const std::string sample = sampleNotes(12);
+    const std::string notes =
+        _dir.write("a.gcno", bare.bytes() + sample.substr(head.bytes().size()));
+    ASSERT_TRUE(_unit.readBlocks({notes, ""}));
+    EXPECT_EQ(_unit.failure(), "");
+    EXPECT_EQ(blocks(), _dir.path("a.cc") + " work: 1,2=0 3=0 4,5=0 6=0\n");
+}
+
 // A function that the compiler made of a coroutine.
 std::string coroutineNotes(const char* symbol, uint32_t line)
 {
