@@ -251,8 +251,8 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         fail("the .gcno file is damaged: compile the unit again");
         return true;
     }
-    // Notes that do not say where they were made (clang's) were made where they lie: a name must not
-    // depend on where the import runs.
+    // Notes that do not say where they were made (clang's) were made where they lie: a name must
+    // not depend on where the import runs.
     _folder = absolutePath(_notesFolder, notes.folder());
     static const std::string nothing;
     const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
