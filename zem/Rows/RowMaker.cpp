@@ -5,6 +5,7 @@
 #include "qip/Support/orEmpty.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Demangle/demangle.h"
+#include "zem/Rows/NameLevel.h"
 #include "zem/Rows/RowGroups.h"
 #include "zem/Rows/ZEMClassView.h"
 #include "zem/Rows/ZEMDirectoryView.h"
@@ -84,7 +85,9 @@ ZEMFuncView* functionRow(const char* path, ZEMFuncRecord& func, int manglingLeve
         return nullptr;
     }
     const char* stored = orEmpty(func._funcname);
-    char* readable = manglingLevel == 0 ? nullptr : demangle_name(stored, manglingLevel - 2);
+    char* readable = manglingLevel == StoredNames
+                         ? nullptr
+                         : demangle_name(stored, manglingLevel - SimpleNames + DemangleName);
     row->funcname(readable == nullptr ? stored : readable);
     std::free(readable);
     row->filename(path);
