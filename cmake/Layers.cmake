@@ -17,7 +17,7 @@ macro(zem_rooms)
     zem_room(zemLines      zem/Lines         qipSupport zemData zemRows)
     zem_room(zemOptions    zem/Options       qipSupport zemRows)
     zem_room(zemTools      tools/common      qipSupport zemData zemDemangle zemLines)
-    zem_room(zemImport     tools/import      zemTools)
+    zem_room(zemImport     tools/import      qipSupport zemTools)
     zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
