@@ -43,9 +43,9 @@ public:
     std::string until(char end)
     {
         const void* found = _size == 0 ? nullptr : std::memchr(_data, end, _size);
-        const size_t length =
-            found == nullptr ? _size
-                             : static_cast<size_t>(static_cast<const uint8_t*>(found) - _data);
+        const size_t length = found == nullptr
+                                  ? _size
+                                  : static_cast<size_t>(static_cast<const uint8_t*>(found) - _data);
         const std::string result(reinterpret_cast<const char*>(_data), length);
         pass(length + (found == nullptr ? 0 : 1));
         return result;

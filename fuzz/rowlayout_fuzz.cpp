@@ -24,9 +24,7 @@ int anyMeasure(FuzzBytes& bytes)
 {
     const uint32_t kind = bytes.below(4);
     const uint32_t word = bytes.word();
-    return static_cast<int>(kind == 0   ? word % 256
-                            : kind == 1 ? word & 0x7fff
-                                        : word & 0x7fffffff);
+    return static_cast<int>(kind == 0 ? word % 256 : kind == 1 ? word & 0x7fff : word & 0x7fffffff);
 }
 
 // Of a font: 16 bits in the protocol.
@@ -109,8 +107,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const int covered = anyMeasure(bytes);
     const bool isUnderstated = bytes.below(8) == 7;
     layout._maxBlocks = bytes.below(2) == 0 ? total : std::max(total, anyMeasure(bytes));
-    view.setCounts(nullptr, total, isUnderstated ? total - static_cast<int64_t>(covered)
-                                                 : std::min(covered, total),
+    view.setCounts(nullptr, total,
+                   isUnderstated ? total - static_cast<int64_t>(covered) : std::min(covered, total),
                    0);
     const int place = anyMeasure(bytes);
     view.funcname(bytes.name(255).c_str());

@@ -196,8 +196,8 @@ void checkCut(const MemoryFile& file, const std::string& path, const Text& text,
     for (long n = browser.nLines() - 1; n >= 0; --n) {
         int length = -1;
         const char* shown = browser.getLine(n, length);
-        qipAssert(shown == nullptr || static_cast<size_t>(length) <=
-                                          text.lines[static_cast<size_t>(n)].size());
+        qipAssert(shown == nullptr ||
+                  static_cast<size_t>(length) <= text.lines[static_cast<size_t>(n)].size());
     }
 }
 

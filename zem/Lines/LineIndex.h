@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // A text file that is shown line by line: one scan notes where each line starts, and a line's text
-// is read when it is first asked for and kept. Base of SrcBrowser and FileBrowser, whose entries have
-// what they need beside the text. Entries come in pages, made when the first line of the page is
-// asked for: a line that nobody has asked for costs the 8 bytes of its start.
+// is read when it is first asked for and kept. Base of SrcBrowser and FileBrowser, whose entries
+// have what they need beside the text. Entries come in pages, made when the first line of the page
+// is asked for: a line that nobody has asked for costs the 8 bytes of its start.
 //
 // Life cycle: closed > open() > getLine(), any number of times > close() or open() of another file.
 //

@@ -114,7 +114,6 @@ TEST_F(RptRowLayoutTest, ScaleIsTheLongestLabelFromFortyOn)
 TEST_F(RptRowLayoutTest, BarsOfHugeLabelsAndCountsStayInProportion)
 {
     _layout._longestLabel = INT_MAX;
-    _layout._hPixels = 32767;
     _layout._maxBlocks = INT_MAX;
     layOut("main", INT_MAX, INT_MAX);
     EXPECT_EQ(_row.uncovered.width, 0);
