@@ -184,5 +184,6 @@ function(zem_program name)
     target_compile_definitions(${name} PRIVATE ZEM_VERSION="${PROJECT_VERSION}")
     if(NOT arg_NOT_INSTALLED)
         install(TARGETS ${name})
+        set_property(GLOBAL APPEND PROPERTY ZEM_PROGRAMS ${name}) # completion has them all
     endif()
 endfunction()
