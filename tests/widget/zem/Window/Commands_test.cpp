@@ -335,7 +335,8 @@ TEST_F(CommandsTest, LoadsListsShowSixtyCharactersAndKeepTheirWidth)
     // A user's own width is shared, too.
     XtVaSetValues(XtParent(box), XmNwidth, 500, nullptr);
     settle();
-    EXPECT_NEAR(columns(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST)), columns(child(box, XmDIALOG_LIST)), 1);
+    EXPECT_NEAR(columns(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST)),
+                columns(child(box, XmDIALOG_LIST)), 1);
 }
 
 TEST_F(CommandsTest, ADialogThatIsUpIsNotOpenedAgain)
