@@ -39,8 +39,7 @@ protected:
     // The labels of a report in the order in which it shows them.
     std::vector<std::string> labels(const std::string& type, const std::string& log)
     {
-        std::istringstream lines(
-            runProgram({builtProgram("zem-report"), type, "-sdFf%", log}).out);
+        std::istringstream lines(runProgram({builtProgram("zem-report"), type, "-sdFf%", log}).out);
         std::vector<std::string> found;
         std::string line;
         std::getline(lines, line); // the names of the columns
@@ -130,8 +129,8 @@ TEST_F(ZemFirstLookTest, RowsOfASampleProgramAreSeenWhole)
 TEST_F(ZemFirstLookTest, RowsOfThisProjectAreSeenWhole)
 {
     const std::string room = ZEM_SOURCE_DIR "/tools/import/gcc";
-    shell("for unit in '" + room + "/GccTree' '" + room + "/SourceTable' '" ZEM_SOURCE_DIR
-          "/zem/Rows/RowGroups'; do\n"
+    shell("for unit in '" + room + "/GccTree' '" + room +
+          "/SourceTable' '" ZEM_SOURCE_DIR "/zem/Rows/RowGroups'; do\n"
           "    g++ -std=c++17 -O0 --coverage -c '-I" ZEM_SOURCE_DIR "' \"$unit.cpp\"\n"
           "done\n" +
           builtProgram("zem-import") + " gcc -o cov --name project .");
