@@ -32,7 +32,7 @@ macro(zem_rooms)
     zem_room(qipCommon     qip/Common        qipSupport qipBase qipMonitors)
     zem_room(zemButtons    zem/Buttons       qipSupport qipBase qipDrawing qipMonitors)
     zem_room(zemText       zem/Text)
-    zem_room(zemHelp       zem/Help          qipSupport qipBase qipMonitors qipComponents
+    zem_room(zemHelp       zem/Help          qipSupport qipBase qipDrawing qipMonitors qipComponents
                                              zemShare zemIcons zemLines zemButtons zemText)
     zem_room(zemStatus     zem/Status        qipSupport qipBase qipMonitors qipComponents qipCommon
                                              zemRows zemLines zemButtons zemHelp)
@@ -42,8 +42,8 @@ macro(zem_rooms)
     zem_room(zemReports    zem/Reports       qipSupport qipBase qipDrawing qipMonitors qipComponents
                                              qipCommon zemData zemRows zemRepository zemLines
                                              zemButtons zemHelp zemStatus zemSource)
-    zem_room(zemWindow     zem/Window        qipSupport qipBase qipMonitors qipComponents qipCommon
-                                             zemIcons zemData zemRows zemRepository zemLines
+    zem_room(zemWindow     zem/Window        qipSupport qipBase qipDrawing qipMonitors qipComponents
+                                             qipCommon zemIcons zemData zemRows zemRepository zemLines
                                              zemButtons zemHelp zemStatus zemSource zemReports)
     zem_room(zemApp        zem/App           qipSupport qipBase qipMonitors qipComponents qipCommon
                                              zemShare zemData zemRows zemRepository zemLines
@@ -184,5 +184,6 @@ function(zem_program name)
     target_compile_definitions(${name} PRIVATE ZEM_VERSION="${PROJECT_VERSION}")
     if(NOT arg_NOT_INSTALLED)
         install(TARGETS ${name})
+        set_property(GLOBAL APPEND PROPERTY ZEM_PROGRAMS ${name}) # completion has them all
     endif()
 endfunction()
