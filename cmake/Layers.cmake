@@ -21,6 +21,7 @@ macro(zem_rooms)
     zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
+    zem_room(zemRun        tools/run         qipSupport zemTools)
     zem_room(zem-report    tools/report      qipSupport zemData zemRows zemRepository zemOptions)
     zem_room(zem-dump      tools/dump        qipSupport zemData)
 
