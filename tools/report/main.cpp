@@ -1,35 +1,44 @@
 // SPDX-License-Identifier: MIT
 //
-// zem-report: the viewer's report as text, through the same repository, rows and sort, without X.
+// zem-report: the viewer's report as text and in the formats of other tools, without X.
 #include "qip/Support/cmdln.h"
-#include "qip/Support/qipVLFailure.h"
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
+#include "tools/common/PendingFile.h"
+#include "tools/formats/ReportFile.h"
+#include "tools/formats/TextStyle.h"
+#include "tools/formats/makeReportWriter.h"
+#include "tools/report/Report.h"
+#include "tools/report/ReportCommandLine.h"
+#include "tools/report/ReportLimits.h"
 #include "zem/Options/RptCommandLine.h"
-#include "zem/Options/RptOptions.h"
-#include "zem/Repository/ZEMRepository.h"
-#include "zem/Rows/RptInfo.h"
-#include "zem/Rows/RptText.h"
-#include "zem/Rows/ZEMRptTable.h"
-#include "zem/Rows/ZEMView.h"
 
-#include <algorithm>
 #include <cstring>
 #include <iostream>
+#include <memory>
 #include <new>
-#include <string>
 #include <unistd.h>
 
 namespace {
 
 constexpr char Program[] = "zem-report";
 
-enum ExitStatus { Success = 0, Failed = 1, Misused = 2 };
+// In the order of their weight: numbers that are not whole first, then numbers that were asked for
+// in the wrong way, then those that are not enough.
+enum ExitStatus {
+    Success = 0,
+    Failed = 1,
+    Misused = 2,
+    WholeUnder = 3, // these two add up
+    RowUnder = 4,
+    BothUnder = 5,
+};
 
 void writeUsage(std::ostream& out)
 {
     out << "Usage: zem-report [options] logfile ...\n";
     RptOptions::writeOptionLines(out);
+    ReportCommandLine::writeOptionLines(out);
     out << "        --help        Print this text\n"
            "        --version     Print the version\n";
 }
@@ -40,134 +49,81 @@ void usage()
     writeUsage(std::cerr);
 }
 
-// Bytes of the longest label as printed.
-size_t longestLabel(const ZEMRptTable& table)
+int adviseHelp()
 {
-    size_t longest = 0;
-    for (int i = 0; i < table._nItems; ++i) {
-        longest = std::max(longest, qipVisibleText(table._view[i]->_label).length());
+    std::cerr << "zem-report: zem-report --help lists the options" << std::endl;
+    return Misused;
+}
+
+TextStyle styleFor(const ReportCommandLine& options, const ReportCommandLine::Output& output)
+{
+    const bool isTerminal = output._file == nullptr && isatty(STDOUT_FILENO) != 0;
+    TextStyle style;
+    style._isPadded = isTerminal;
+    style._hasBars = isTerminal;
+    style._hasColours = output._file == nullptr && options.hasColours(isTerminal);
+    style._namesTotals = isTerminal || options.namesTotals();
+    style._limit = options.rowLimit();
+    return style;
+}
+
+bool complainOfFile(const char* path, const ReportFile& file)
+{
+    std::cerr << "zem-report: cannot write " << qipVisibleText(path) << ": " << file.problem()
+              << std::endl;
+    return false;
+}
+
+// Writes one output; false with a message when that is not done.
+bool writeOutput(const Report& report, const ReportCommandLine& options,
+                 const ReportCommandLine::Output& output)
+{
+    const std::unique_ptr<ReportWriter> writer =
+        makeReportWriter(output._format, styleFor(options, output));
+    if (output._file == nullptr) {
+        const bool isPrinted = writer && writer->print(report.contents(), std::cout);
+        if (!isPrinted) {
+            report.complainOfMemory();
+        }
+        return isPrinted;
     }
-    return longest;
-}
-
-// Prints a label, padded to `width` bytes.
-void writeLabel(const char* label, size_t width)
-{
-    const qipVisibleText text(label);
-    std::cout << text;
-    for (size_t length = text.length(); length < width; ++length) {
-        std::cout << ' ';
+    // Where the program ends in the middle of a name for which there is no memory, the destructors
+    // of static objects still run, and the file is removed.
+    static std::unique_ptr<ReportFile> file;
+    file = std::make_unique<ReportFile>();
+    if (!file->open(output._file)) {
+        return complainOfFile(output._file, *file);
     }
-}
-
-// The options, carried out on a report of this program.
-class Report : public RptOptions
-{
-public:
-    void reportType(RptType type) override { _info._type = type; }
-    void manglingLevel(int level) override { _level = level; }
-    void addFilter(int kind, const char* name) override { _repository.addFilter(kind, name); }
-    void sortBy(const char* keys) override;
-    void showHitCounts() override {} // there is no source to show them in
-    void usageHelp() override { usage(); }
-
-    // Merges a log; false, with the viewer's message and more, when it could not be read.
-    bool merge(const char* log);
-    // False, with a message and nothing printed, without memory for all of it.
-    bool print();
-
-private:
-    bool printRows(ZEMRptTable& table) const;
-
-    RptInfo _info;
-    int _level = 1;
-    bool _hasSortKeys = true; // unless there was no memory for them
-    ZEMRepository _repository;
-};
-
-bool Report::merge(const char* log)
-{
-    const int result = _repository.processFile(log);
-    if (result < 0) {
-        const char* map = _repository.failedMap();
-        const qipVLFailure& failure = _repository.failure();
-        RptText::beginLoadError(std::cerr, log)
-            << (map[0] == '\0' ? "" : "map file ") << qipVisibleText(map)
-            << (map[0] == '\0' ? "" : ": ") << failure << "; " << failure.advice() << std::endl;
-    }
-    return result >= 0;
-}
-
-void Report::sortBy(const char* keys)
-{
-    _info.sortKeys(keys);
-    _hasSortKeys = keys == nullptr || keys[0] == '\0' || _info.sortKeys() != nullptr;
-}
-
-bool Report::print()
-{
-    ZEMRptTable table = _repository.view(_info._type, _level);
-    const bool printed = table.isWhole() && _hasSortKeys && printRows(table);
-    if (!printed) {
-        std::cerr << " *** zem-report: out of memory for the report by "
-                  << RptText::typeWord(_info._type)
-                  << "; give the program more memory, fewer logs or a filter" << std::endl;
-    }
-    table.deleteRows();
-    return printed;
-}
-
-// One row a line, its fields separated by tabs; on a terminal the labels are padded to one length.
-// False, and nothing is printed, without memory.
-bool Report::printRows(ZEMRptTable& table) const
-{
-    long untested = 0;
-    long total = 0;
-    _repository.coverageSummary(untested, total);
-    std::string summary;
-    try {
-        summary = RptText::summary(untested, total);
-    } catch (const std::bad_alloc&) {
+    if (!writer || !writer->print(report.contents(), file->stream())) {
+        report.complainOfMemory();
+        file.reset();
         return false;
     }
-    table.sort(_info.sortKeys());
-    const size_t width = isatty(STDOUT_FILENO) ? longestLabel(table) : 0;
-    writeLabel(RptText::typeWord(_info._type), width);
-    std::cout << "\tcovered\tuncovered\tper cent\thits\n";
-    for (int i = 0; i < table._nItems; ++i) {
-        const ZEMView& row = *table._view[i];
-        const long covered = row._covBlk;
-        const long blocks = row._totBlk;
-        writeLabel(row._label, width);
-        std::cout << '\t' << covered << '\t' << blocks - covered << '\t'
-                  << RptText::percent(covered, blocks) << "%\t" << row._hits << '\n';
-    }
-    std::cout << summary << '\n';
-    return true;
+    const bool isDone = file->close() || complainOfFile(output._file, *file);
+    file.reset();
+    return isDone;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+bool writeOutputs(const Report& report, const ReportCommandLine& options)
 {
-    guardStandardStreams();
-    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
-        std::cout << "zem-report " << ZEM_VERSION << '\n';
-        return finishStandardOutput(Program) ? Success : Failed;
+    bool isDone = true;
+    for (const ReportCommandLine::Output& output : options.outputs()) {
+        if (output._file != nullptr) {
+            PendingFile::removeOnSignals();
+        }
+        try {
+            isDone = writeOutput(report, options, output) && isDone;
+        } catch (const std::bad_alloc&) {
+            report.complainOfMemory();
+            isDone = false;
+        }
     }
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
-        writeUsage(std::cout);
-        return finishStandardOutput(Program) ? Success : Failed;
-    }
-    // Never destroyed: the end of the process frees millions of records at once.
-    static Report* const made = new (std::nothrow) Report;
-    if (made == nullptr) {
-        std::cerr << " *** zem-report: out of memory" << std::endl;
-        return Failed;
-    }
-    Report& report = *made;
-    cmdln_onUsage(usage);
-    RptCommandLine::parse(report, &argc, argv);
+    return isDone;
+}
+
+// Merges the logs among the words that are left. Returns a status; Misused when there is none.
+int mergeLogs(Report& report, int argc, char** argv)
+{
     int nLogs = 0;
     int status = Success;
     for (int i = 1; i < argc; ++i) {
@@ -185,8 +141,90 @@ int main(int argc, char** argv)
         usage();
         return Misused;
     }
-    if (!report.print()) {
-        status = Failed;
+    return status;
+}
+
+// A long option that is not known is no matter of looks: it may be a limit with a letter wrong.
+bool hasUnknownOption(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (std::strncmp(argv[i], "--", 2) == 0) {
+            std::cerr << "zem-report: unknown option " << qipVisibleText(argv[i]) << std::endl;
+            return true;
+        }
+    }
+    return false;
+}
+
+int judge(const Report& report, const ReportCommandLine& options)
+{
+    const ReportLimits limits(options.wholeLimit(), options.rowLimit());
+    const bool isWholeUnder = limits.isWholeUnder(report.contents());
+    const bool isARowUnder = limits.isARowUnder(report.contents());
+    return isWholeUnder ? (isARowUnder ? BothUnder : WholeUnder)
+                        : (isARowUnder ? RowUnder : Success);
+}
+
+int run(Report& report, const ReportCommandLine& options, int argc, char** argv)
+{
+    const int merged = mergeLogs(report, argc, argv);
+    if (merged == Misused) {
+        return Misused;
+    }
+    const bool hasAllNames = report.findNames();
+    if (!report.prepare() || !writeOutputs(report, options)) {
+        return Failed;
+    }
+    const int judged = judge(report, options);
+    return merged != Success ? merged : !hasAllNames ? Misused : judged;
+}
+
+int printOnly(void (*write)(std::ostream& out))
+{
+    write(std::cout);
+    return finishStandardOutput(Program) ? Success : Failed;
+}
+
+int withoutMemory()
+{
+    std::cerr << " *** zem-report: out of memory" << std::endl;
+    return Failed;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    guardStandardStreams();
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        return printOnly([](std::ostream& out) { out << "zem-report " << ZEM_VERSION << '\n'; });
+    }
+    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+        return printOnly(writeUsage);
+    }
+    // Never destroyed: the end of the process frees millions of records at once.
+    static Report* const report = new (std::nothrow) Report("zem-report " ZEM_VERSION, usage);
+    if (report == nullptr) {
+        return withoutMemory();
+    }
+    ReportCommandLine options;
+    try {
+        if (!options.take(&argc, argv)) {
+            return adviseHelp();
+        }
+    } catch (const std::bad_alloc&) {
+        return withoutMemory();
+    }
+    cmdln_onUsage(usage);
+    RptCommandLine::parse(*report, &argc, argv);
+    if (hasUnknownOption(argc, argv)) {
+        return adviseHelp();
+    }
+    int status = Failed;
+    try {
+        status = run(*report, options, argc, argv);
+    } catch (const std::bad_alloc&) {
+        report->complainOfMemory();
     }
     return finishStandardOutput(Program) ? status : Failed;
 }
