@@ -22,7 +22,9 @@ macro(zem_rooms)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
     zem_room(zemRun        tools/run         qipSupport zemTools)
-    zem_room(zem-report    tools/report      qipSupport zemData zemRows zemRepository zemOptions)
+    zem_room(zemFormats    tools/formats     qipSupport zemData zemDemangle zemRows zemTools)
+    zem_room(zemReporting  tools/report      qipSupport zemData zemRows zemRepository zemOptions
+                                             zemFormats)
     zem_room(zem-dump      tools/dump        qipSupport zemData)
 
     zem_x_above()

@@ -53,9 +53,17 @@ void RptOptions::setManglingLevel(char** args)
         manglingLevel(ModifiedNames);
         break;
     default:
+        if (otherManglingLetter(letter)) {
+            break;
+        }
         unknownLetter("Unknown mangling level option: -n", letter);
         manglingLevel(SimpleNames);
     }
+}
+
+bool RptOptions::otherManglingLetter(char)
+{
+    return false;
 }
 
 void RptOptions::setFilter(char** args)
