@@ -19,6 +19,7 @@ macro(zem_rooms)
     zem_room(zemTools      tools/common      qipSupport zemData zemDemangle zemLines)
     zem_room(zemImport     tools/import      qipSupport zemTools)
     zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
+    zem_room(zemImportLlvm tools/import/llvm qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
     zem_room(zemRun        tools/run         qipSupport zemTools)

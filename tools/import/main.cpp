@@ -7,6 +7,7 @@
 #include "tools/import/ImportJob.h"
 #include "tools/import/ImportOptions.h"
 #include "tools/import/gcc/GccImporter.h"
+#include "tools/import/llvm/LlvmImporter.h"
 
 #include <cstring>
 #include <exception>
@@ -22,6 +23,11 @@ std::unique_ptr<Importer> makeGcc()
     return std::make_unique<GccImporter>();
 }
 
+std::unique_ptr<Importer> makeLlvm()
+{
+    return std::make_unique<LlvmImporter>();
+}
+
 // The kinds of coverage that the program reads. An importer of another tool's files is one more
 // row.
 struct Subcommand
@@ -35,6 +41,11 @@ struct Subcommand
 const Subcommand subcommands[] = {
     {"gcc", "BUILD_DIR...", "read the .gcno and .gcda files of a build made with g++ --coverage",
      makeGcc},
+    {"llvm", "PROGRAM... PROFILE...",
+     "read programs built with clang++ -fprofile-instr-generate -fcoverage-mapping and the "
+     ".profraw\n"
+     "  files that they left, or folders that hold both",
+     makeLlvm},
 };
 
 constexpr int ExitGood = 0;
