@@ -210,7 +210,7 @@ bool RawProfile::readRecords(const char* data, const Head& head, ProfilePart& pa
 // Moves behind the zeros that fill a part of `size` bytes to a multiple of 8.
 void RawProfile::skipPadding(LlvmBytes& bytes, uint64_t size)
 {
-    bytes.skip(std::min<uint64_t>((8 - size % 8) % 8, bytes.left()));
+    bytes.skip((8 - size % 8) % 8);
 }
 
 bool RawProfile::skipTables(LlvmBytes& bytes, const Head& head)

@@ -52,9 +52,9 @@ TEST(CoverageFunctionTest, ReadsWhatTheCompilerWrites)
     EXPECT_EQ(function._expressions[0]._left, 1u);
     EXPECT_EQ(function._expressions[0]._right, 5u);
     const std::vector<std::string> regions = {
-        "0 2:14-6:2 c1 f0", "0 3:7-3:12 c1 f0",  "4 3:7-3:12 c5 f0",
-        "3 3:13-4:5 c5 f0", "0 4:5-4:14 c5 f0",  "1 4:12-4:14 c5 f0", // the macro's first region
-        "3 4:17-5:3 c2 f0", "0 5:3-5:11 c2 f0",  "0 1:15-1:26 c5 f1"};
+        "0 2:14-6:2 c1 f0", "0 3:7-3:12 c1 f0", "4 3:7-3:12 c5 f0",
+        "3 3:13-4:5 c5 f0", "0 4:5-4:14 c5 f0", "1 4:12-4:14 c5 f0", // the macro's first region
+        "3 4:17-5:3 c2 f0", "0 5:3-5:11 c2 f0", "0 1:15-1:26 c5 f1"};
     ASSERT_EQ(function._regions.size(), regions.size());
     for (size_t i = 0; i < regions.size(); ++i) {
         EXPECT_EQ(text(function._regions[i]), regions[i]);
@@ -64,14 +64,12 @@ TEST(CoverageFunctionTest, ReadsWhatTheCompilerWrites)
 
 TEST(CoverageFunctionTest, ReadsEveryKindOfRegion)
 {
-    // 1 file, no expressions: skipped, decision, condition of a decision, zero, expansion of itself.
+    // 1 file, no expressions: skipped, decision, condition of a decision, zero, expansion of
+    // itself.
     CoverageFunction function;
-    ASSERT_TRUE(read(function, lebs({1, 0, 0, 5,
-                                     2 << 3, 4, 0, 2, 0,
-                                     5 << 3, 7, 2, 0, 3, 0, 9,
-                                     6 << 3, 1, 5, 1, 2, 3, 1, 3, 0, 9,
-                                     0, 0, 4, 0, 4,
-                                     4, 0, 5, 0, 6})));
+    ASSERT_TRUE(
+        read(function, lebs({1, 0, 0, 5, 2 << 3, 4, 0, 2, 0, 5 << 3, 7, 2, 0, 3, 0, 9, 6 << 3, 1, 5,
+                             1, 2, 3, 1, 3,      0, 9, 0, 0, 4,      0, 4, 4, 0, 5, 0, 6})));
     ASSERT_EQ(function._regions.size(), 5u);
     EXPECT_EQ(text(function._regions[0]), "2 4:1-6:4294967295 c0 f0");
     EXPECT_EQ(text(function._regions[1]), "5 4:3-4:9 c0 f0");
@@ -84,11 +82,9 @@ TEST(CoverageFunctionTest, FollowsMacrosOfMacrosAndStopsAtRings)
 {
     // Files 0 > 1 > 2 with counter 3, and 0 > 3 > 4 > 3.
     CoverageFunction function;
-    ASSERT_TRUE(read(function, lebs({5, 0, 0, 0, 0, 0, 0,
-                                     2, 1 << 3 | 4, 1, 1, 0, 5, 3 << 3 | 4, 1, 1, 0, 5,
-                                     1, 2 << 3 | 4, 1, 1, 0, 5,
-                                     1, 3 << 2 | 1, 1, 1, 0, 5,
-                                     1, 4 << 3 | 4, 1, 1, 0, 5,
+    ASSERT_TRUE(read(function, lebs({5, 0,          0, 0, 0, 0, 0, 2,          1 << 3 | 4, 1, 1, 0,
+                                     5, 3 << 3 | 4, 1, 1, 0, 5, 1, 2 << 3 | 4, 1,          1, 0, 5,
+                                     1, 3 << 2 | 1, 1, 1, 0, 5, 1, 4 << 3 | 4, 1,          1, 0, 5,
                                      1, 3 << 3 | 4, 1, 1, 0, 5})));
     EXPECT_EQ(function._regions[0]._counter, 13u);
     EXPECT_EQ(function._regions[1]._counter, 0u);
@@ -110,20 +106,20 @@ TEST(CoverageFunctionTest, TellsDummiesFromFunctionsThatNeverRun)
 TEST(CoverageFunctionTest, RefusesWhatMakesNoSense)
 {
     const std::vector<std::vector<uint64_t>> mappings = {
-        {0, 0, 0},                                    // no file
-        {1, 2, 0, 1, 1, 1, 1, 0, 2},                  // a file that the unit does not have
-        {1, 0, 0, 0},                                 // no region
-        {1, 0, 0, 1, 2, 1, 1, 0, 2},                  // an expression that is not there
-        {1, 0, 0, 1, 1 << 3 | 4, 1, 1, 0, 2},         // a macro in a file that is not there
-        {1, 0, 0, 1, 3 << 3, 1, 1, 0, 2},             // kinds that nobody knows
+        {0, 0, 0},                            // no file
+        {1, 2, 0, 1, 1, 1, 1, 0, 2},          // a file that the unit does not have
+        {1, 0, 0, 0},                         // no region
+        {1, 0, 0, 1, 2, 1, 1, 0, 2},          // an expression that is not there
+        {1, 0, 0, 1, 1 << 3 | 4, 1, 1, 0, 2}, // a macro in a file that is not there
+        {1, 0, 0, 1, 3 << 3, 1, 1, 0, 2},     // kinds that nobody knows
         {1, 0, 0, 1, 7 << 3, 1, 1, 0, 2},
-        {1, 0, 0, 1, 1, 1, 5, 0, 4},                  // ends before it starts
-        {1, 0, 0, 1, 1, UINT32_MAX, 1, 0, 2},         // lines and columns past 32 bits
-        {1, 0, 0, 1, 1, UINT32_MAX - 2, 1, 1, 2},
+        {1, 0, 0, 1, 1, 1, 5, 0, 4},          // ends before it starts
+        {1, 0, 0, 1, 1, UINT32_MAX, 1, 0, 2}, // lines and columns past 32 bits
+        {1, 0, 0, 1, 1, UINT32_MAX - 2, 1, 2, 2},
         {1, 0, 0, 1, 1, 1, 1, 0, uint64_t(1) << 32},
         {1, 0, 0, 1, UINT32_MAX, 1, 1, 0, 2},
-        {1, 0, 0, 2, 1, 1, 1, 0, 2},                  // fewer than it says
-        {1, 0, uint64_t(1) << 40, 1, 1, 1, 1, 0, 2},  // more than there are bytes
+        {1, 0, 0, 2, 1, 1, 1, 0, 2},                 // fewer than it says
+        {1, 0, uint64_t(1) << 40, 1, 1, 1, 1, 0, 2}, // more than there are bytes
         {uint64_t(1) << 63, 0, 1},
     };
     for (size_t i = 0; i < mappings.size(); ++i) {

@@ -94,7 +94,10 @@ std::string elfFile(const LlvmTarget& target, const std::vector<ElfPart>& parts,
         contents += part._type == 8 ? "" : part._bytes;
     }
     LlvmNumbers head(target._isBigEndian);
-    head.text("\x7f" "ELF").fixed(target._is64 ? 2 : 1, 1).fixed(target._isBigEndian ? 2 : 1, 1);
+    head.text("\x7f"
+              "ELF")
+        .fixed(target._is64 ? 2 : 1, 1)
+        .fixed(target._isBigEndian ? 2 : 1, 1);
     head.fixed(1, 1).text(std::string(9, '\0')).u16(type).u16(62).u32(1);
     head.fixed(0, word).fixed(0, word).fixed(headSize + contents.size(), word).u32(0);
     head.u16(headSize).u16(0).u16(0).u16(target._is64 ? 64 : 40);
@@ -110,10 +113,7 @@ std::string fileList(const LlvmTarget& target, const std::vector<std::string>& f
     for (const std::string& file : files) {
         names.leb(file.size()).text(file);
     }
-    return LlvmNumbers()
-        .leb(files.size())
-        .text(llvmText(names.bytes(), target._isPacked))
-        .bytes();
+    return LlvmNumbers().leb(files.size()).text(llvmText(names.bytes(), target._isPacked)).bytes();
 }
 
 uint64_t hashOf(const std::string& bytes)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Makes what Clang and its run-time library write, in words of coverage: the parts of a program that
-// hold its coverage map, and raw profiles. In every version, word size and byte order, also those of
-// compilers that are not installed.
+// Makes what Clang and its run-time library write, in words of coverage: the parts of a program
+// that hold its coverage map, and raw profiles. In every version, word size and byte order, also
+// those of compilers that are not installed.
 #pragma once
 
 #include <cstdint>
@@ -59,7 +59,10 @@ struct LlvmFunction
 // The mapping of a function with the one file 1 of its unit, no expressions, and code regions, each
 // a counter (as in the file), start line and column, end line and column.
 std::string plainMapping(const std::vector<std::vector<uint32_t>>& regions);
-constexpr uint32_t counterNumber(uint32_t number) { return number << 2 | 1; }
+constexpr uint32_t counterNumber(uint32_t number)
+{
+    return number << 2 | 1;
+}
 
 // A section of a file.
 struct ElfPart
@@ -71,8 +74,7 @@ struct ElfPart
     uint64_t _flags = 0;
 };
 // A whole file with these sections; `type` 2 is a program, 1 an object.
-std::string elfFile(const LlvmTarget& target, const std::vector<ElfPart>& parts,
-                    uint16_t type = 2);
+std::string elfFile(const LlvmTarget& target, const std::vector<ElfPart>& parts, uint16_t type = 2);
 
 // The sections. `files` begins with the compiler's folder when the version has one.
 std::string mapSection(const LlvmTarget& target, const std::vector<std::string>& files);

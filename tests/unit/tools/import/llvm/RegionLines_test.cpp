@@ -39,11 +39,9 @@ std::string lines(const std::vector<RegionLines::Region>& regions)
 //  7 }
 TEST(RegionLinesTest, GivesTextToTheInnermostRegion)
 {
-    EXPECT_EQ(lines({{2, 1, 7, 2, 0}, {3, 12, 5, 6, 1}}),
-              "2: 0, 3: 0 1, 4: 1, 5: 1, 6: 0, 7: 0");
+    EXPECT_EQ(lines({{2, 1, 7, 2, 0}, {3, 12, 5, 6, 1}}), "2: 0, 3: 0 1, 4: 1, 5: 1, 6: 0, 7: 0");
     // The order of regions does not matter.
-    EXPECT_EQ(lines({{3, 12, 5, 6, 1}, {2, 1, 7, 2, 0}}),
-              "2: 0, 3: 0 1, 4: 1, 5: 1, 6: 0, 7: 0");
+    EXPECT_EQ(lines({{3, 12, 5, 6, 1}, {2, 1, 7, 2, 0}}), "2: 0, 3: 0 1, 4: 1, 5: 1, 6: 0, 7: 0");
 }
 
 TEST(RegionLinesTest, GivesLinesWhereOneEndsAndAnotherBegins)
