@@ -62,6 +62,8 @@ TEST_F(ZEMWindowTest, HostileNamesForgeNeitherTitleNorRowNorMessage)
     settle();
     expectStatusBarInOrder();
     EXPECT_EQ(box("statusbar_work").height, before.height);
+    EXPECT_GT(box("statFrame").width, 100) << "the beginning of the message is seen";
+    EXPECT_EQ(labelText("msgLbl"), ("Could not open " + huge).substr(0, 2000) + "...");
     for (const auto getName : {XFetchName, XGetIconName}) {
         char* title = nullptr;
         ASSERT_NE(getName(display(), XtWindow(_window->baseWidget()), &title), 0);
