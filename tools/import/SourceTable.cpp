@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tools/import/gcc/SourceTable.h"
+#include "tools/import/SourceTable.h"
 
 SourceNumber SourceTable::find(const std::string& path)
 {

@@ -4,7 +4,7 @@
 // threads at once.
 #pragma once
 
-#include "tools/import/gcc/SourceFilter.h"
+#include "tools/import/SourceFilter.h"
 
 #include <cstdint>
 #include <mutex>
