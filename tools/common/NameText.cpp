@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace {
@@ -225,19 +224,26 @@ bool NameText::isLeftOut(size_t bracket, bool isLambda, Parameters parameters) c
            (parameters == LongOfLambdas && isLambda && isLonger);
 }
 
-std::string NameText::without(int depthOfLists, Parameters parameters, const char* onlyWith) const
+// Whether the brackets that open at `bracket` hold `word`.
+bool NameText::holds(size_t bracket, std::string_view word) const
+{
+    return std::string_view(_text).substr(bracket, _partner[bracket] - bracket).find(word) !=
+           std::string_view::npos;
+}
+
+std::string NameText::without(int depthOfLists, Parameters parameters,
+                              std::string_view onlyWith) const
 {
     std::string result;
     for (size_t i = 0; i < _text.size(); ++i) {
         const size_t lambda = lambdaParameters(i);
-        if (lambda != None && isLeftOut(lambda, true, parameters)) {
+        if (lambda != None && isLeftOut(lambda, true, parameters) && holds(lambda, onlyWith)) {
             result.append(_text, i, lambda - i).append(Dots);
             i = _partner[lambda];
-        } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists &&
-                   _text.find(onlyWith, i) < _partner[i]) {
+        } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists && holds(i, onlyWith)) {
             result += "<...>";
             i = _partner[i];
-        } else if (isLocalParameters(i) && isLeftOut(i, false, parameters)) {
+        } else if (isLocalParameters(i) && isLeftOut(i, false, parameters) && holds(i, onlyWith)) {
             result.append(Dots);
             i = _partner[i];
         } else {
@@ -260,9 +266,10 @@ std::string NameText::withoutDoubleUnderscores() const
 {
     std::string result = _text;
     for (int depth = 1; depth <= _deepestList && result.find("__") != std::string::npos; ++depth) {
-        result = without(depth, depth > 1 ? LongOfLambdas : NoParameters, "__");
+        result = without(depth, NoParameters, "__");
     }
-    return result;
+    return result.find("__") != std::string::npos ? without(_deepestList, AllParameters, "__")
+                                                  : result;
 }
 
 std::string NameText::withoutArguments() const
@@ -352,15 +359,6 @@ size_t partsOf(const std::string& text)
     return count;
 }
 
-std::string withFewerParts(const std::string& text, size_t mostParts)
-{
-    std::string result = text;
-    for (int depth = 32; depth >= -1 && partsOf(result) > mostParts; --depth) {
-        result = withoutQualifiers(text, depth);
-    }
-    return result;
-}
-
 std::vector<std::string> splitList(const std::string& types)
 {
     std::vector<std::string> result;
@@ -376,12 +374,11 @@ std::vector<std::string> splitList(const std::string& types)
             continue;
         }
         const size_t first = std::min(types.find_first_not_of(' ', start), i);
-        const size_t last = types.find_last_not_of(' ', i - 1);
-        result.push_back(first < i ? types.substr(first, last + 1 - first) : "");
+        if (first < i) {
+            const size_t last = types.find_last_not_of(' ', i - 1);
+            result.push_back(types.substr(first, last + 1 - first));
+        }
         start = i + 1;
-    }
-    if (result.size() == 1 && result.front().empty()) {
-        result.clear();
     }
     return result;
 }

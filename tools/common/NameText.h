@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class NameText
@@ -34,7 +35,8 @@ public:
     // "(...)", then the innermost argument lists `<...>`, then those around them, and at last the
     // parameters of functions that the name is local to "(...)".
     std::string shortened(size_t longest) const;
-    // `<...>` for every argument list with "__" in it, the innermost first, until none is left.
+    // `<...>` for every argument list with "__" in it, the innermost first, and "(...)" for such
+    // parameters of lambdas and of functions that the name is local to, until none is left.
     std::string withoutDoubleUnderscores() const;
     // Every argument list is `<...>`.
     std::string withoutArguments() const;
@@ -49,7 +51,10 @@ private:
     // is local to; only where that is shorter, or everywhere.
     enum Parameters { NoParameters, LongOfLambdas, LongParameters, AllParameters };
 
-    std::string without(int depthOfLists, Parameters parameters, const char* onlyWith = "") const;
+    // Of lists and parameters only those that hold `onlyWith`.
+    std::string without(int depthOfLists, Parameters parameters,
+                        std::string_view onlyWith = "") const;
+    bool holds(size_t bracket, std::string_view word) const;
     bool isLeftOut(size_t bracket, bool isLambda, Parameters parameters) const;
     size_t lambdaParameters(size_t at) const;
     bool isLocalParameters(size_t at) const;
@@ -70,13 +75,9 @@ size_t pastOperator(const std::string& text, size_t at);
 // names inside of more than `depth` brackets lose them.
 std::string withoutQualifiers(const std::string& text, int depth = -1);
 
-// A type with at most `mostParts` parts between its "::": the innermost names lose theirs first.
-// `text` may be a piece of a type, with brackets that have no partners.
-std::string withFewerParts(const std::string& text, size_t mostParts);
-
 // How many parts the "::" of a text make.
 size_t partsOf(const std::string& text);
 
-// The parts of a list of types between its commas, without blanks around them; none of an empty
-// list.
+// The parts of a list of types between its commas, without blanks around them. A parameter pack
+// with nothing in it leaves nothing between its commas, which is no part.
 std::vector<std::string> splitList(const std::string& types);

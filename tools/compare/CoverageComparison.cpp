@@ -43,14 +43,17 @@ std::string expectedName(const PlainName& name, int level)
 
 bool isNameGood(const PlainName& name, int level, const std::string& shown, bool isOfSeveral)
 {
+    if (level > 0 && !canShowTypes(name._shortName)) {
+        return isNameGood(name, 0, shown, isOfSeveral);
+    }
     const std::string expected = expectedName(name, level);
     if (isShown(expected, shown, Placeholders::None)) {
         return true;
     }
-    // "__" inside an argument list would end the name for the viewer, so it is left out likewise.
+    // "__" inside of brackets would end the name for the viewer, so what they hold is left out.
     const std::string simple = spelling(name._shortName, level);
-    const bool isLong = name._shortName.size() > LongestSimpleName ||
-                        simple.find("__", simple.find('<')) != std::string::npos;
+    const bool isLong =
+        name._shortName.size() > LongestSimpleName || simple.find("__") != std::string::npos;
     if (!isOfSeveral && !isLong) {
         return false;
     }

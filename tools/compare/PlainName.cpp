@@ -277,6 +277,24 @@ std::string innerText(const std::string& text)
     return end < text.size() && paramsStart(inner) != std::string::npos ? inner : text;
 }
 
+// "(, int)" as "(int)": an expanded parameter pack with nothing in it is none.
+std::string withoutEmptyPacks(const std::string& params)
+{
+    std::string result = "(";
+    for (size_t start = 1; start < params.size();) {
+        size_t end = start;
+        while (end < params.size() && params[end] != ',' && params[end] != ')') {
+            end = pastOne(params, end);
+        }
+        const std::string one = params.substr(start, end - start);
+        if (one.find_first_not_of(' ') != std::string::npos) {
+            result += (result.size() > 1 ? "," : "") + one;
+        }
+        start = end + 1;
+    }
+    return result + ")";
+}
+
 // "const T*" as "T const*": c++filt has the word behind the type, the viewer before it.
 std::string constBehind(const std::string& text)
 {
@@ -323,7 +341,7 @@ PlainName PlainName::of(const std::string& filtered)
     PlainName result;
     const size_t params = paramsStart(text);
     std::string name = text.substr(0, params);
-    result._params = params == std::string::npos ? std::string() : text.substr(params);
+    result._params = params == std::string::npos ? "" : withoutEmptyPacks(text.substr(params));
     name.erase(0, params == std::string::npos ? 0 : nameStart(name));
     result._wholeName = name;
     const size_t last = lastPartStart(name);
@@ -332,6 +350,17 @@ PlainName PlainName::of(const std::string& filtered)
     result._shortName = name.substr(0, last) + withoutScopes(name.substr(last));
     result._name = isConversion ? name : result._shortName;
     return result;
+}
+
+bool canShowTypes(const std::string& name)
+{
+    std::string outside;
+    for (size_t i = 0; i < name.size();) {
+        const size_t past = pastOne(name, i);
+        outside += past == i + 1 ? name[i] : '.';
+        i = past;
+    }
+    return outside.find("__") == std::string::npos && (outside.empty() || outside.back() != '_');
 }
 
 std::string comparedSpelling(const std::string& text)

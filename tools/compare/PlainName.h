@@ -9,7 +9,8 @@
 //   the standard library's defaults;
 // - no namespaces inside the last part, unless it is a conversion operator;
 // - blanks and the side on which const stands do not count;
-// - const and volatile of parameters show at the last level only.
+// - const and volatile of parameters show at the last level only;
+// - a parameter pack with nothing in it is no parameter.
 #pragma once
 
 #include <string>
@@ -24,6 +25,10 @@ struct PlainName
     // Of what c++filt prints for a function's symbol.
     static PlainName of(const std::string& filtered);
 };
+
+// Whether a map can hold parameters for the function `name`: they start at the first "__" of what
+// is stored. One inside of brackets does not count; what they hold can be left out.
+bool canShowTypes(const std::string& name);
 
 // `text` in the spelling in which names are compared.
 std::string comparedSpelling(const std::string& text);

@@ -187,6 +187,12 @@ const ReportRow reportRows[] = {
      "ns"},
     {"DoubleUnderscoreInArguments", "_ZN2ns1fIoEEvT_", "ns::f<...>",
      "ns::f<...>(ns::f<unsigned __int128> (unsigned __int128))", "ns"},
+    {"DoubleUnderscoreInParametersOfALambda", "_ZZ4mainENKUloE_clEo",
+     "main::{lambda(...)#1}::operator()",
+     "main::{lambda(...)#1}::operator()(main::{lambda(unsigned __int128)#1}::operator() (unsigned "
+     "__int128))",
+     "main::{lambda(...)#1}"},
+    {"EmptyPack", "_ZN1SC2IJEEEDpT_i", "S::S<>", "S::S<>(int)", "S"},
     {"DoubleUnderscoreInName", "_ZN2ns4a__bEi", "ns::a__b", "ns::a__b", "ns"},
     {"Thunk", "_ZThn16_N1S1fEv", "S::f", "S::f()", "S"},
 };

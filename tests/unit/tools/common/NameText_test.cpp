@@ -84,14 +84,6 @@ TEST(WithoutQualifiersTest, LeavesTheLastWordOfEachName)
     EXPECT_EQ(withoutQualifiers(">::a"), "a");
 }
 
-TEST(WithFewerPartsTest, InnermostNamesLoseTheirsFirst)
-{
-    EXPECT_EQ(withFewerParts("a::b<c::d<e::f>>", 4), "a::b<c::d<e::f>>");
-    EXPECT_EQ(withFewerParts("a::b<c::d<e::f>>", 3), "a::b<c::d<f>>");
-    EXPECT_EQ(withFewerParts("a::b<c::d<e::f>>", 2), "a::b<d<f>>");
-    EXPECT_EQ(withFewerParts("a::b::c::d", 2), "d");
-}
-
 TEST(SplitListTest, CommasInBracketsStay)
 {
     EXPECT_EQ(splitList("a<b, c>, d (*)(e, f)").size(), 2u);
@@ -99,6 +91,13 @@ TEST(SplitListTest, CommasInBracketsStay)
     EXPECT_EQ(splitList("").size(), 0u);
     EXPECT_EQ(splitList("int").size(), 1u);
     EXPECT_EQ(splitList(" int ")[0], "int");
+}
+
+TEST(SplitListTest, EmptyPacksAreNoPart)
+{
+    EXPECT_EQ(splitList(", int"), std::vector<std::string>{"int"});
+    EXPECT_EQ(splitList("char, , int, "), (std::vector<std::string>{"char", "int"}));
+    EXPECT_EQ(splitList(",").size(), 0u);
 }
 
 } // namespace

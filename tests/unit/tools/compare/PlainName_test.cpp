@@ -27,6 +27,8 @@ const Filtered filtered[] = {
     {"std::vector<int, std::allocator<int> > copy<long>(long)", "copy<long>", "(long)"},
     {"name[abi:cxx11]()", "name", "()"},
     {"f(int) [clone .part.0]", "f", "(int)"},
+    {"S::S<>(, int)", "S::S<>", "(int)"},
+    {"f<>(int, , A<,int>)", "f<>", "(int,A<,int>)"},
     {"Log::operator<<(std::__cxx11::basic_string<char, std::char_traits<char>, "
      "std::allocator<char> > const&)",
      "Log::operator<<", "(std::string const&)"},
