@@ -6,7 +6,10 @@
 #include "tools/common/cleanMaps.h"
 #include "tools/import/ImportJob.h"
 #include "tools/import/ImportOptions.h"
+#include "tools/import/cobertura/CoberturaImporter.h"
 #include "tools/import/gcc/GccImporter.h"
+#include "tools/import/gcov/GcovImporter.h"
+#include "tools/import/lcov/LcovImporter.h"
 
 #include <cstring>
 #include <exception>
@@ -22,6 +25,21 @@ std::unique_ptr<Importer> makeGcc()
     return std::make_unique<GccImporter>();
 }
 
+std::unique_ptr<Importer> makeLcov()
+{
+    return std::make_unique<LcovImporter>();
+}
+
+std::unique_ptr<Importer> makeCobertura()
+{
+    return std::make_unique<CoberturaImporter>();
+}
+
+std::unique_ptr<Importer> makeGcov()
+{
+    return std::make_unique<GcovImporter>();
+}
+
 // The kinds of coverage that the program reads. An importer of another tool's files is one more
 // row.
 struct Subcommand
@@ -35,6 +53,11 @@ struct Subcommand
 const Subcommand subcommands[] = {
     {"gcc", "BUILD_DIR...", "read the .gcno and .gcda files of a build made with g++ --coverage",
      makeGcc},
+    {"lcov", "FILE|DIR...", "read tracefiles of lcov, and of the tools that write its form",
+     makeLcov},
+    {"cobertura", "FILE|DIR...", "read Cobertura documents, which gcovr and others write",
+     makeCobertura},
+    {"gcov", "FILE|DIR...", "read what gcov --json-format wrote", makeGcov},
 };
 
 constexpr int ExitGood = 0;
