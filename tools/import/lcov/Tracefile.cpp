@@ -71,9 +71,7 @@ bool takeLargeCount(const char*& at, const char* end, int64_t& count)
         return false;
     }
     at += std::min(length, text.size());
-    count = value >= Limit    ? INT64_MAX
-            : value <= -Limit ? INT64_MIN
-                              : static_cast<int64_t>(value);
+    count = value >= Limit ? INT64_MAX : value <= -Limit ? INT64_MIN : static_cast<int64_t>(value);
     return true;
 }
 
