@@ -38,6 +38,12 @@ const LossKind lossKinds[] = {
     {&ImportLosses::_clampedCounts, "counts clamped at 2147483647"},
     {&ImportLosses::_negativeCounts, "negative counts taken as 0"},
     {&ImportLosses::_unsolvedFunctions, "functions with unknown counts taken as 0"},
+    {&ImportLosses::_damagedFunctions, "functions with a damaged record left out"},
+    {&ImportLosses::_staleFunctions, "functions with counters of another state of the source "
+                                     "taken as 0"},
+    {&ImportLosses::_sharedCounters, "functions that share counters with one of the same name"},
+    {&ImportLosses::_profilesOfOthers, "profiles of programs that are not among the inputs"},
+    {&ImportLosses::_regionsOfMacros, "regions inside macros (the use of a macro is a block)"},
     {&ImportLosses::_renamedFunctions, "functions renamed"},
     {&ImportLosses::_namesWithoutTypes, "names without parameter types"},
     {&ImportLosses::_namesNotUnfolded, "names too long to unfold"},

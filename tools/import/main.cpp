@@ -10,6 +10,7 @@
 #include "tools/import/gcc/GccImporter.h"
 #include "tools/import/gcov/GcovImporter.h"
 #include "tools/import/lcov/LcovImporter.h"
+#include "tools/import/llvm/LlvmImporter.h"
 
 #include <cstring>
 #include <exception>
@@ -40,6 +41,11 @@ std::unique_ptr<Importer> makeGcov()
     return std::make_unique<GcovImporter>();
 }
 
+std::unique_ptr<Importer> makeLlvm()
+{
+    return std::make_unique<LlvmImporter>();
+}
+
 // The kinds of coverage that the program reads. An importer of another tool's files is one more
 // row.
 struct Subcommand
@@ -53,6 +59,11 @@ struct Subcommand
 const Subcommand subcommands[] = {
     {"gcc", "BUILD_DIR...", "read the .gcno and .gcda files of a build made with g++ --coverage",
      makeGcc},
+    {"llvm", "PROGRAM... PROFILE...",
+     "read programs built with clang++ -fprofile-instr-generate -fcoverage-mapping and the "
+     ".profraw\n"
+     "  files that they left, or folders that hold both",
+     makeLlvm},
     {"lcov", "FILE|DIR...", "read tracefiles of lcov, and of the tools that write its form",
      makeLcov},
     {"cobertura", "FILE|DIR...", "read Cobertura documents, which gcovr and others write",
