@@ -112,15 +112,15 @@ bool ReportCommandLine::takeWord(const char* name, const char* value)
 bool ReportCommandLine::takeFormat(const char* name)
 {
     if (!isReportFormat(name)) {
-        std::cerr << "zem-report: --format " << qipVisibleText(name)
-                  << ": not a format; there are " << reportFormats << std::endl;
+        std::cerr << "zem-report: --format " << qipVisibleText(name) << ": not a format; there are "
+                  << reportFormats << std::endl;
         return false;
     }
     _outputs.push_back({name, nullptr});
     return true;
 }
 
-// Of the format before it, if that has no file yet.
+// Of the format before it, if that has no file yet. "-" is the standard output.
 bool ReportCommandLine::takeFile(const char* name)
 {
     if (name[0] == '\0') {
@@ -134,7 +134,7 @@ bool ReportCommandLine::takeFile(const char* name)
     if (_outputs.empty() || _outputs.back()._file != nullptr) {
         _outputs.push_back({"text", nullptr});
     }
-    _outputs.back()._file = name;
+    _outputs.back()._file = std::strcmp(name, "-") == 0 ? nullptr : name;
     return true;
 }
 
