@@ -55,9 +55,9 @@ TEST_F(ReportFormatsTest, Csv)
 TEST_F(ReportFormatsTest, Json)
 {
     EXPECT_TRUE(matchesGolden("zem-report/format-json.txt", printed("json")));
-    EXPECT_TRUE(matchesGolden("zem-report/format-json-function.txt",
-                              printed("json", {"-df", "-ne", "-s%", "-ff", "List::remove(int)",
-                                               "-fF", "src/list.cpp"})));
+    EXPECT_TRUE(matchesGolden(
+        "zem-report/format-json-function.txt",
+        printed("json", {"-df", "-ne", "-s%", "-ff", "List::remove(int)", "-fF", "src/list.cpp"})));
 }
 
 TEST_F(ReportFormatsTest, Tracefile)
@@ -135,9 +135,8 @@ TEST_F(ReportFormatsTest, WithFilesAloneNothingIsPrinted)
 
 TEST_F(ReportFormatsTest, AFileThatCannotBeWrittenIsAFailureAndTheOthersAreThere)
 {
-    const ProgramResult result =
-        run({"--format", "lcov", "-o", _dir.path("no/a.info"), "--format", "csv", "-o",
-             _dir.path("a.csv"), _log});
+    const ProgramResult result = run({"--format", "lcov", "-o", _dir.path("no/a.info"), "--format",
+                                      "csv", "-o", _dir.path("a.csv"), _log});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "zem-report: cannot write " + _dir.path("no/a.info") +
                               ": No such file or directory\n");
@@ -145,6 +144,21 @@ TEST_F(ReportFormatsTest, AFileThatCannotBeWrittenIsAFailureAndTheOthersAreThere
     const ProgramResult full = run({"--format", "json", "-o", "/dev/full", _log});
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.err, "zem-report: cannot write /dev/full: No space left on device\n");
+}
+
+// Who reads it does not see that a log is missing.
+TEST_F(ReportFormatsTest, WithoutOneOfTheLogsThereIsNoNewFile)
+{
+    const std::string file = _dir.write("a.info", "old");
+    const ProgramResult result =
+        run({"--format", "lcov", "-o", file, "--format", "text", _log, _dir.path("none.log")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, run({_log}).out);
+    EXPECT_NE(
+        result.err.find("zem-report: " + file + " is not written: not every log was merged\n"),
+        std::string::npos)
+        << result.err;
+    EXPECT_EQ(TempDir::read(file), "old");
 }
 
 TEST_F(ReportFormatsTest, ALogIsNotWrittenOver)
@@ -170,7 +184,8 @@ TEST_F(ReportFormatsTest, NothingAtAllIsWellFormedToo)
 // Every byte that a name can have, in an order that makes pairs of some.
 std::string hostileName()
 {
-    std::string name = "a,\"b\"<&'>\\x0a\\\n\r\t\v\x7f\xef\xbf\xbe\xef\xbf\xbf\xc3\xa9]]>--\xe2\x80\xae";
+    std::string name =
+        "a,\"b\"<&'>\\x0a\\\n\r\t\v\x7f\xef\xbf\xbe\xef\xbf\xbf\xc3\xa9]]>--\xe2\x80\xae";
     for (int byte = 1; byte < 256; ++byte) {
         if (byte != '/') {
             name += static_cast<char>(byte);
