@@ -30,15 +30,14 @@ protected:
             mapFile({{"src/a.cpp", {{"A::run__FPC3Foo", 1, 9, {{1, 4}, {5, 9}}}}},
                      {"src/b.cpp", {{"main", 1, 9, {{1, 4}, {3, 3}}}}}})
                 .write(_dir.path("p.map"));
-        logFile({{"src/a.cpp", map, {3, 0}}, {"src/b.cpp", map, {1, 2}}})
-            .write(_dir.path("p.log"));
+        logFile({{"src/a.cpp", map, {3, 0}}, {"src/b.cpp", map, {1, 2}}}).write(_dir.path("p.log"));
         fs::create_directory(_dir.path("out"));
     }
 
     std::vector<std::string> words() const
     {
-        return {builtProgram("zem-report"), "--format", GetParam(), "-o", _dir.path("out/report"),
-                _dir.path("p.log")};
+        return {builtProgram("zem-report"), "--format",        GetParam(), "-o",
+                _dir.path("out/report"),    _dir.path("p.log")};
     }
 
     size_t filesInFolder() const

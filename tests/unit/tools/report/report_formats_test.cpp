@@ -231,6 +231,36 @@ TEST_F(ReportFormatsTest, AHostileNameStaysOnItsLineOfATracefile)
     EXPECT_NE(lcov.find("\xc3\xa9"), std::string::npos);
 }
 
+// What the program prints on a terminal of its own.
+std::string onTerminal(const std::string& terminal, const std::string& words)
+{
+    const ProgramResult result =
+        runProgram({"env", "-u", "NO_COLOR", "TERM=" + terminal, "script", "-qec",
+                    builtProgram("zem-report") + " " + words, "/dev/null"});
+    std::string text = result.out;
+    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+    return text;
+}
+
+TEST_F(ReportFormatsTest, OnATerminalThereAreBarsAndColoursAndBothSums)
+{
+    EXPECT_TRUE(matchesGolden("zem-report/terminal.txt", onTerminal("xterm", _log)));
+    EXPECT_TRUE(matchesGolden("zem-report/terminal-plain.txt", onTerminal("dumb", _log)));
+    EXPECT_EQ(onTerminal("xterm", "--color=never " + _log), onTerminal("dumb", _log));
+    // What is under the limit is red, all else green.
+    const std::string limited = onTerminal("xterm", "--fail-under-each=61 " + _log);
+    EXPECT_NE(limited.find("\033[31m60%\033[0m"), std::string::npos) << limited;
+    EXPECT_NE(limited.find("\033[32m100%\033[0m"), std::string::npos) << limited;
+}
+
+TEST_F(ReportFormatsTest, ColoursThatAreAskedForComeWithoutATerminal)
+{
+    const std::string text = run({"--color=always", _log}).out;
+    EXPECT_NE(text.find("src/list.cpp\t3\t2\t\033[33m60%\033[0m\t9\n"), std::string::npos);
+    EXPECT_EQ(run({"--color=always", "-o", _dir.path("a.txt"), _log}).status, 0);
+    EXPECT_EQ(TempDir::read(_dir.path("a.txt")), run({_log}).out);
+}
+
 TEST_F(ReportFormatsTest, NoFileOfTheRunIsLeftBehind)
 {
     run({"--format", "json", "-o", _dir.path("a.json"), _log});
