@@ -23,10 +23,10 @@ protected:
                                          {"lib/b.cpp", {{"Set::add", 1, 9, {{1, 1}, {2, 2}}}}},
                                          {"c.cpp", {{"main", 1, 9, {{1, 1}}}}}})
                                     .write(_dir.path("p.map"));
-        const std::string log = logFile({{"src/a.cpp", map, {4, 0, 2, 1}},
-                                         {"lib/b.cpp", map, {0, 3}},
-                                         {"c.cpp", map, {1}}})
-                                    .write(_dir.path("p.log"));
+        const std::string log =
+            logFile(
+                {{"src/a.cpp", map, {4, 0, 2, 1}}, {"lib/b.cpp", map, {0, 3}}, {"c.cpp", map, {1}}})
+                .write(_dir.path("p.log"));
         EXPECT_EQ(_repository.processFile(log.c_str()), 0);
         EXPECT_EQ(_repository.processFile(log.c_str()), 0);
     }

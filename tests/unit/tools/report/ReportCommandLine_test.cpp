@@ -44,8 +44,8 @@ std::string outputs(const ReportCommandLine& options)
 {
     std::string text;
     for (const ReportCommandLine::Output& output : options.outputs()) {
-        text += std::string(output._format) + ">" +
-                (output._file == nullptr ? "-" : output._file) + " ";
+        text += std::string(output._format) + ">" + (output._file == nullptr ? "-" : output._file) +
+                " ";
     }
     return text;
 }

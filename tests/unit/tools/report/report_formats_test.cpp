@@ -55,9 +55,9 @@ TEST_F(ReportFormatsTest, Csv)
 TEST_F(ReportFormatsTest, Json)
 {
     EXPECT_TRUE(matchesGolden("zem-report/format-json.txt", printed("json")));
-    EXPECT_TRUE(matchesGolden("zem-report/format-json-function.txt",
-                              printed("json", {"-df", "-ne", "-s%", "-ff", "List::remove(int)",
-                                               "-fF", "src/list.cpp"})));
+    EXPECT_TRUE(matchesGolden(
+        "zem-report/format-json-function.txt",
+        printed("json", {"-df", "-ne", "-s%", "-ff", "List::remove(int)", "-fF", "src/list.cpp"})));
 }
 
 TEST_F(ReportFormatsTest, Tracefile)
@@ -135,9 +135,8 @@ TEST_F(ReportFormatsTest, WithFilesAloneNothingIsPrinted)
 
 TEST_F(ReportFormatsTest, AFileThatCannotBeWrittenIsAFailureAndTheOthersAreThere)
 {
-    const ProgramResult result =
-        run({"--format", "lcov", "-o", _dir.path("no/a.info"), "--format", "csv", "-o",
-             _dir.path("a.csv"), _log});
+    const ProgramResult result = run({"--format", "lcov", "-o", _dir.path("no/a.info"), "--format",
+                                      "csv", "-o", _dir.path("a.csv"), _log});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "zem-report: cannot write " + _dir.path("no/a.info") +
                               ": No such file or directory\n");
@@ -145,6 +144,21 @@ TEST_F(ReportFormatsTest, AFileThatCannotBeWrittenIsAFailureAndTheOthersAreThere
     const ProgramResult full = run({"--format", "json", "-o", "/dev/full", _log});
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.err, "zem-report: cannot write /dev/full: No space left on device\n");
+}
+
+// Who reads it does not see that a log is missing.
+TEST_F(ReportFormatsTest, WithoutOneOfTheLogsThereIsNoNewFile)
+{
+    const std::string file = _dir.write("a.info", "old");
+    const ProgramResult result =
+        run({"--format", "lcov", "-o", file, "--format", "text", _log, _dir.path("none.log")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, run({_log}).out);
+    EXPECT_NE(
+        result.err.find("zem-report: " + file + " is not written: not every log was merged\n"),
+        std::string::npos)
+        << result.err;
+    EXPECT_EQ(TempDir::read(file), "old");
 }
 
 TEST_F(ReportFormatsTest, ALogIsNotWrittenOver)
@@ -170,7 +184,8 @@ TEST_F(ReportFormatsTest, NothingAtAllIsWellFormedToo)
 // Every byte that a name can have, in an order that makes pairs of some.
 std::string hostileName()
 {
-    std::string name = "a,\"b\"<&'>\\x0a\\\n\r\t\v\x7f\xef\xbf\xbe\xef\xbf\xbf\xc3\xa9]]>--\xe2\x80\xae";
+    std::string name =
+        "a,\"b\"<&'>\\x0a\\\n\r\t\v\x7f\xef\xbf\xbe\xef\xbf\xbf\xc3\xa9]]>--\xe2\x80\xae";
     for (int byte = 1; byte < 256; ++byte) {
         if (byte != '/') {
             name += static_cast<char>(byte);
@@ -214,6 +229,36 @@ TEST_F(ReportFormatsTest, AHostileNameStaysOnItsLineOfATracefile)
         EXPECT_EQ(lcov.find(control), std::string::npos);
     }
     EXPECT_NE(lcov.find("\xc3\xa9"), std::string::npos);
+}
+
+// What the program prints on a terminal of its own.
+std::string onTerminal(const std::string& terminal, const std::string& words)
+{
+    const ProgramResult result =
+        runProgram({"env", "-u", "NO_COLOR", "TERM=" + terminal, "script", "-qec",
+                    builtProgram("zem-report") + " " + words, "/dev/null"});
+    std::string text = result.out;
+    text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+    return text;
+}
+
+TEST_F(ReportFormatsTest, OnATerminalThereAreBarsAndColoursAndBothSums)
+{
+    EXPECT_TRUE(matchesGolden("zem-report/terminal.txt", onTerminal("xterm", _log)));
+    EXPECT_TRUE(matchesGolden("zem-report/terminal-plain.txt", onTerminal("dumb", _log)));
+    EXPECT_EQ(onTerminal("xterm", "--color=never " + _log), onTerminal("dumb", _log));
+    // What is under the limit is red, all else green.
+    const std::string limited = onTerminal("xterm", "--fail-under-each=61 " + _log);
+    EXPECT_NE(limited.find("\033[31m60%\033[0m"), std::string::npos) << limited;
+    EXPECT_NE(limited.find("\033[32m100%\033[0m"), std::string::npos) << limited;
+}
+
+TEST_F(ReportFormatsTest, ColoursThatAreAskedForComeWithoutATerminal)
+{
+    const std::string text = run({"--color=always", _log}).out;
+    EXPECT_NE(text.find("src/list.cpp\t3\t2\t\033[33m60%\033[0m\t9\n"), std::string::npos);
+    EXPECT_EQ(run({"--color=always", "-o", _dir.path("a.txt"), _log}).status, 0);
+    EXPECT_EQ(TempDir::read(_dir.path("a.txt")), run({_log}).out);
 }
 
 TEST_F(ReportFormatsTest, NoFileOfTheRunIsLeftBehind)

@@ -76,8 +76,8 @@ TEST_F(ReportLimitsTest, NothingAtAllIsNotEnough)
 
 TEST_F(ReportLimitsTest, ARowWithoutBlocksIsNotUnder)
 {
-    const std::string map = mapFile({{"a.c", {{"f", 1, 1, {{1, 1}}}}}, {"empty.c", {}}})
-                                .write(_dir.path("empty.map"));
+    const std::string map =
+        mapFile({{"a.c", {{"f", 1, 1, {{1, 1}}}}}, {"empty.c", {}}}).write(_dir.path("empty.map"));
     const std::string log =
         logFile({{"a.c", map, {1}}, {"empty.c", map, {}}}).write(_dir.path("empty.log"));
     EXPECT_EQ(run({"--fail-under-each", "100", log}).status, 0);

@@ -49,8 +49,8 @@ TEST_F(ReportMistakesTest, AFunctionFilterTakesTheNameThatAReportShows)
     EXPECT_NE(rows.find("List::remove(const Foo *)\t0\t1"), std::string::npos) << rows;
     EXPECT_NE(rows.find("List::remove(int)\t1\t0"), std::string::npos) << rows;
     EXPECT_EQ(rows.find("append"), std::string::npos) << rows;
-    for (const char* name : {"List::remove(const Foo *)", "List::remove(Foo *)",
-                             "List::remove__FPC3Foo"}) {
+    for (const char* name :
+         {"List::remove(const Foo *)", "List::remove(Foo *)", "List::remove__FPC3Foo"}) {
         const ProgramResult one = run({"-df", "-ff", name, _log});
         EXPECT_EQ(one.status, 0) << one.err;
         EXPECT_EQ(one.out, "function\tcovered\tuncovered\tper cent\thits\n"
@@ -63,9 +63,8 @@ TEST_F(ReportMistakesTest, AFunctionFilterTakesTheNameThatAReportShows)
 // Scripts give stored names: such a filter means what it always meant.
 TEST_F(ReportMistakesTest, AStoredNameIsTakenBeforeAReadableOne)
 {
-    const std::string map =
-        mapFile({{"a.c", {{"f__Fi", 1, 1, {{1, 1}}}, {"f", 2, 2, {{2, 2}}}}}})
-            .write(_dir.path("twice.map"));
+    const std::string map = mapFile({{"a.c", {{"f__Fi", 1, 1, {{1, 1}}}, {"f", 2, 2, {{2, 2}}}}}})
+                                .write(_dir.path("twice.map"));
     const std::string log = logFile({{"a.c", map, {1, 0}}}).write(_dir.path("twice.log"));
     EXPECT_EQ(run({"-df", "-ff", "f", log}).out, "function\tcovered\tuncovered\tper cent\thits\n"
                                                  "f\t0\t1\t0%\t0\n"
