@@ -18,6 +18,11 @@ macro(zem_rooms)
     zem_room(zemOptions    zem/Options       qipSupport zemRows)
     zem_room(zemTools      tools/common      qipSupport zemData zemDemangle zemLines)
     zem_room(zemImport     tools/import      qipSupport zemTools)
+    zem_room(zemImportLines tools/import/lines zemTools zemImport)
+    zem_room(zemImportLcov tools/import/lcov qipSupport zemTools zemImport zemImportLines)
+    zem_room(zemImportCobertura tools/import/cobertura
+                                             qipSupport zemTools zemImport zemImportLines)
+    zem_room(zemImportGcov tools/import/gcov qipSupport zemTools zemImport zemImportLines)
     zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
     zem_room(zemImportLlvm tools/import/llvm qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository

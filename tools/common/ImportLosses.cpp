@@ -26,6 +26,12 @@ const LossKind lossKinds[] = {
     {&ImportLosses::_linesOfOtherFiles, "lines of files left out"},
     {&ImportLosses::_linesShownRed, "lines that ran shown as untested"},
     {&ImportLosses::_linesShownBlack, "lines that never ran not shown as untested"},
+    {&ImportLosses::_guessedEnds, "functions whose end is a guess (before the next one)"},
+    {&ImportLosses::_linesOutsideFunctions, "lines outside functions (under the file's name)"},
+    {&ImportLosses::_functionsWithoutLines, "functions without lines of their own left out"},
+    {&ImportLosses::_linesWithoutNumber, "lines without a number"},
+    {&ImportLosses::_unknownRecords, "records of unknown kinds"},
+    {&ImportLosses::_ambiguousSources, "names of sources that several folders have"},
     {&ImportLosses::_probeUnits, "units of build system probes"},
     {&ImportLosses::_sourcesOfTwoBuilds, "sources compiled in several ways and united (static and "
                                          "shared, or two builds in one folder)"},

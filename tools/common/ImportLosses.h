@@ -19,10 +19,16 @@ struct ImportLosses
     uint64_t _linesOfOtherFiles = 0;
     // For each file, by path: blocks with lines above 65535, which the source view cannot show.
     std::map<std::string, uint64_t> _blocksPastLastLine;
-    uint64_t _linesShownRed = 0;      // by the source view, although a block on them ran
-    uint64_t _linesShownBlack = 0;    // or not marked, although no block on them ran
-    uint64_t _sourcesOfTwoBuilds = 0; // no headers, yet compiled in several ways
-    uint64_t _probeUnits = 0;         // of a build system's tests of the compiler
+    uint64_t _linesShownRed = 0;         // by the source view, although a block on them ran
+    uint64_t _linesShownBlack = 0;       // or not marked, although no block on them ran
+    uint64_t _sourcesOfTwoBuilds = 0;    // no headers, yet compiled in several ways
+    uint64_t _guessedEnds = 0;           // of functions: a document gives no more than the start
+    uint64_t _linesOutsideFunctions = 0; // given to a function with the file's name
+    uint64_t _functionsWithoutLines = 0; // other functions have all lines of theirs
+    uint64_t _linesWithoutNumber = 0;
+    uint64_t _unknownRecords = 0; // of a document
+    uint64_t _ambiguousSources = 0;
+    uint64_t _probeUnits = 0; // of a build system's tests of the compiler
     uint64_t _clampedCounts = 0;
     uint64_t _negativeCounts = 0;
     uint64_t _unsolvedFunctions = 0; // counters that do not determine every block

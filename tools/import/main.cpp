@@ -6,7 +6,10 @@
 #include "tools/common/cleanMaps.h"
 #include "tools/import/ImportJob.h"
 #include "tools/import/ImportOptions.h"
+#include "tools/import/cobertura/CoberturaImporter.h"
 #include "tools/import/gcc/GccImporter.h"
+#include "tools/import/gcov/GcovImporter.h"
+#include "tools/import/lcov/LcovImporter.h"
 #include "tools/import/llvm/LlvmImporter.h"
 
 #include <cstring>
@@ -21,6 +24,21 @@ namespace {
 std::unique_ptr<Importer> makeGcc()
 {
     return std::make_unique<GccImporter>();
+}
+
+std::unique_ptr<Importer> makeLcov()
+{
+    return std::make_unique<LcovImporter>();
+}
+
+std::unique_ptr<Importer> makeCobertura()
+{
+    return std::make_unique<CoberturaImporter>();
+}
+
+std::unique_ptr<Importer> makeGcov()
+{
+    return std::make_unique<GcovImporter>();
 }
 
 std::unique_ptr<Importer> makeLlvm()
@@ -46,6 +64,11 @@ const Subcommand subcommands[] = {
      ".profraw\n"
      "  files that they left, or folders that hold both",
      makeLlvm},
+    {"lcov", "FILE|DIR...", "read tracefiles of lcov, and of the tools that write its form",
+     makeLcov},
+    {"cobertura", "FILE|DIR...", "read Cobertura documents, which gcovr and others write",
+     makeCobertura},
+    {"gcov", "FILE|DIR...", "read what gcov --json-format wrote", makeGcov},
 };
 
 constexpr int ExitGood = 0;
