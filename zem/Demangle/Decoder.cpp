@@ -514,14 +514,16 @@ bool Decoder::do_class_name(Cursor& in, string& text)
     return true;
 }
 
-// Appends names joined by "::": a one-digit number of them, an optional '_', and the names.
+// Appends names joined by "::": a number of them and the names. A one-digit number may have a '_'
+// behind it; a longer one stands between two, because the first name's length follows.
 bool Decoder::do_qualified_name(Cursor& in, string& name)
 {
     size_t count = 0;
-    if (!in.takeDigit(count)) {
+    const bool isLong = in.take('_');
+    if (!(isLong ? in.takeCount(count) && count > 0 : in.takeDigit(count)) ||
+        (!in.take('_') && isLong)) {
         return error("no number of names");
     }
-    in.take('_');
     for (size_t i = 0; i < count; ++i) {
         string_append(name, i > 0 ? "::" : "");
         if (!do_class_name(in, name)) {

@@ -22,7 +22,9 @@
 //
 // Parameters are types, one behind the other: P pointer, R reference, C const, V volatile, U
 // unsigned, S signed, M member pointer, F function, Q qualified name, T repeats an earlier
-// parameter, N several times; v x l i s c r d f e and class names are the bases.
+// parameter, N several times; v x l i s c r d f e and class names are the bases. Behind Q stand the
+// number of names and the names, each with its length: Q23Foo3Bar. A number of two digits or more
+// stands between underscores: Q_12_.
 #pragma once
 
 // How much of a name is readable text.
