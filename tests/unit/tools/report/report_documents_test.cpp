@@ -33,9 +33,8 @@ ProgramResult runIn(const std::string& folder, const std::string& command)
 {
     const std::string program = builtProgram("zem-report");
     return runProgram({"sh", "-c",
-                       "cd '" + folder + "' && PATH=" +
-                           program.substr(0, program.rfind('/')) + ":$PATH && export PATH && " +
-                           command});
+                       "cd '" + folder + "' && PATH=" + program.substr(0, program.rfind('/')) +
+                           ":$PATH && export PATH && " + command});
 }
 
 class ReportDocumentsTest : public ::testing::Test
@@ -44,8 +43,8 @@ protected:
     // As docs/formats/map.md and log.md have them.
     ReportDocumentsTest()
     {
-        mapFile({{"src/a.c",
-                  {{"main__Fv", 3, 9, {{3, 5}, {6, 9}}}, {"f__Fi", 11, 13, {{11, 13}}}}}})
+        mapFile(
+            {{"src/a.c", {{"main__Fv", 3, 9, {{3, 5}, {6, 9}}}, {"f__Fi", 11, 13, {{11, 13}}}}}})
             .write(_dir.path("p.map"));
         logFile({{"src/a.c", "p.map", {1, 0, 500}}}).write(_dir.path("p.log"));
     }
@@ -71,8 +70,8 @@ TEST_F(ReportDocumentsTest, TheSamplesAreWhatIsWritten)
     EXPECT_EQ(sampleOf("cobertura.md"), written("--format cobertura"));
 }
 
-// The commands of the page: the lines of its shell blocks, and what begins with a program of ours in
-// the others.
+// The commands of the page: the lines of its shell blocks, and what begins with a program of ours
+// in the others.
 std::vector<std::string> commandsOf(const std::string& page)
 {
     std::vector<std::string> commands;
@@ -106,8 +105,7 @@ TEST_F(ReportDocumentsTest, TheCommandsForContinuousIntegrationRun)
     _dir.write("src/main.cc", "static int twice(int n)\n{\n    return n > 100 ? 0 : 2 * n;\n}\n"
                               "int main(int n, char**)\n{\n    return twice(n) - 2;\n}\n");
     _dir.write("build/folder", "");
-    ASSERT_EQ(runIn(_dir.path("build"),
-                    "g++ --coverage -O0 ../src/main.cc -o program && ./program")
+    ASSERT_EQ(runIn(_dir.path("build"), "g++ --coverage -O0 ../src/main.cc -o program && ./program")
                   .status,
               0);
     const std::vector<std::string> commands = commandsOf("ci.md");
