@@ -13,7 +13,7 @@
 
 namespace {
 
-const char wantedName[] = "__llvm_covmap"; // with the zero byte behind it
+const char wantedName[] = "__llvm_covmap";   // with the zero byte behind it
 constexpr uint64_t MostSections = 1u << 16u; // linked files have dozens
 constexpr size_t IdentSize = 20;
 
@@ -96,6 +96,10 @@ bool CoveredProgram::check()
         return false;
     }
     for (uint64_t i = 0; i < std::min(nSections, MostSections); ++i) {
+        unsigned char last = 0;
+        if (!bytesAt(headers + (i + 1) * headerSize - 1, &last, 1)) {
+            return false;
+        }
         if (isNamed(headers + i * headerSize, names)) {
             return true;
         }
