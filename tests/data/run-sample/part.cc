@@ -42,7 +42,7 @@ int waitForSignal(int sender)
     std::puts("ready");
     std::fflush(stdout);
     const timespec while_ = {0, 300000000};
-    while (nSignals == 0 || nanosleep(&while_, nullptr) != 0) {
+    while (nanosleep(&while_, nullptr) != 0 || nSignals == 0) {
     }
     std::printf("interrupts: %d\n", static_cast<int>(nSignals));
     return 0;

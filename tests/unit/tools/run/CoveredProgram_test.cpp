@@ -33,7 +33,8 @@ struct ElfText
         const size_t table = 0x80;
         const size_t names = table + 3 * header;
         std::string result(names, '\0');
-        result.replace(0, 6, std::string("\177ELF") + (_is64 ? '\2' : '\1') + (_isBig ? '\2' : '\1'));
+        result.replace(0, 6,
+                       std::string("\177ELF") + (_is64 ? '\2' : '\1') + (_isBig ? '\2' : '\1'));
         put(result, 16, 2, _type);
         put(result, _is64 ? 40 : 32, _is64 ? 8 : 4, table);
         put(result, _is64 ? 58 : 46, 2, header);

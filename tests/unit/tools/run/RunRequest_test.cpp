@@ -49,8 +49,8 @@ TEST_F(RunRequestTest, TheCommandNeedsNothingBeforeIt)
 
 TEST_F(RunRequestTest, TakesItsOptions)
 {
-    EXPECT_EQ(read({"--build", "b", "-o", "cov", "--name", "night", "--view", "--each", "--", "-x"}),
-              "");
+    EXPECT_EQ(
+        read({"--build", "b", "-o", "cov", "--name", "night", "--view", "--each", "--", "-x"}), "");
     EXPECT_EQ(_request._build, "b");
     EXPECT_EQ(_request._folder, "cov");
     EXPECT_EQ(_request._name, "night");

@@ -30,7 +30,10 @@ TEST(LogNameTest, TheBaseNameIsWhatStandsBehindTheLastSlash)
 TEST(LogNameTest, KeepsWhatMeansNothingToAShell)
 {
     EXPECT_EQ(logName("Suite.Case-1_a+b=c,d@e%f"), "Suite.Case-1_a+b=c,d@e%f");
-    EXPECT_EQ(logName("Gr\xc3\xb6\xc3\x9f" "e"), "Gr\xc3\xb6\xc3\x9f" "e");
+    EXPECT_EQ(logName("Gr\xc3\xb6\xc3\x9f"
+                      "e"),
+              "Gr\xc3\xb6\xc3\x9f"
+              "e");
     EXPECT_EQ(logName("All/Suite.Case/0 <int>"), "All_Suite.Case_0__int_");
     EXPECT_EQ(logName("a\n\x1b;$(b)"), "a_____b_");
 }

@@ -53,8 +53,8 @@ protected:
     // Runs a shell command in the test's folder. Returns its exit status, or 128 + its signal.
     int shell(const std::string& command)
     {
-        const ProgramResult result =
-            runProgram({"sh", "-c", "cd '" + _dir.path() + "' && export TMPDIR=$PWD/tmp && " + command});
+        const ProgramResult result = runProgram(
+            {"sh", "-c", "cd '" + _dir.path() + "' && export TMPDIR=$PWD/tmp && " + command});
         _out = result.out;
         _err = result.err;
         return result.status;
@@ -175,7 +175,8 @@ TEST_F(ZemRunTest, SaysWhyThereIsNoCoverage)
     // The import cannot write: a folder is where the log goes.
     EXPECT_EQ(shell("mkdir -p coverage/sample.log && zem-run build/sample"), 125);
     EXPECT_TRUE(holds(_err, "no log was written: coverage/sample.log")) << _err;
-    EXPECT_EQ(shell("mkdir -p alone && cp " ZEM_BINARY_DIR "/bin/zem-run alone && PATH=/usr/bin:/bin "
+    EXPECT_EQ(shell("mkdir -p alone && cp " ZEM_BINARY_DIR
+                    "/bin/zem-run alone && PATH=/usr/bin:/bin "
                     "alone/zem-run build/sample"),
               125);
     EXPECT_TRUE(holds(_err, "cannot run zem-import: No such file or directory")) << _err;
@@ -228,8 +229,8 @@ TEST_F(ZemRunTest, AnInterruptReachesTheCommandOnceAndWhatItRanIsImported)
     EXPECT_GE(hits("sample", "waitForSignal"), 1);
 
     fs::current_path(_dir.path());
-    const std::string shown =
-        interruptedOnTerminal({"env", "TMPDIR=tmp", "zem-run", "--name", "typed", "build/sample", "wait"});
+    const std::string shown = interruptedOnTerminal(
+        {"env", "TMPDIR=tmp", "zem-run", "--name", "typed", "build/sample", "wait"});
     EXPECT_TRUE(holds(shown, "interrupts: 1\r\n")) << shown;
     EXPECT_TRUE(holds(shown, "wrote coverage/typed.log")) << shown;
 
