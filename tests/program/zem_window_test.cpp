@@ -234,6 +234,97 @@ TEST_F(ZemWindowTest, ASlowDoubleClickOpensTheSourceToo)
     EXPECT_EQ(_run.err(), "");
 }
 
+// Whether a dark line runs along a canvas whose picture begins here: keys go to it.
+bool isOutlined(const Pixels& picture, int x, int y, unsigned long dark)
+{
+    return picture.count(x, y, 200, 1, dark) == 200;
+}
+
+TEST_F(ZemWindowTest, EverythingCanBeDoneWithoutAPointer)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const Window window = open({"-ct"});
+    ASSERT_NE(window, 0u);
+    Display* display = _run.display();
+    const unsigned long black = _run.color("Black");
+    const unsigned long red = _run.color("Red3");
+    const int first = selectedRow(window);
+    const int left = Pixels(display, window).find(0, first, _selected) - 2;
+
+    // Tab comes to the report, and leaves it again both ways.
+    const auto reportHasKeys = [&] {
+        return isOutlined(Pixels(display, window), left, first - 2, black);
+    };
+    const auto tabTo = [&](const std::function<bool()>& goal, KeySym modifier) {
+        for (int i = 0; i < 15; ++i) {
+            XInput::key(display, XK_Tab, modifier);
+            _run.picture(window);
+            if (goal()) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const auto reportHasNoKeys = [&] {
+        return !reportHasKeys();
+    };
+    ASSERT_TRUE(tabTo(reportHasKeys, 0));
+    EXPECT_TRUE(tabTo(reportHasNoKeys, 0));
+    EXPECT_TRUE(tabTo(reportHasKeys, XK_Shift_L));
+    EXPECT_TRUE(tabTo(reportHasNoKeys, XK_Shift_L));
+    ASSERT_TRUE(tabTo(reportHasKeys, 0));
+    saveScreenshot(display, window, "window-report-has-keys");
+
+    // Another row, and its source.
+    XInput::key(display, XK_Down, XK_Control_L);
+    EXPECT_TRUE(_run.waitFor([&] { return selectedRow(window) == first + 26; }));
+    const int height = _run.height(window);
+    XInput::key(display, XK_Return);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.height(window) > height; }));
+    ASSERT_NE(_run.picture(window, red), "");
+
+    // The source takes keys, scrolls by pages, and lets them go.
+    const auto sourceHasKeys = [&] {
+        const Pixels picture(display, window);
+        for (int y = first + 60; y < picture.height() - 60; ++y) {
+            if (isOutlined(picture, left, y, black)) {
+                return reportHasNoKeys();
+            }
+        }
+        return false;
+    };
+    ASSERT_TRUE(tabTo(sourceHasKeys, 0));
+    saveScreenshot(display, window, "window-source-has-keys");
+    const std::string top = _run.picture(window);
+    XInput::key(display, XK_Page_Down);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.picture(window) != top; }));
+    EXPECT_TRUE(tabTo([&] { return !sourceHasKeys(); }, XK_Shift_L));
+
+    // Menus, a dialog and its list, help and its way back.
+    const auto pressInMenu = [&](KeySym menu, KeySym entry) {
+        const int nShown = _run.shownWindows();
+        XInput::key(display, menu, XK_Alt_L);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() > nShown; }));
+        _run.picture(window);
+        XInput::key(display, entry);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown + 1; }));
+        _run.picture(window);
+    };
+    const int nShown = _run.shownWindows();
+    pressInMenu(XK_f, XK_r);
+    XInput::type(display, "x");
+    XInput::key(display, XK_Escape);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown; }));
+    pressInMenu(XK_h, XK_o);
+    // Its text is one Tab away from its button.
+    XInput::key(display, XK_Tab);
+    XInput::key(display, XK_Page_Down);
+    XInput::key(display, XK_Tab, XK_Shift_L);
+    XInput::key(display, XK_space);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown; }));
+    EXPECT_EQ(_run.err(), "");
+}
+
 TEST_F(ZemWindowTest, TheUsersGeometrySizesAndPlacesTheMainWindow)
 {
     Window window = open({"-geometry", "500x400+120+80"});
@@ -264,6 +355,29 @@ TEST_F(ZemWindowTest, TheWindowManagerTakesTheGeometryForItsFrame)
     EXPECT_EQ(_run.height(window), 400);
     EXPECT_NEAR(_run.left(window), 120, 20);
     EXPECT_NEAR(_run.top(window), 80, 40);
+}
+
+// What the desktop entry, script/demo and the README open it with, and what the default resources
+// tell to write for good.
+TEST_F(ZemWindowTest, AResourceGivesRoomForThirtyRowsForGood)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const std::string file = _dir.write("resources", "zem.geometry: 900x960\n");
+    setenv("XENVIRONMENT", file.c_str(), 1);
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    EXPECT_EQ(_run.width(window), 900);
+    EXPECT_EQ(_run.height(window), 960);
+    EXPECT_LE(_run.frameBottom(window), 1024);
+    const int first = selectedRow(window);
+    const int last = first + (Sources - 1) * 26;
+    saveScreenshot(_run.display(), window, "window-thirty-rows");
+    XInput::click(_run.display(), window, 60, last + 13);
+    EXPECT_TRUE(_run.waitFor([&] { return selectedRow(window) == last; }));
+    const Pixels picture(_run.display(), window);
+    // The whole height of the row, to its last line of pixels.
+    EXPECT_EQ(picture.runDown(picture.find(0, last, _selected), last, _selected), 26);
+    EXPECT_EQ(_run.err(), "");
 }
 
 TEST_F(ZemWindowTest, ABrowseAtTheBottomOfTheScreenStaysOnIt)
