@@ -315,8 +315,7 @@ void CoberturaDocument::startLine(const char* const* attributes)
 void CoberturaDocument::endMethod()
 {
     if (_methodFirst != 0) {
-        _methods.push_back(
-            {_method, _methodFirst, _methodLast != _methodFirst ? _methodLast : 0});
+        _methods.push_back({_method, _methodFirst, _methodLast != _methodFirst ? _methodLast : 0});
     }
 }
 

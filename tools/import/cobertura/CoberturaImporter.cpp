@@ -70,8 +70,7 @@ bool CoberturaImporter::findDocuments(std::vector<std::string>& paths, ImportLos
     return true;
 }
 
-bool CoberturaImporter::readBuild(ImportedBuild& build, ImportLosses& losses,
-                                  unsigned int nThreads)
+bool CoberturaImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
     std::vector<std::string> paths;
     if (!findDocuments(paths, losses)) {

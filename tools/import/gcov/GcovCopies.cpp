@@ -114,7 +114,9 @@ void GcovCopies::placeStrays(ImportedBuild& build, ImportLosses& losses) const
         const auto isOwned = [&owners](const CopyLine& line) {
             return owners[line._file].ownerOf(line._line) != LineOwners::Nobody;
         };
-        const auto isFree = [&isOwned](const CopyLine& line) { return !isOwned(line); };
+        const auto isFree = [&isOwned](const CopyLine& line) {
+            return !isOwned(line);
+        };
         held._lines.erase(std::remove_if(held._lines.begin(), held._lines.end(), isFree),
                           held._lines.end());
         rest._lines.erase(std::remove_if(rest._lines.begin(), rest._lines.end(), isOwned),

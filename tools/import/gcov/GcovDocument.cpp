@@ -26,9 +26,7 @@ bool readNumber(const element& value, int64_t& number)
     if (value.get(large) != simdjson::SUCCESS) {
         return false;
     }
-    number = large >= Limit    ? INT64_MAX
-             : large <= -Limit ? INT64_MIN
-                               : static_cast<int64_t>(large);
+    number = large >= Limit ? INT64_MAX : large <= -Limit ? INT64_MIN : static_cast<int64_t>(large);
     return true;
 }
 
@@ -45,7 +43,9 @@ bool readPlace(const element& value, uint32_t& place)
 
 void sortLines(std::vector<GcovLine>& lines)
 {
-    const auto isBefore = [](const GcovLine& a, const GcovLine& b) { return a._line < b._line; };
+    const auto isBefore = [](const GcovLine& a, const GcovLine& b) {
+        return a._line < b._line;
+    };
     const auto isNotBefore = [](const GcovLine& a, const GcovLine& b) {
         return a._line >= b._line;
     };

@@ -85,7 +85,7 @@ private:
     uint32_t _ownRun = UINT32_MAX;
     bool _isInSection = false;
     bool _hasSections = false;
-    bool _isSkipping = false; // the rest of a line without use
+    bool _isSkipping = false;                    // the rest of a line without use
     std::unordered_map<uint32_t, Place> _places; // of the section, by index
     std::string _text;                           // for names
     ImportLosses _losses;

@@ -78,8 +78,7 @@ void LineTable::addFunction(const char* name, size_t size, uint32_t first, uint3
         uniteFunctions(file._functions);
         file._nDifferent = file._functions.size();
     }
-    file._functions.push_back(
-        {_pool.keep(name, size), static_cast<uint32_t>(size), first, last});
+    file._functions.push_back({_pool.keep(name, size), static_cast<uint32_t>(size), first, last});
     file._nextFunction = file._functions.size();
 }
 
@@ -100,11 +99,10 @@ void LineTable::uniteFunctions(std::vector<Function>& functions)
     if (!std::is_sorted(functions.begin(), functions.end(), isBefore)) {
         std::sort(functions.begin(), functions.end(), isBefore);
     }
-    const auto end =
-        std::unique(functions.begin(), functions.end(),
-                    [&compareNames](const Function& a, const Function& b) {
-                        return a._first == b._first && compareNames(a, b) == 0;
-                    });
+    const auto end = std::unique(functions.begin(), functions.end(),
+                                 [&compareNames](const Function& a, const Function& b) {
+                                     return a._first == b._first && compareNames(a, b) == 0;
+                                 });
     functions.erase(end, functions.end());
 }
 
