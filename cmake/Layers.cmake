@@ -17,11 +17,14 @@ macro(zem_rooms)
     zem_room(zemLines      zem/Lines         qipSupport zemData zemRows)
     zem_room(zemOptions    zem/Options       qipSupport zemRows)
     zem_room(zemTools      tools/common      qipSupport zemData zemDemangle zemLines)
-    zem_room(zemImport     tools/import      zemTools)
+    zem_room(zemImport     tools/import      qipSupport zemTools)
     zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
-    zem_room(zem-report    tools/report      qipSupport zemData zemRows zemRepository zemOptions)
+    zem_room(zemRun        tools/run         qipSupport zemTools)
+    zem_room(zemFormats    tools/formats     qipSupport zemData zemDemangle zemRows zemTools)
+    zem_room(zemReporting  tools/report      qipSupport zemData zemRows zemRepository zemOptions
+                                             zemFormats)
     zem_room(zem-dump      tools/dump        qipSupport zemData)
 
     zem_x_above()
@@ -32,7 +35,7 @@ macro(zem_rooms)
     zem_room(qipCommon     qip/Common        qipSupport qipBase qipMonitors)
     zem_room(zemButtons    zem/Buttons       qipSupport qipBase qipDrawing qipMonitors)
     zem_room(zemText       zem/Text)
-    zem_room(zemHelp       zem/Help          qipSupport qipBase qipMonitors qipComponents
+    zem_room(zemHelp       zem/Help          qipSupport qipBase qipDrawing qipMonitors qipComponents
                                              zemShare zemIcons zemLines zemButtons zemText)
     zem_room(zemStatus     zem/Status        qipSupport qipBase qipMonitors qipComponents qipCommon
                                              zemRows zemLines zemButtons zemHelp)
@@ -42,8 +45,8 @@ macro(zem_rooms)
     zem_room(zemReports    zem/Reports       qipSupport qipBase qipDrawing qipMonitors qipComponents
                                              qipCommon zemData zemRows zemRepository zemLines
                                              zemButtons zemHelp zemStatus zemSource)
-    zem_room(zemWindow     zem/Window        qipSupport qipBase qipMonitors qipComponents qipCommon
-                                             zemIcons zemData zemRows zemRepository zemLines
+    zem_room(zemWindow     zem/Window        qipSupport qipBase qipDrawing qipMonitors qipComponents
+                                             qipCommon zemIcons zemData zemRows zemRepository zemLines
                                              zemButtons zemHelp zemStatus zemSource zemReports)
     zem_room(zemApp        zem/App           qipSupport qipBase qipMonitors qipComponents qipCommon
                                              zemShare zemData zemRows zemRepository zemLines
@@ -184,5 +187,6 @@ function(zem_program name)
     target_compile_definitions(${name} PRIVATE ZEM_VERSION="${PROJECT_VERSION}")
     if(NOT arg_NOT_INSTALLED)
         install(TARGETS ${name})
+        set_property(GLOBAL APPEND PROPERTY ZEM_PROGRAMS ${name}) # completion has them all
     endif()
 endfunction()

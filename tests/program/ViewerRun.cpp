@@ -88,8 +88,8 @@ bool ViewerRun::waitFor(const std::function<bool()>& condition)
     return true;
 }
 
-// Under a window manager the window has a frame around it; the property is on the window itself.
-Window ViewerRun::findMain()
+// Under a window manager a window has a frame around it; its properties are on the window itself.
+Window ViewerRun::find(const std::function<bool(Window)>& isIt)
 {
     std::vector<Window> left = {DefaultRootWindow(_display)};
     while (!left.empty()) {
@@ -106,20 +106,48 @@ Window ViewerRun::findMain()
         if (children != nullptr) {
             XFree(children);
         }
-        XClassHint hint = {};
-        if (XGetClassHint(_display, window, &hint) == 0) {
-            continue;
-        }
-        const bool named = std::strcmp(hint.res_name, "zem") == 0;
-        XFree(hint.res_name);
-        XFree(hint.res_class);
         XWindowAttributes attributes;
-        if (named && XGetWindowAttributes(_display, window, &attributes) != 0 &&
+        if (isIt(window) && XGetWindowAttributes(_display, window, &attributes) != 0 &&
             attributes.map_state == IsViewable && attributes.width > 1) {
             return window;
         }
     }
     return 0;
+}
+
+Window ViewerRun::findMain()
+{
+    return find([this](Window window) {
+        XClassHint hint = {};
+        if (XGetClassHint(_display, window, &hint) == 0) {
+            return false;
+        }
+        const bool named = std::strcmp(hint.res_name, "zem") == 0;
+        XFree(hint.res_name);
+        XFree(hint.res_class);
+        return named;
+    });
+}
+
+Window ViewerRun::titled(const std::string& title)
+{
+    return find([&](Window window) {
+        char* name = nullptr;
+        if (XFetchName(_display, window, &name) == 0) {
+            return false;
+        }
+        const bool named = title == name;
+        XFree(name);
+        // The frame of a window manager may have the name, too; only a client's says how to close.
+        Atom* protocols = nullptr;
+        int nProtocols = 0;
+        const bool isClient =
+            named && XGetWMProtocols(_display, window, &protocols, &nProtocols) != 0;
+        if (protocols != nullptr) {
+            XFree(protocols);
+        }
+        return isClient;
+    });
 }
 
 Window ViewerRun::mainWindow()

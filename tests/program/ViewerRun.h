@@ -33,6 +33,12 @@ public:
     // The main window, once it is on the screen; 0 when it does not come or the program ends.
     Window mainWindow();
 
+    // The window with this title, if it is on the screen; 0 when it is not.
+    Window titled(const std::string& title);
+
+    // The program's process.
+    pid_t process() const { return _program; }
+
     // How many windows lie on the screen side by side or one above the other: one more when a menu
     // or a dialog comes up.
     int shownWindows();
@@ -80,6 +86,8 @@ public:
     void stop();
 
 private:
+    // The first window on the screen, from the root down, of which `isIt` holds.
+    Window find(const std::function<bool(Window)>& isIt);
     Window findMain();
     XWindowAttributes frameOf(Window window);
 

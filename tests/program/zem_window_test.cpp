@@ -266,6 +266,29 @@ TEST_F(ZemWindowTest, TheWindowManagerTakesTheGeometryForItsFrame)
     EXPECT_NEAR(_run.top(window), 80, 40);
 }
 
+// What the desktop entry, script/demo and the README open it with, and what the default resources
+// tell to write for good.
+TEST_F(ZemWindowTest, AResourceGivesRoomForThirtyRowsForGood)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const std::string file = _dir.write("resources", "zem.geometry: 900x960\n");
+    setenv("XENVIRONMENT", file.c_str(), 1);
+    const Window window = open({});
+    ASSERT_NE(window, 0u);
+    EXPECT_EQ(_run.width(window), 900);
+    EXPECT_EQ(_run.height(window), 960);
+    EXPECT_LE(_run.frameBottom(window), 1024);
+    const int first = selectedRow(window);
+    const int last = first + (Sources - 1) * 26;
+    saveScreenshot(_run.display(), window, "window-thirty-rows");
+    XInput::click(_run.display(), window, 60, last + 13);
+    EXPECT_TRUE(_run.waitFor([&] { return selectedRow(window) == last; }));
+    const Pixels picture(_run.display(), window);
+    // The whole height of the row, to its last line of pixels.
+    EXPECT_EQ(picture.runDown(picture.find(0, last, _selected), last, _selected), 26);
+    EXPECT_EQ(_run.err(), "");
+}
+
 TEST_F(ZemWindowTest, ABrowseAtTheBottomOfTheScreenStaysOnIt)
 {
     for (const bool managed : {false, true}) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/BlockList.h"
 
+#include "qip/Support/qipAssert.h"
+
 #include <algorithm>
 
 namespace {
@@ -13,19 +15,19 @@ struct LineUse
     bool _isUsed = false;
     bool _isAlone = true;   // one block only
     bool _isShared = false; // several functions
-    int64_t _othersHits = 0;
 };
 
-void boundCount(int64_t& hits, ImportLosses& losses)
+// On a line that another function shows: the value of a basic block that touches it.
+struct OtherUse
 {
-    if (hits < 0) {
-        hits = 0;
-        ++losses._negativeCounts;
-    } else if (hits > GreatestCount) {
-        hits = GreatestCount;
-        ++losses._clampedCounts;
+    uint32_t _line = 0;
+    uint32_t _value = 0;
+
+    bool operator<(const OtherUse& other) const
+    {
+        return _line != other._line ? _line < other._line : _value < other._value;
     }
-}
+};
 
 bool startsBefore(const CovBlock& a, const CovBlock& b)
 {
@@ -47,16 +49,18 @@ private:
     void numberLines();
     void addBlocks(uint32_t function);
     size_t addBlock(uint32_t function, size_t first);
-    void addLine(uint32_t function, uint32_t line, int64_t hits);
-    void endStretch(uint32_t function, int64_t hits);
+    void addLine(uint32_t function, uint32_t line, uint32_t value);
+    void endStretch(uint32_t function, uint32_t value);
     void addOthers();
 
     CovFile& _file;
     std::vector<CovFunction>& _functions;
     ImportLosses& _losses;
     std::vector<LineUse> _uses; // by line
-    CovBlock _stretch;          // the one that is growing; start 0 when there is none
-    bool _isOutside = false;    // the block at hand has lines that it cannot show
+    std::vector<OtherUse> _others;
+    CovBlock _stretch;        // the one that is growing; start 0 when there is none
+    bool _isOutside = false;  // the basic block at hand has lines that it cannot show
+    uint32_t _firstValue = 0; // of the function at hand
     uint64_t _pastLastLine = 0;
 };
 
@@ -101,37 +105,38 @@ void FileArranger::numberLines()
     }
 }
 
-void FileArranger::endStretch(uint32_t function, int64_t hits)
+void FileArranger::endStretch(uint32_t function, uint32_t value)
 {
     if (_stretch._startLine != 0) {
-        _functions[function]._blocks.push_back({_stretch._startLine, _stretch._stopLine, hits});
+        _functions[function]._blocks.push_back({_stretch._startLine, _stretch._stopLine, value});
         _stretch = CovBlock();
     }
 }
 
-void FileArranger::addLine(uint32_t function, uint32_t line, int64_t hits)
+void FileArranger::addLine(uint32_t function, uint32_t line, uint32_t value)
 {
     if (line > GreatestBlockLine) {
         _isOutside = true;
         return;
     }
-    LineUse& use = _uses[line];
+    const LineUse& use = _uses[line];
     if (use._isShared && use._function != function) {
-        use._othersHits = std::min(use._othersHits + hits, GreatestCount);
+        _others.push_back({line, value});
         _isOutside = true;
         return;
     }
+    const auto shown = static_cast<uint16_t>(line);
     const bool isNext =
         _stretch._startLine != 0 && use._place == _uses[_stretch._stopLine]._place + 1;
     if (!use._isAlone || !isNext) {
-        endStretch(function, hits);
+        endStretch(function, value);
     }
     if (!use._isAlone) {
-        _functions[function]._blocks.push_back({line, line, hits});
+        _functions[function]._blocks.push_back({shown, shown, value});
         return;
     }
-    _stretch._startLine = _stretch._startLine == 0 ? line : _stretch._startLine;
-    _stretch._stopLine = line;
+    _stretch._startLine = _stretch._startLine == 0 ? shown : _stretch._startLine;
+    _stretch._stopLine = shown;
 }
 
 // Returns where the lines of the next block begin.
@@ -139,15 +144,15 @@ size_t FileArranger::addBlock(uint32_t function, size_t first)
 {
     CovFunction& entry = _functions[function];
     const uint32_t block = entry._lines[first]._block;
-    const int64_t hits = entry._hits[block];
+    const uint32_t value = _firstValue + block;
     _isOutside = false;
     size_t next = first;
     for (; next < entry._lines.size() && entry._lines[next]._block == block; ++next) {
-        addLine(function, entry._lines[next]._line, hits);
+        addLine(function, entry._lines[next]._line, value);
     }
-    endStretch(function, hits);
+    endStretch(function, value);
     if (_isOutside) {
-        entry._blocks.push_back({0, 0, hits});
+        entry._blocks.push_back({0, 0, value});
         _pastLastLine += entry._lines[next - 1]._line > GreatestBlockLine ? 1 : 0;
     }
     return next;
@@ -160,25 +165,33 @@ void FileArranger::addBlocks(uint32_t function)
     for (size_t line = 0; line < entry._lines.size();) {
         line = addBlock(function, line);
     }
+    _firstValue += entry._nBasicBlocks;
 }
 
+// Each line that several functions touch has a block with the sum of what others than the one that
+// shows it ran there.
 void FileArranger::addOthers()
 {
-    for (uint32_t line = 0; line < _uses.size(); ++line) {
-        const LineUse& use = _uses[line];
-        if (use._isShared) {
-            _functions[use._function]._blocks.push_back({line, line, use._othersHits});
+    std::sort(_others.begin(), _others.end());
+    _file._sums.reserve(_others.size());
+    uint32_t value = _firstValue;
+    for (size_t i = 0; i < _others.size(); ++i) {
+        const uint32_t line = _others[i]._line;
+        const bool isLast = i + 1 == _others.size() || _others[i + 1]._line != line;
+        qipAssert(_others[i]._value <= CovTerm::GreatestCount);
+        _file._sums.push_back({_others[i]._value & CovTerm::GreatestCount, 1, isLast ? 1u : 0u});
+        if (isLast) {
+            const auto shown = static_cast<uint16_t>(line);
+            _functions[_uses[line]._function]._blocks.push_back({shown, shown, value++});
         }
     }
 }
 
 void FileArranger::arrange()
 {
+    _file._sums.clear();
     _uses.assign(lastLine() + size_t{1}, LineUse());
     for (uint32_t i = 0; i < _functions.size(); ++i) {
-        for (int64_t& hits : _functions[i]._hits) {
-            boundCount(hits, _losses);
-        }
         for (const CovLine& line : _functions[i]._lines) {
             if (line._line <= GreatestBlockLine) {
                 use(i, line._line);
@@ -192,6 +205,7 @@ void FileArranger::arrange()
     addOthers();
     for (CovFunction& function : _functions) {
         std::stable_sort(function._blocks.begin(), function._blocks.end(), startsBefore);
+        function._blocks.shrink_to_fit(); // there are millions, and they stay to the end
     }
     if (_pastLastLine != 0) {
         _losses._blocksPastLastLine[_file._path] += _pastLastLine;

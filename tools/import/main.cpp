@@ -3,13 +3,9 @@
 // zem-import: turns the coverage that other tools write into a map file and a log file.
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
-#include "tools/common/PendingFile.h"
-#include "tools/common/RelativePath.h"
 #include "tools/common/cleanMaps.h"
-#include "tools/common/finishCoverage.h"
-#include "tools/common/missingSources.h"
-#include "tools/common/parallel.h"
-#include "tools/common/writeCoverage.h"
+#include "tools/import/ImportJob.h"
+#include "tools/import/ImportOptions.h"
 #include "tools/import/gcc/GccImporter.h"
 
 #include <cstring>
@@ -18,7 +14,6 @@
 #include <memory>
 #include <new>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -45,14 +40,6 @@ const Subcommand subcommands[] = {
 constexpr int ExitGood = 0;
 constexpr int ExitBad = 1;
 
-// What the words common to all kinds ask for.
-struct Request
-{
-    CoverageOutput output;
-    NameStyle names;
-    std::vector<std::string> inputs;
-};
-
 void usage(std::ostream& out)
 {
     out << "Usage: zem-import KIND [options] INPUT...\n"
@@ -62,13 +49,9 @@ void usage(std::ostream& out)
             << subcommand.purpose << "\n";
         subcommand.make()->usage(out);
     }
-    out << "\nAll kinds:\n"
-           "  -o DIR           where to write (default: the current folder)\n"
-           "  --name NAME      write NAME-<digest>.map, NAME.log and NAME.losses (default: "
-           "coverage)\n"
-           "  --relative       write paths as seen from the current folder\n"
-           "  --full-names     do not shorten long names\n"
-           "  --help           print this text\n"
+    out << "\nAll kinds:\n";
+    ImportOptions::usage(out);
+    out << "  --help           print this text\n"
            "  --version        print the version\n"
            "\nzem-import --clean DIR\n"
            "  remove the maps in DIR that no log there names\n";
@@ -88,89 +71,6 @@ const Subcommand* findSubcommand(const char* name)
         }
     }
     return nullptr;
-}
-
-// Returns how many words it took, 0 for none.
-int commonOption(char** words, Request& request)
-{
-    if (std::strcmp(words[0], "--relative") == 0) {
-        request.output._isRelative = true;
-        return 1;
-    }
-    if (std::strcmp(words[0], "--full-names") == 0) {
-        request.names._isFull = true;
-        return 1;
-    }
-    if (words[1] == nullptr) {
-        return 0;
-    }
-    if (std::strcmp(words[0], "-o") == 0) {
-        request.output._folder = words[1];
-        return 2;
-    }
-    if (std::strcmp(words[0], "--name") == 0) {
-        request.output._name = words[1];
-        return 2;
-    }
-    return 0;
-}
-
-void summarise(const CoverageModel& model, const ImportLosses& losses, const Request& request,
-               const std::string& map)
-{
-    size_t functions = 0;
-    size_t blocks = 0;
-    for (const CovFile& file : model._files) {
-        functions += file._functions.size();
-        for (const CovFunction& function : file._functions) {
-            blocks += function._blocks.size();
-        }
-    }
-    std::cout << "zem-import: " << qipVisibleText(request.output._folder.c_str()) << "/"
-              << qipVisibleText(request.output._name.c_str()) << ".log of map "
-              << qipVisibleText(map.c_str() + (map.rfind('/') + 1)) << ": " << model._files.size()
-              << " files, " << functions << " functions, " << blocks << " blocks";
-    const std::string text = losses.text();
-    std::cout << (text.empty() ? "" : "; ") << text << '\n';
-}
-
-void makeRelative(CoverageModel& model)
-{
-    const RelativePath relative;
-    for (CovFile& file : model._files) {
-        file._path = relative.of(file._path);
-    }
-}
-
-int importAndWrite(Importer& importer, const Request& request)
-{
-    CoverageModel model;
-    ImportLosses losses;
-    if (!importer.import(model, losses, coreCount())) {
-        return ExitBad;
-    }
-    finishCoverage(model, request.names, losses, coreCount());
-    if (model._files.empty()) {
-        const std::string text = losses.text();
-        std::cerr << "zem-import: nothing to write: no function is left"
-                  << (text.empty() ? "" : " (") << text << (text.empty() ? "" : ")") << '\n';
-        return ExitBad;
-    }
-    const std::string missing = missingSources(model, request.inputs);
-    if (!missing.empty()) {
-        std::cerr << "zem-import: " << qipVisibleText(missing.c_str()) << '\n';
-    }
-    if (request.output._isRelative) {
-        makeRelative(model);
-    }
-    PendingFile::removeOnSignals();
-    CoverageResult result;
-    if (!writeCoverage(model, losses, request.output, result)) {
-        std::cerr << "zem-import: " << qipVisibleText(result._problem.c_str()) << '\n';
-        return ExitBad;
-    }
-    summarise(model, losses, request, result._map);
-    return losses.isIncomplete() ? ExitBad : ExitGood;
 }
 
 int clean(const char* folder)
@@ -193,31 +93,28 @@ int clean(const char* folder)
 int importKind(const Subcommand& subcommand, char** words)
 {
     const std::unique_ptr<Importer> importer = subcommand.make();
-    Request request;
+    ImportOptions options;
     while (*words != nullptr) {
         if (words[0][0] != '-') {
             importer->input(*words);
-            request.inputs.emplace_back(*words++);
+            options._inputs.emplace_back(*words++);
             continue;
         }
-        int taken = commonOption(words, request);
+        int taken = options.take(words);
         taken = taken != 0 ? taken : importer->option(words);
         if (taken == 0) {
             return misuse("unknown option, or its value is missing: ", *words);
         }
         words += taken;
     }
-    if (request.inputs.empty()) {
+    if (options._inputs.empty()) {
         return misuse("what to read is missing: ", subcommand.inputs);
     }
-    const std::string& name = request.output._name;
-    if (name.find('/') != std::string::npos || name.empty()) {
-        return misuse("not the name of a file: ", name.c_str());
+    const std::string problem = options.problem();
+    if (!problem.empty()) {
+        return misuse("", problem.c_str());
     }
-    if (request.output._folder.empty()) {
-        return misuse("the folder to write into has no name: -o ", "''");
-    }
-    return importAndWrite(*importer, request);
+    return ImportJob(*importer, options, std::cout, std::cerr).run() ? ExitGood : ExitBad;
 }
 
 int runProgram(int argc, char** argv)

@@ -2,6 +2,7 @@
 #include "zem/Demangle/Decoder.h"
 
 #include "zem/Demangle/TypeVec.h"
+#include "zem/Demangle/demangle.h"
 
 #include <cctype>
 #include <cstdio>
@@ -281,7 +282,7 @@ bool Decoder::decodeParameters(Cursor& in, bool isConst, string& name)
     if (string_length(name) > _longest) {
         return error("too long");
     }
-    if (_mode < 0) {
+    if (_mode == DemangleName) {
         string_chop(name, length);
     }
     return true;
@@ -342,7 +343,7 @@ bool Decoder::do_repeated_args(Cursor& in, TypeVec& types, string& text, int dep
     return true;
 }
 
-// Takes a C or V; shown at mode 1 only.
+// Takes a C or V; shown with the modifiers only.
 bool Decoder::takeQualifier(Cursor& in, Qualifiers& qualifiers)
 {
     const char* word = in.peek() == 'C' ? "const" : in.peek() == 'V' ? "volatile" : nullptr;
@@ -351,7 +352,7 @@ bool Decoder::takeQualifier(Cursor& in, Qualifiers& qualifiers)
     }
     ++in.at;
     ++_work;
-    if (_mode == 1) {
+    if (_mode == DemangleModifiers) {
         qualifiers.add(word);
     }
     return true;

@@ -27,11 +27,18 @@
 // stands between underscores: Q_12_.
 #pragma once
 
+// How much of a name is readable text.
+enum DemangleMode {
+    DemangleName = -1,     // the qualified name alone
+    DemangleTypes = 0,     // with the parameter types
+    DemangleModifiers = 1, // with their const and volatile, too
+};
+
 // Returns the readable name in memory that the caller frees with free(), or null when `encoded` is
 // null, empty, no encoded name, malformed, or so made that its readable form would be out of all
 // proportion (64 KiB and 64 times its length), would cost work out of all proportion (see Decoder),
 // or nests more than 1000 function types.
 //
-// `mode`: -1 the qualified name only; 0 with the parameter types; 1 with their const and volatile
-// too. Without memory the program ends with status 1.
+// `mode` is a DemangleMode; any other number counts as the nearest. Without memory the program ends
+// with status 1.
 char* demangle_name(const char* encoded, int mode);

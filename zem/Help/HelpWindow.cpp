@@ -2,7 +2,9 @@
 #include "zem/Help/HelpWindow.h"
 
 #include "qip/Base/qipApplication.h"
+#include "qip/Drawing/setWindowIcon.h"
 #include "zem/Icons/close.xpm"
+#include "zem/Icons/report.xpm"
 #include "zem/Share/find_vorandel_home.h"
 
 #include <Xm/Form.h>
@@ -81,6 +83,7 @@ Widget HelpWindow::createWorkArea(Widget parent)
                   XmNbottomAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM,
                   XmNrightAttachment, XmATTACH_FORM, nullptr);
     manage();
+    setWindowIcon(_base, report_xpm);
     return _workArea;
 }
 

@@ -23,7 +23,6 @@ constexpr int FirstRows = 4;
 constexpr int ColumnMargin = 8;
 // So far the origin and the extent of a view can be added without overflow.
 constexpr long long MostColumns = 1 << 30;
-constexpr int LargestCoordinate = 32767;
 // Where in its column the two lines of a separator stand, in pixels.
 constexpr int LightLineX = 2;
 constexpr int DarkLineX = 3;

@@ -3,6 +3,7 @@
 
 #include "zem/Reports/RptArea.h"
 #include "zem/Window/CommandDialog.h"
+#include "zem/Window/FileLists.h"
 
 #include <Xm/FileSB.h>
 
@@ -32,6 +33,7 @@ Widget LoadBtn::createDialog(Widget parent)
         XtUnmanageChild(XmFileSelectionBoxGetChild(dialog, XmDIALOG_HELP_BUTTON));
         CommandDialog::setText(dialog, XmNdialogTitle, "Select ZEM log file");
         CommandDialog::setText(dialog, XmNpattern, "*.log");
+        FileLists::keepEven(dialog);
     }
     return dialog;
 }

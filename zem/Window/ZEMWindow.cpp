@@ -3,6 +3,7 @@
 
 #include "qip/Base/qipApplication.h"
 #include "qip/Components/qipQuitCommand.h"
+#include "qip/Drawing/setWindowIcon.h"
 #include "zem/Icons/browse.xpm"
 #include "zem/Icons/exit.xpm"
 #include "zem/Icons/help.xpm"
@@ -87,6 +88,7 @@ Widget ZEMWindow::createWorkArea(Widget parent)
                   XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
     // A size that the user asked for is taken to the letter, as far as the screen goes.
     placeOnScreen(geometry != nullptr ? 0 : FrameWidth, geometry != nullptr ? 0 : FrameHeight);
+    setWindowIcon(_base, report_xpm);
     manage();
     return _workArea;
 }

@@ -328,9 +328,8 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
             line._file = source._number;
         }
         auto graph = std::make_unique<GccGraph>();
-        graph->_copy = entry._copy;
-        std::fill(graph->_copy._hits.begin(), graph->_copy._hits.end(), 0);
+        graph->_copy = std::move(entry._copy);
         const ContentKey key = graph->key();
-        _store.addHits(*_store.insert(key, std::move(graph)), entry._copy);
+        _store.addLineCounts(*_store.insert(key, std::move(graph)), entry._counts);
     }
 }

@@ -5,10 +5,10 @@
 #pragma once
 
 #include "tools/common/ImportLosses.h"
+#include "tools/import/SourceTable.h"
 #include "tools/import/gcc/GccTree.h"
 #include "tools/import/gcc/GcnoFile.h"
 #include "tools/import/gcc/GraphStore.h"
-#include "tools/import/gcc/SourceTable.h"
 
 #include <memory>
 #include <string>

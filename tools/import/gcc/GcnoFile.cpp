@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GcnoFile.h"
 
+#include "tools/import/gcc/GcovInput.h"
+
 namespace {
 
 constexpr uint32_t FunctionTag = 0x01000000;
@@ -11,6 +13,7 @@ constexpr uint32_t LinesTag = 0x01450000;
 // The least that the notes spend on a block: each but the exit has a record of arcs with its
 // number. A count that asks for more blocks than the bytes can describe is damage.
 constexpr size_t LeastBytesOfBlock = 12;
+static_assert(GcovInput::LargestFile / LeastBytesOfBlock < GcnoArc::GreatestBlock);
 
 } // namespace
 
@@ -139,14 +142,15 @@ uint32_t GcnoFile::fileNumber(const std::string& file, GcnoFunction& function)
 bool GcnoFile::readArcs(const GcovWords::Record& record, GcnoFunction& function)
 {
     _words.confine(record._start, record._start + record._size);
-    GcnoArc arc;
+    GcnoArc arc = {};
     arc._from = _words.word();
     bool isGood = arc._from < function._nBlocks;
     while (isGood && _words.left() >= 8) {
-        arc._to = _words.word();
-        arc._flags = _words.word();
-        isGood = arc._to < function._nBlocks;
+        const uint32_t to = _words.word();
+        arc._flags = _words.word() & GcnoArc::KnownFlags;
+        isGood = to < function._nBlocks;
         if (isGood) {
+            arc._to = to & GcnoArc::GreatestBlock;
             function._arcs.push_back(arc);
         }
     }

@@ -30,11 +30,14 @@ struct GcnoArc
     static constexpr uint32_t OnTree = 1; // has no counter: the others determine it
     static constexpr uint32_t Fake = 2;   // a call that does not return, or an exception
     static constexpr uint32_t FallThrough = 4;
+    static constexpr uint32_t KnownFlags = 31;
+    static constexpr uint32_t GreatestBlock = (1u << 27) - 1;
 
-    uint32_t _from = 0;
-    uint32_t _to = 0;
-    uint32_t _flags = 0;
-    int64_t _count = 0;
+    // There are millions of arcs. No file is large enough for block numbers of more bits.
+    uint32_t _from;
+    uint32_t _to : 27;
+    uint32_t _flags : 5;
+    int64_t _count;
 };
 
 // One line of a block, in the order of the notes.

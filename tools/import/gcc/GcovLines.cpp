@@ -107,9 +107,9 @@ void FileReader::addLine(const element& line)
         ++_strayLines;
         return;
     }
-    FunctionCopy& copy = _functions[place]._copy;
-    copy._lines.push_back({static_cast<uint32_t>(copy._hits.size()), 0, number});
-    copy._hits.push_back(numberOf(line, "count"));
+    GcovLineFunction& function = _functions[place];
+    function._copy._lines.push_back({static_cast<uint32_t>(function._counts.size()), 0, number});
+    function._counts.push_back(numberOf(line, "count"));
 }
 
 bool parseDocument(const std::string& text, std::vector<GcovLineFunction>& functions,

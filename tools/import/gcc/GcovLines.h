@@ -18,7 +18,8 @@ struct GcovLineFunction
 {
     std::string _folder; // what `_file` counts from
     std::string _file;
-    FunctionCopy _copy; // one block for each line that has code; files are not numbered
+    FunctionCopy _copy;           // one block for each line that has code; files are not numbered
+    std::vector<int64_t> _counts; // of each block
 };
 
 class GcovLines

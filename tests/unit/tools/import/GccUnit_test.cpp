@@ -18,7 +18,7 @@ protected:
     std::string blocks()
     {
         std::vector<std::string> rows;
-        for (const FunctionCopy& copy : _store.solve(1, _solved)) {
+        for (const FunctionCopy& copy : solve()) {
             rows.push_back(row(copy));
         }
         std::sort(rows.begin(), rows.end());
@@ -27,6 +27,13 @@ protected:
             text += row;
         }
         return text;
+    }
+
+    const std::vector<FunctionCopy>& solve()
+    {
+        _build._copies.clear();
+        EXPECT_TRUE(_store.solve(1, _build, _counts, _solved));
+        return _build._copies;
     }
 
     std::string row(const FunctionCopy& copy)
@@ -41,14 +48,16 @@ protected:
             text += isFirst ? " " : ",";
             text += line._file == copy._file ? "" : paths[line._file] + ":";
             text += std::to_string(line._line);
-            text += isLast ? "=" + std::to_string(copy._hits[line._block]) : "";
+            text += isLast ? "=" + std::to_string(_counts[copy._firstCount + line._block]) : "";
         }
         return text + "\n";
     }
 
     const TempDir _dir;
     SourceFilter _filter;
-    SourceTable _sources{_filter};
+    ImportedBuild _build{_filter};
+    SourceTable& _sources = _build._sources;
+    std::vector<int64_t> _counts;
     GraphStore _store;
     GccUnit _unit{_sources, _store};
     ImportLosses _solved;
@@ -177,7 +186,7 @@ TEST_F(GccUnitTest, LinesThatFunctionsLeftOutHoldAreKept)
         EXPECT_EQ(unit.losses()._systemFunctions, 1u);
         EXPECT_EQ(unit.losses()._artificialFunctions, 1u);
     }
-    const std::vector<FunctionCopy> copies = _store.solve(1, _solved);
+    const std::vector<FunctionCopy>& copies = solve();
     ASSERT_EQ(copies.size(), 2u);
     const FunctionCopy& system = copies[copies[0]._symbol == "find_if" ? 0 : 1];
     const FunctionCopy& made = copies[copies[0]._symbol == "find_if" ? 1 : 0];

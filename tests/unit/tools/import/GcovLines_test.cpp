@@ -19,8 +19,8 @@ std::string text(GcovLines& lines)
                   std::to_string(entry._copy._startLine) + "-" +
                   std::to_string(entry._copy._endLine) + ":";
         for (const CopyLine& line : entry._copy._lines) {
-            result += " " + std::to_string(line._line) + "=" +
-                      std::to_string(entry._copy._hits[line._block]);
+            result +=
+                " " + std::to_string(line._line) + "=" + std::to_string(entry._counts[line._block]);
         }
         result += "\n";
     }

@@ -120,7 +120,7 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
     for (const GcovLineFunction& entry : gcov.functions()) {
         for (const CopyLine& line : entry._copy._lines) {
-            compilers[entry._file][line._line] += entry._copy._hits[line._block];
+            compilers[entry._file][line._line] += entry._counts[line._block];
         }
     }
     for (const auto& file : own.lines()) {

@@ -125,6 +125,17 @@ TEST_F(RptRowLayoutTest, ScaleIsTheLongestLabelFromFortyOn)
     EXPECT_EQ(_row.covered.width, 6 * 40);
 }
 
+TEST_F(RptRowLayoutTest, BarsOfHugeLabelsAndCountsStayInProportion)
+{
+    _layout._longestLabel = INT_MAX;
+    _layout._maxBlocks = INT_MAX;
+    layOut("main", INT_MAX, INT_MAX);
+    EXPECT_EQ(_row.uncovered.width, 0);
+    EXPECT_GT(_row.nLight, 0);
+    layOut("main", 0, INT_MAX);
+    EXPECT_EQ(_row.covered.width, 0);
+}
+
 TEST_F(RptRowLayoutTest, CountsStandBehindTheBar)
 {
     layOut("main", 4, 8);

@@ -290,6 +290,55 @@ TEST_F(CommandsTest, LoadHasItsTitleAndPattern)
     EXPECT_FALSE(XtIsManaged(child(box, XmDIALOG_HELP_BUTTON)));
 }
 
+// How many characters of a list can be seen.
+int columns(Widget list)
+{
+    Dimension width = 0;
+    Dimension margin = 0;
+    Dimension shadow = 0;
+    Dimension highlight = 0;
+    XmFontList fonts = nullptr;
+    XtVaGetValues(list, XmNwidth, &width, XmNlistMarginWidth, &margin, XmNshadowThickness, &shadow,
+                  XmNhighlightThickness, &highlight, XmNfontList, &fonts, nullptr);
+    XmString letter = XmStringCreateLocalized(const_cast<char*>("m"));
+    const int each = XmStringWidth(fonts, letter);
+    XmStringFree(letter);
+    return (width - 2 * (margin + shadow + highlight)) / each;
+}
+
+TEST_F(CommandsTest, LoadsListsShowSixtyCharactersAndKeepTheirWidth)
+{
+    const std::string longName(120, 'n');
+    _dir.write("logs/" + longName + ".log", "");
+    _dir.write("empty/none", "");
+    _application->addDefaults(ZEM_SOURCE_DIR "/resources/app-defaults/zem");
+    pressTool("selectBtn");
+    Widget box = opened(LoadName);
+    settle();
+    Dimension before = 0;
+    XtVaGetValues(box, XmNwidth, &before, nullptr);
+    EXPECT_LT(before, 1024 - 30);
+    for (const char* folder : {"/empty/*.log", "/logs/*.log", "/*"}) {
+        XmString mask = XmStringCreateLocalized(const_cast<char*>((_dir.path() + folder).c_str()));
+        XmFileSelectionDoSearch(box, mask);
+        XmStringFree(mask);
+        settle();
+        EXPECT_GE(columns(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST)), 60) << folder;
+        EXPECT_GE(columns(child(box, XmDIALOG_LIST)), 60) << folder;
+        Dimension after = 0;
+        XtVaGetValues(box, XmNwidth, &after, nullptr);
+        EXPECT_EQ(after, before) << folder;
+        if (std::string(folder) == "/logs/*.log") {
+            screenshot("dialog-load-long-names");
+        }
+    }
+    // A user's own width is shared, too.
+    XtVaSetValues(XtParent(box), XmNwidth, 500, nullptr);
+    settle();
+    EXPECT_NEAR(columns(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST)),
+                columns(child(box, XmDIALOG_LIST)), 1);
+}
+
 TEST_F(CommandsTest, ADialogThatIsUpIsNotOpenedAgain)
 {
     pressTool("sortBtn");

@@ -36,6 +36,22 @@ TEST_F(ZEMWindowTest, TitleAndIconAreCalledZem)
     XFree(title);
 }
 
+// By what docks and task bars know its windows: the desktop entry names this class, too.
+TEST_F(ZEMWindowTest, DocksGetItsClassAndItsIcon)
+{
+    Window window = XtWindow(_window->baseWidget());
+    XClassHint hint = {};
+    ASSERT_NE(XGetClassHint(display(), window, &hint), 0);
+    EXPECT_STREQ(hint.res_class, "zem");
+    XFree(hint.res_name);
+    XFree(hint.res_class);
+    int nProperties = 0;
+    Atom* properties = XListProperties(display(), window, &nProperties);
+    const Atom icon = XInternAtom(display(), "_NET_WM_ICON", False);
+    EXPECT_EQ(std::count(properties, properties + nProperties, icon), 1);
+    XFree(properties);
+}
+
 TEST_F(ZEMWindowTest, TheApplicationShellIsNeverSeen)
 {
     EXPECT_FALSE(mapped(appShell()));
