@@ -10,8 +10,8 @@
 namespace {
 
 constexpr size_t WidestScope = ShortLabels::WidestScope;
-constexpr size_t WidestLast = 20;   // the last part, beside a scope that is shortened
-constexpr size_t ShortestWord = 8;  // of those that are cut
+constexpr size_t WidestLast = 20;  // the last part, beside a scope that is shortened
+constexpr size_t ShortestWord = 8; // of those that are cut
 constexpr char Dots[] = "...";
 constexpr size_t DotsLength = sizeof(Dots) - 1;
 
@@ -126,8 +126,8 @@ ptrdiff_t savedBy(const std::vector<std::string>& parts, size_t i)
            static_cast<ptrdiff_t>(DotsLength) * (nDots - 1) + 2 * nDots;
 }
 
-// Parts between the first and the last are left out, those of lambdas at once and before the others,
-// then words are cut.
+// Parts between the first and the last are left out, those of lambdas at once and before the
+// others, then words are cut.
 std::string shortScope(const std::string& scope)
 {
     std::vector<std::string> parts = partsOfScope(scope);
@@ -237,9 +237,8 @@ void ShortLabels::finish()
     // Functions of such a scope are looked up by their names with the short one.
     for (const std::string& label : _added) {
         const auto scope = _scopes.find(scopeOf(label));
-        _labels.emplace(scope == _scopes.end() ? label
-                                               : scope->second + label.substr(scope->first.size()),
-                        "");
+        _labels.emplace(
+            scope == _scopes.end() ? label : scope->second + label.substr(scope->first.size()), "");
     }
     shorten(_labels, shortLast);
     _added.clear();
