@@ -20,7 +20,7 @@ using Lines = std::vector<std::pair<uint32_t, int64_t>>; // number, count
 void check(std::vector<GcovLineFunction>& functions)
 {
     for (const GcovLineFunction& function : functions) {
-        qipAssert(function._copy._lines.size() == function._copy._hits.size());
+        qipAssert(function._copy._lines.size() == function._counts.size());
         for (size_t i = 0; i < function._copy._lines.size(); ++i) {
             qipAssert(function._copy._lines[i]._block == i);
             qipAssert(function._copy._lines[i]._line != 0);
@@ -82,7 +82,7 @@ void checkGood(FuzzBytes& bytes)
     for (const GcovLineFunction& function : reader.functions()) {
         Lines found;
         for (size_t i = 0; i < function._copy._lines.size(); ++i) {
-            found.emplace_back(function._copy._lines[i]._line, function._copy._hits[i]);
+            found.emplace_back(function._copy._lines[i]._line, function._counts[i]);
         }
         qipAssert(found == wanted[function._copy._symbol]);
         qipAssert(function._file == "a.c" && function._folder == "/b");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The printed form of a name (see qipVisibleText) piece by piece, for those who have something to do
-// to it: a format that doubles its quotes, say. Takes no memory.
+// The printed form of a name (see qipVisibleText) piece by piece, for those who have something to
+// do to it: a format that doubles its quotes, say. Takes no memory.
 //
 //     qipVisiblePieces pieces(name);
 //     for (std::string_view piece; pieces.next(piece);) {

@@ -153,8 +153,8 @@ void CoberturaReport::writeClass(const ReportContents& contents, const File& fil
                                  std::ostream& out)
 {
     const char* path = shortened(*file.record);
-    out << "        <class name=\"" << XmlText(path + directoryLength(path) + 1)
-        << "\" filename=\"" << XmlText(path) << '"';
+    out << "        <class name=\"" << XmlText(path + directoryLength(path) + 1) << "\" filename=\""
+        << XmlText(path) << '"';
     writeRates(out, file.rate.run, file.rate.found);
     out << ">\n          <methods>\n";
     ListIterator<ZEMFuncRecord*> functions(file.record->_funcList);

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
-// A report as Cobertura XML (coverage-04), which CI servers read: directories are packages, files are
-// classes.
-// docs/formats/cobertura.md explains it.
+// A report as Cobertura XML (coverage-04), which CI servers read: directories are packages, files
+// are classes. docs/formats/cobertura.md explains it.
 #pragma once
 
-#include "tools/formats/ReportWriter.h"
 #include "tools/formats/LineCounts.h"
+#include "tools/formats/ReportWriter.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// Names for the functions of one file, each another one: formats know a function by its name. A name
-// that an earlier function of the file has gets the line where its function begins, "f@12", and when
-// that is taken, too, a number, "f@12.2".
+// Names for the functions of one file, each another one: formats know a function by its name. A
+// name that an earlier function of the file has gets the line where its function begins, "f@12",
+// and when that is taken, too, a number, "f@12.2".
 #pragma once
 
 #include <string>

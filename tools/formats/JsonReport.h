@@ -4,8 +4,8 @@
 // docs/formats/report-json.md explains the schema.
 #pragma once
 
-#include "tools/formats/ReportWriter.h"
 #include "tools/formats/LineCounts.h"
+#include "tools/formats/ReportWriter.h"
 
 class ZEMFileRecord;
 class ZEMFuncRecord;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // A name as a string of a JSON document, its quotes included: in its visible form (qipVisibleText),
-// so that it is UTF-8 and has no control characters, with a backslash before quotes and backslashes.
+// so that it is UTF-8 and has no control characters, with a backslash before quotes and
+// backslashes.
 #pragma once
 
 #include <iosfwd>

@@ -4,9 +4,9 @@
 // docs/formats/lcov.md explains it.
 #pragma once
 
-#include "tools/formats/ReportWriter.h"
 #include "tools/formats/FunctionLabels.h"
 #include "tools/formats/LineCounts.h"
+#include "tools/formats/ReportWriter.h"
 
 #include <string>
 #include <vector>
@@ -17,8 +17,8 @@ class ZEMFuncRecord;
 class LcovReport : public ReportWriter
 {
 public:
-    // Which lcov can read it. Version 1 takes the last line of a function for a part of its name, so
-    // only EndLines has them.
+    // Which lcov can read it. Version 1 takes the last line of a function for a part of its name,
+    // so only EndLines has them.
     enum Dialect { AnyVersion, EndLines };
 
     explicit LcovReport(Dialect dialect);
@@ -33,8 +33,7 @@ private:
         std::string label;
     };
 
-    void collect(const ReportContents& contents, const ZEMFileRecord& file,
-                 FunctionLabels& labels);
+    void collect(const ReportContents& contents, const ZEMFileRecord& file, FunctionLabels& labels);
     void writeFunctions(std::ostream& out) const;
     void writeLines(std::ostream& out) const;
 

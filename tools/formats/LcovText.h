@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // A name as the rest of a line of a tracefile: byte for byte, because tools look for files of these
-// names, except that a control character is written as \xHH (two small hexadecimal digits) to stay on
-// the line. A backslash that would look like one of these is \x5c.
+// names, except that a control character is written as \xHH (two small hexadecimal digits) to stay
+// on the line. A backslash that would look like one of these is \x5c.
 #pragma once
 
 #include <iosfwd>

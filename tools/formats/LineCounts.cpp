@@ -21,8 +21,8 @@ void LineCounts::add(const ZEMBlkRecord* blocks, size_t count)
         const ZEMBlkRecord& block = blocks[i];
         if (block._startLine != 0 && block._stopLine != 0) {
             // One that ends before it begins is shown where it begins.
-            _ranges.push_back({block._startLine, std::max(block._startLine, block._stopLine),
-                               block._nHits});
+            _ranges.push_back(
+                {block._startLine, std::max(block._startLine, block._stopLine), block._nHits});
         }
     }
 }
@@ -46,7 +46,9 @@ void LineCounts::dropBefore(uint32_t line)
 
 void LineCounts::finish()
 {
-    const auto startsBefore = [](const Range& a, const Range& b) { return a.start < b.start; };
+    const auto startsBefore = [](const Range& a, const Range& b) {
+        return a.start < b.start;
+    };
     if (!std::is_sorted(_ranges.begin(), _ranges.end(), startsBefore)) {
         std::sort(_ranges.begin(), _ranges.end(), startsBefore);
     }

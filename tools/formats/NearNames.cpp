@@ -86,8 +86,8 @@ int distanceOf(const char* wanted, const char* name)
     }
     const int limit =
         std::clamp(static_cast<int>(std::min(wantedLength, length)) / 3, 1, MostWrong);
-    const int wrong = lettersWrong(wanted, static_cast<int>(wantedLength), name,
-                                   static_cast<int>(length), limit);
+    const int wrong =
+        lettersWrong(wanted, static_cast<int>(wantedLength), name, static_cast<int>(length), limit);
     return wrong > limit ? Far : Part + wrong;
 }
 
@@ -101,13 +101,15 @@ void NearNames::add(const char* name)
     if (distance >= Far || (_nearest.size() == Most && distance >= _nearest.back().distance)) {
         return;
     }
-    const auto isSame = [name](const Candidate& known) { return known.name == name; };
+    const auto isSame = [name](const Candidate& known) {
+        return known.name == name;
+    };
     if (std::any_of(_nearest.begin(), _nearest.end(), isSame)) {
         return;
     }
-    const auto place = std::upper_bound(
-        _nearest.begin(), _nearest.end(), distance,
-        [](int mine, const Candidate& known) { return mine < known.distance; });
+    const auto place =
+        std::upper_bound(_nearest.begin(), _nearest.end(), distance,
+                         [](int mine, const Candidate& known) { return mine < known.distance; });
     _nearest.insert(place, {distance, name});
     if (_nearest.size() > Most) {
         _nearest.pop_back();

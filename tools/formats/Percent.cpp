@@ -9,8 +9,8 @@
 namespace {
 
 constexpr int Decimals = 4;
-constexpr int64_t Unit = 10000;         // of one per cent
-constexpr int64_t Whole = 100 * Unit;   // of everything
+constexpr int64_t Unit = 10000;       // of one per cent
+constexpr int64_t Whole = 100 * Unit; // of everything
 constexpr int64_t HundredthsOfAll = 100 * 100;
 
 bool isDigit(char c)
@@ -28,9 +28,9 @@ int64_t share(int64_t covered, int64_t total, int64_t all)
 void writeFraction(std::ostream& out, int64_t share, int64_t unit, int decimals)
 {
     char text[32];
-    const int size = std::snprintf(text, sizeof text, "%lld.%0*lld",
-                                   static_cast<long long>(share / unit), decimals,
-                                   static_cast<long long>(share % unit));
+    const int size =
+        std::snprintf(text, sizeof text, "%lld.%0*lld", static_cast<long long>(share / unit),
+                      decimals, static_cast<long long>(share % unit));
     out.write(text, size);
 }
 

@@ -22,16 +22,16 @@ struct ReportFilter
 
 struct ReportContents
 {
-    const char* _version = "";       // of the program
-    int64_t _time = 0;               // of the report, seconds since the epoch
-    std::vector<const char*> _logs;  // that were merged, in their order
+    const char* _version = "";      // of the program
+    int64_t _time = 0;              // of the report, seconds since the epoch
+    std::vector<const char*> _logs; // that were merged, in their order
     RptType _type = RptByFile;
     int _level = SimpleNames; // a NameLevel
     bool _isLevelChosen = false;
     const char* _sortKeys = ""; // never null
     std::vector<ReportFilter> _filters;
-    const ZEMRptTable* _table = nullptr;                // sorted
-    const List<ZEMFileRecord*>* _files = nullptr;       // with up to date hits
+    const ZEMRptTable* _table = nullptr;          // sorted
+    const List<ZEMFileRecord*>* _files = nullptr; // with up to date hits
     const ShownCode* _shown = nullptr;
     ShownCode::Totals _merged; // of what is shown, each block once
     // The status bar's sum: each block of every file, once for each log record that has it.

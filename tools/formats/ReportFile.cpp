@@ -39,7 +39,8 @@ protected:
 
     int sync() override
     {
-        const bool isWritten = _reason == 0 && writeAll(pbase(), static_cast<size_t>(pptr() - pbase()));
+        const bool isWritten =
+            _reason == 0 && writeAll(pbase(), static_cast<size_t>(pptr() - pbase()));
         setp(_bytes, _bytes + sizeof _bytes);
         return isWritten ? 0 : -1;
     }
@@ -190,7 +191,7 @@ bool ReportFile::close()
         _fd = -1;
         return result == 0 || fail(std::strerror(errno));
     }
-    const bool isDone = _pending->file.sync() && _pending->file.commit(_path) &&
-                        syncFolder(folderOf(_path));
+    const bool isDone =
+        _pending->file.sync() && _pending->file.commit(_path) && syncFolder(folderOf(_path));
     return isDone || fail(std::strerror(errno));
 }

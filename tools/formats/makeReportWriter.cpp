@@ -21,18 +21,28 @@ struct Format
 };
 
 const Format formats[] = {
-    {"text", [](const TextStyle& style) -> ReportWriter* {
+    {"text",
+     [](const TextStyle& style) -> ReportWriter* {
          return new (std::nothrow) TextReport(style);
      }},
-    {"csv", [](const TextStyle&) -> ReportWriter* { return new (std::nothrow) CsvReport; }},
-    {"json", [](const TextStyle&) -> ReportWriter* { return new (std::nothrow) JsonReport; }},
-    {"lcov", [](const TextStyle&) -> ReportWriter* {
+    {"csv",
+     [](const TextStyle&) -> ReportWriter* {
+         return new (std::nothrow) CsvReport;
+     }},
+    {"json",
+     [](const TextStyle&) -> ReportWriter* {
+         return new (std::nothrow) JsonReport;
+     }},
+    {"lcov",
+     [](const TextStyle&) -> ReportWriter* {
          return new (std::nothrow) LcovReport(LcovReport::AnyVersion);
      }},
-    {"lcov2", [](const TextStyle&) -> ReportWriter* {
+    {"lcov2",
+     [](const TextStyle&) -> ReportWriter* {
          return new (std::nothrow) LcovReport(LcovReport::EndLines);
      }},
-    {"cobertura", [](const TextStyle&) -> ReportWriter* {
+    {"cobertura",
+     [](const TextStyle&) -> ReportWriter* {
          return new (std::nothrow) CoberturaReport;
      }},
 };

@@ -75,11 +75,10 @@ void ImportJob::keepSummary(const std::string& name, const std::string& map,
             blocks += function._blocks.size();
         }
     }
-    _summaries.push_back(_options._output._folder + "/" + name + ".log of map " +
-                         map.substr(map.rfind('/') + 1) + ": " +
-                         std::to_string(_model._files.size()) + " files, " +
-                         std::to_string(functions) + " functions, " + std::to_string(blocks) +
-                         " blocks" + textBehind("; ", losses, ""));
+    _summaries.push_back(
+        _options._output._folder + "/" + name + ".log of map " + map.substr(map.rfind('/') + 1) +
+        ": " + std::to_string(_model._files.size()) + " files, " + std::to_string(functions) +
+        " functions, " + std::to_string(blocks) + " blocks" + textBehind("; ", losses, ""));
 }
 
 // Writes one run. Returns false when that fails, which ends the import; a run that cannot be read

@@ -5,7 +5,8 @@
 
 namespace {
 
-const char plainCharacters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-+=@,";
+const char plainCharacters[] =
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-+=@,";
 
 // A character of several bytes is plain, whatever it is.
 bool isPlain(char c)

@@ -93,10 +93,9 @@ std::vector<const char*> FilterNames::storedNames(const char* name) const
     std::vector<const char*> result;
     std::unordered_set<std::string_view> known;
     visitFunctions([&](const char* stored) {
-        const bool isCalled =
-            hasParameters ? shownName(stored, ExtendedNames) == name ||
-                                shownName(stored, ModifiedNames) == name
-                          : shownName(stored, SimpleNames) == name;
+        const bool isCalled = hasParameters ? shownName(stored, ExtendedNames) == name ||
+                                                  shownName(stored, ModifiedNames) == name
+                                            : shownName(stored, SimpleNames) == name;
         if (isCalled && known.insert(stored).second) {
             result.push_back(stored);
         }

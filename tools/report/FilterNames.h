@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// What the names given to filters stand for, once the maps are known: those that are none there, and
-// what comes near them; functions by the name that a report shows. May throw std::bad_alloc.
+// What the names given to filters stand for, once the maps are known: those that are none there,
+// and what comes near them; functions by the name that a report shows. May throw std::bad_alloc.
 #pragma once
 
 #include "qip/Support/List.h"
@@ -18,8 +18,8 @@ public:
     // Borrows `files`.
     explicit FilterNames(const List<ZEMFileRecord*>& files);
 
-    // Which of `names` no file, function (by its stored name), class or directory has; `kind` is the
-    // letter of the filter: F, f, o, d. In their order.
+    // Which of `names` no file, function (by its stored name), class or directory has; `kind` is
+    // the letter of the filter: F, f, o, d. In their order.
     std::vector<const char*> missing(char kind, const std::vector<const char*>& names) const;
 
     // The stored names of the functions that a report at any level calls `name`, each once and in

@@ -199,8 +199,7 @@ bool Report::makeContents()
     }
     _table.sort(_info.sortKeys());
     _shown = std::make_unique<ShownCode>(
-        _info._type,
-        RowMaker::Filters{_fileNames, _functionNames, _classNames, _directoryNames});
+        _info._type, RowMaker::Filters{_fileNames, _functionNames, _classNames, _directoryNames});
     _contents._time = timeOfReport();
     _contents._type = _info._type;
     _contents._level = _level;

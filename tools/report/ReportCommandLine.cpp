@@ -112,8 +112,8 @@ bool ReportCommandLine::takeWord(const char* name, const char* value)
 bool ReportCommandLine::takeFormat(const char* name)
 {
     if (!isReportFormat(name)) {
-        std::cerr << "zem-report: --format " << qipVisibleText(name)
-                  << ": not a format; there are " << reportFormats << std::endl;
+        std::cerr << "zem-report: --format " << qipVisibleText(name) << ": not a format; there are "
+                  << reportFormats << std::endl;
         return false;
     }
     _outputs.push_back({name, nullptr});

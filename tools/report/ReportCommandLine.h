@@ -20,9 +20,9 @@ public:
 
     ReportCommandLine();
 
-    // Takes these options out of argv[1] to argv[*argc - 1], as far as a word that ends the options,
-    // and leaves all others in their order for cmdln_parse(). The words are borrowed. Returns false,
-    // with a message, when one of them makes no sense; the vector is of no use then.
+    // Takes these options out of argv[1] to argv[*argc - 1], as far as a word that ends the
+    // options, and leaves all others in their order for cmdln_parse(). The words are borrowed.
+    // Returns false, with a message, when one of them makes no sense; the vector is of no use then.
     bool take(int* argc, char** argv);
 
     // At least one; at most one of them to the standard output.

@@ -33,10 +33,9 @@ void writeWhereItLies(std::ostream& out, const char* log, const char* map)
     const char* mapSlash = std::strrchr(map, '/');
     const char* name = mapSlash == nullptr ? map : mapSlash + 1;
     char path[4096];
-    const int length =
-        slash == nullptr
-            ? std::snprintf(path, sizeof path, "%s", name)
-            : std::snprintf(path, sizeof path, "%.*s/%s", static_cast<int>(slash - log), log, name);
+    const int length = slash == nullptr ? std::snprintf(path, sizeof path, "%s", name)
+                                        : std::snprintf(path, sizeof path, "%.*s/%s",
+                                                        static_cast<int>(slash - log), log, name);
     if (length > 0 && length < static_cast<int>(sizeof path) && isMap(path)) {
         out << "; a map of that name lies at " << qipVisibleText(path);
     }

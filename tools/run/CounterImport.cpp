@@ -46,7 +46,8 @@ std::vector<std::string> profilesIn(const std::string& folder)
     std::vector<std::string> paths;
     FolderWalk walk(folder);
     while (walk.next()) {
-        if (walk.path().size() > 8 && walk.path().compare(walk.path().size() - 8, 8, ".profraw") == 0) {
+        if (walk.path().size() > 8 &&
+            walk.path().compare(walk.path().size() - 8, 8, ".profraw") == 0) {
             paths.push_back(walk.path());
         }
     }

@@ -16,8 +16,7 @@ class CounterImport
 {
 public:
     // Borrows both for its life.
-    CounterImport(SignalWatch& watch, const RunRequest& request)
-        : _watch(watch), _request(request)
+    CounterImport(SignalWatch& watch, const RunRequest& request) : _watch(watch), _request(request)
     {}
 
     // Makes a log `name` of the counters in `folder`, two with "-gcc" and "-llvm" behind the name

@@ -13,7 +13,7 @@
 
 namespace {
 
-const char wantedName[] = "__llvm_covmap"; // with the zero byte behind it
+const char wantedName[] = "__llvm_covmap";   // with the zero byte behind it
 constexpr uint64_t MostSections = 1u << 16u; // linked files have dozens
 constexpr size_t IdentSize = 20;
 

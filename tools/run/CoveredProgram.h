@@ -11,7 +11,8 @@
 //   32, 40     4, 8              offset of the section headers
 //   46, 58     2                 bytes of one
 //   48, 60     2                 their number; 0: it stands in the first one's size
-//   50, 62     2                 which one holds the names; 0xffff: it stands in the first one's link
+//   50, 62     2                 which one holds the names; 0xffff: it stands in the first one's
+//   link
 //
 //   of a section header:         0: offset of its name (4); 16, 24: offset (4, 8);
 //                                20, 32: size (4, 8); 24, 40: link (4)

@@ -8,8 +8,8 @@
 namespace {
 
 // Options of zem-import that mean the same whatever the counters are.
-const char* const importFlags[] = {"--system", "--instances", "--relative", "--full-names",
-                                   "--no-markers", nullptr};
+const char* const importFlags[] = {"--system",     "--instances",  "--relative",
+                                   "--full-names", "--no-markers", nullptr};
 const char* const importValues[] = {"--only", "--exclude", "--map", nullptr};
 
 bool isOneOf(const std::string& word, const char* const* words)

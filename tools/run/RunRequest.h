@@ -21,8 +21,8 @@ struct RunRequest
     bool _isEach = false;
     char** _command = nullptr; // ends with null; borrowed from the words that were read
 
-    // Reads `words`, which end with null and stay unchanged. Returns an empty text, or what is wrong
-    // with them.
+    // Reads `words`, which end with null and stay unchanged. Returns an empty text, or what is
+    // wrong with them.
     std::string read(char** words);
 
 private:

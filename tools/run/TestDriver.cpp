@@ -23,7 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 
 // Tests that were not built keep their command, so that ctest says what it has to say of them.
-const char testFile[] = R"cmake(# Made by zem-run: the tests of a build, each with a folder of its own for counters.
+const char testFile[] =
+    R"cmake(# Made by zem-run: the tests of a build, each with a folder of its own for counters.
 function(add_test)
   set(words "")
   math(EXPR last "${ARGC} - 1")
@@ -123,11 +124,10 @@ bool TestDriver::prepare(const std::string& scratch, const Environment& environm
 // Meson splits the wrapper as a shell does.
 void TestDriver::prepareMeson()
 {
-    const bool hasWrapper =
-        std::any_of(_words.begin(), _words.end(), [](const std::string& word) {
-            return word == "--wrapper" || word == "--wrap" || word.rfind("--wrapper=", 0) == 0 ||
-                   word.rfind("--wrap=", 0) == 0;
-        });
+    const bool hasWrapper = std::any_of(_words.begin(), _words.end(), [](const std::string& word) {
+        return word == "--wrapper" || word == "--wrap" || word.rfind("--wrapper=", 0) == 0 ||
+               word.rfind("--wrap=", 0) == 0;
+    });
     if (!hasWrapper) {
         _words.insert(_words.begin() + 2, {"--wrapper", shellWord(_self) + " --wrap"});
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// A command that runs tests, and how it is made to run each behind "zem-run --wrap", which gives the
-// test a folder of its own for counters. The driver itself runs once, as it was told to: fixtures,
-// order, jobs, time limits and what it prints are its own.
+// A command that runs tests, and how it is made to run each behind "zem-run --wrap", which gives
+// the test a folder of its own for counters. The driver itself runs once, as it was told to:
+// fixtures, order, jobs, time limits and what it prints are its own.
 //
 //   ctest        gets a folder of tests whose CTestTestfile.cmake reads that of the build, with an
 //                add_test() that puts the wrapper before each command

@@ -40,7 +40,8 @@ protected:
 
 TEST_F(CountRunTest, CountsFollowTheOrderOfTheMap)
 {
-    addFile("/s/b.cc", {function("g", 5, 9, {{7, 7, 1}, {5, 5, 2}}), function("f", 1, 2, {{1, 2, 3}})});
+    addFile("/s/b.cc",
+            {function("g", 5, 9, {{7, 7, 1}, {5, 5, 2}}), function("f", 1, 2, {{1, 2, 3}})});
     addFile("/s/a.cc", {function("h", 1, 1, {{1, 1, 4}})});
     finishCoverage(_model, NameStyle(), _losses, 1);
     EXPECT_EQ(count(), (std::vector<Counts>{{4}, {3, 2, 1}}));

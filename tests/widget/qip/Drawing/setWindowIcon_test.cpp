@@ -50,9 +50,9 @@ TEST_F(setWindowIconTest, DesktopsGetItInTwoSizes)
     setWindowIcon(appShell(), Picture);
     const unsigned long red = 0xffff8001UL;
     const std::vector<unsigned long> expected = {
-        3,   2,   red, 0,   0, 0, red, red,                                 // as it is
-        6,   4,   red, red, 0, 0, 0,   0,   red, red, 0,   0,   0,   0,     // doubled
-        0,   0,   red, red, red, red, 0, 0, red, red, red, red};
+        3, 2, red, 0,   0,   0,   red, red,                          // as it is
+        6, 4, red, red, 0,   0,   0,   0,   red, red, 0,   0,  0, 0, // doubled
+        0, 0, red, red, red, red, 0,   0,   red, red, red, red};
     EXPECT_EQ(icon(), expected);
 }
 
