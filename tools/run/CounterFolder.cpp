@@ -45,7 +45,7 @@ bool isOwn(int fd, const std::string& path)
     struct stat named = {};
     return fstat(fd, &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
            opened.st_ino == named.st_ino && opened.st_dev == named.st_dev &&
-           opened.st_uid == geteuid() && (opened.st_mode & 07777) == PrivateMode;
+           opened.st_uid == geteuid();
 }
 
 void removeIfDead(const std::string& path)

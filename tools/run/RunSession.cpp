@@ -27,7 +27,7 @@ constexpr int PatienceForOthers = 2000; // milliseconds
 
 // With the font that comes with the program's resources, 26 pixels a row: 30 rows and the rest of
 // the window.
-const char viewerGeometry[] = "900x950";
+const char viewerGeometry[] = "900x960";
 
 constexpr size_t MostNames = 8; // in one message
 
