@@ -23,8 +23,8 @@ bool appendTest(const simdjson::dom::element& test, std::string& table)
 {
     simdjson::dom::element name;
     simdjson::dom::array words;
-    if (test["name"].get(name) != simdjson::SUCCESS || test["cmd"].get(words) != simdjson::SUCCESS ||
-        !append(name, table)) {
+    if (test["name"].get(name) != simdjson::SUCCESS ||
+        test["cmd"].get(words) != simdjson::SUCCESS || !append(name, table)) {
         return false;
     }
     for (const simdjson::dom::element& word : words) {

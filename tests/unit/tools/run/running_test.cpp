@@ -115,9 +115,6 @@ INSTANTIATE_TEST_SUITE_P(
         Section{"CMake with Clang", {"ctest", "clang++"}, "ctest", {"half", "third"}},
         Section{"Meson", {"meson", "ninja"}, "meson", {"half", "third"}},
         Section{"Automake", {"autoreconf", "automake"}, "make", {"test_half", "test_third"}},
-        Section{"Makefiles and scripts",
-                {"make"},
-                "runtests.sh",
-                {"test_half", "test_third"}}));
+        Section{"Makefiles and scripts", {"make"}, "runtests.sh", {"test_half", "test_third"}}));
 
 } // namespace
