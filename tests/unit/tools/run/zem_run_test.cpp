@@ -234,6 +234,13 @@ TEST_F(ZemRunTest, AnInterruptReachesTheCommandOnceAndWhatItRanIsImported)
     EXPECT_TRUE(holds(shown, "interrupts: 1\r\n")) << shown;
     EXPECT_TRUE(holds(shown, "wrote coverage/typed.log")) << shown;
 
+    // One that comes while the counters are imported ends that.
+    fs::create_directory(_dir.path("slow"));
+    _dir.write("slow/zem-import", "#!/bin/sh\nkill -INT $PPID\nexec sleep 60\n");
+    EXPECT_EQ(shell("cp " ZEM_BINARY_DIR "/bin/zem-run slow && chmod +x slow/zem-import && "
+                    "slow/zem-run --name late --view build/sample"),
+              128 + SIGINT);
+
     // The second ends it, without a log.
     EXPECT_EQ(shell("zem-run --name twice build/sample stubborn"), 128 + SIGINT);
     EXPECT_EQ(logs(), (Names{"sample", "typed"}));
