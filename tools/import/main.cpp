@@ -51,7 +51,7 @@ struct Subcommand
 };
 
 const Subcommand subcommands[] = {
-    {"gcc", "BUILD_DIR...", "read the .gcno and .gcda files of a build made with g++ --coverage",
+    {"gcc", "BUILD_DIR...", "read the .gcno and .gcda files of a build made with --coverage",
      makeGcc},
     {"lcov", "FILE|DIR...", "read tracefiles of lcov, and of the tools that write its form",
      makeLcov},
