@@ -245,7 +245,7 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         fail(GcovWords::otherCompiler());
         return true;
     case GcnoFile::NotNotes:
-        fail("the .gcno file holds no notes");
+        fail("the .gcno file holds no notes: compile the unit again, or delete the file");
         return true;
     case GcnoFile::Damaged:
         fail("the .gcno file is damaged: compile the unit again");

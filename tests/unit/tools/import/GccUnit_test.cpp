@@ -370,7 +370,8 @@ TEST_F(GccUnitTest, HugeFilesOfSomethingElseAreNamed)
     EXPECT_NE(_unit.failure().find("the .gcda file holds no counters"), std::string::npos);
     GccUnit other(_sources, _store);
     ASSERT_TRUE(other.readBlocks({huge, ""}));
-    EXPECT_EQ(other.failure(), "the .gcno file holds no notes");
+    EXPECT_EQ(other.failure(),
+              "the .gcno file holds no notes: compile the unit again, or delete the file");
 }
 
 TEST_F(GccUnitTest, NotesOfAnotherCompilerSayWhatWorks)
