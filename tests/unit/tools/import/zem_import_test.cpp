@@ -403,7 +403,8 @@ TEST_F(ZemImportWordsTest, NothingLeftIsAnErrorAndLeavesNoFile)
     _dir.write("a.gcno", "not notes");
     EXPECT_EQ(import("gcc ."), 1);
     EXPECT_EQ(err(), "zem-import: " + fs::canonical(_dir.path()).string() +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_FALSE(fs::exists(_dir.path("coverage.log")));
@@ -442,7 +443,8 @@ TEST_F(ZemImportWordsTest, NamesCannotForgeAMessageOrSteerTheTerminal)
     _dir.write(name + "/a.gcno", "not notes");
     EXPECT_EQ(import("gcc " + word), 1);
     EXPECT_EQ(err(), "zem-import: " + here + "/" + shown +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_EQ(import("gcc " + word + "/none"), 1);
