@@ -13,6 +13,9 @@ struct ImportLosses
 {
     uint64_t _systemFunctions = 0;     // in files under /usr
     uint64_t _excludedFunctions = 0;   // by --exclude and --only
+    uint64_t _markedFunctions = 0;     // wholly excluded by markers in their source
+    uint64_t _markedBlocks = 0;        // basic blocks, those of these functions included
+    uint64_t _sourcesNotSearched = 0;  // for markers: they cannot be read
     uint64_t _artificialFunctions = 0; // made by the compiler, without text in the source
     uint64_t _blocksWithoutLine = 0;
     uint64_t _blocksOfOtherFiles = 0; // all their lines are in files that are left out
@@ -47,6 +50,7 @@ struct ImportLosses
     uint64_t _countersWithoutUnit = 0;
     uint64_t _failedUnits = 0;
     uint64_t _unreadFolders = 0; // folders of the build or the run
+    uint64_t _linkedFolders = 0; // links to folders that were not looked through
     uint64_t _mostRuns = 0;      // the greatest number of runs that one unit's counters add up
 
     // Adds the counts of `other`; of `_mostRuns` the greater stays.

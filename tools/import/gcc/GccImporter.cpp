@@ -120,6 +120,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     losses._countersWithoutUnit = tree.strayCounters().size();
     losses._failedUnits += tree.findLostUnits();
     losses._unreadFolders = tree.unreadFolders();
+    losses._linkedFolders = tree.findLinkedFolders();
     tree.writeProblems(std::cerr);
     if (!isRead) {
         return false;
@@ -130,7 +131,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     if (units.empty()) {
         std::cerr << (losses._probeUnits > 0
                           ? "zem-import: only probes of a build system found: --probes keeps them\n"
-                          : "zem-import: no .gcno file found; was it built with g++ --coverage?\n");
+                          : "zem-import: no .gcno file found; was it built with --coverage?\n");
         return false;
     }
     if (!_runs.empty() && !tree.isAnyUnitRun()) {

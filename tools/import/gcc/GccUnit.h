@@ -15,6 +15,8 @@
 #include <unordered_map>
 #include <vector>
 
+class GcovDocument;
+
 class GccUnit
 {
 public:
@@ -57,6 +59,7 @@ private:
     std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
                                         KnownFunction::Kind kind);
     void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
+    void keepLines(GcovDocument& document);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
     void failCounters(const std::string& reason);
