@@ -193,21 +193,27 @@ void CoverageBuild::shape(Entry& entry, ImportedBuild& build, Scratch& scratch) 
         entry._isDamaged = true;
         return;
     }
-    entry._source = build._sources.find(absoluteName((*files)[function._files[0]]));
+    const std::string& file = (*files)[function._files[0]];
+    if (scratch._file != &file) {
+        // The functions of a unit stand together.
+        scratch._source = build._sources.find(absoluteName(file));
+        scratch._file = &file;
+    }
+    entry._source = scratch._source;
     findOwnFiles(function, scratch._isOwn);
     Extent extent;
-    uint32_t file = 0;
+    uint32_t place = 0;
     for (const CoverageRegion& region : function._regions) {
         if (!scratch._isOwn[region._file]) {
             continue;
         }
-        if (region._file != file) {
+        if (region._file != place) {
             entry._lines += extent.lines();
             extent = Extent();
-            file = region._file;
+            place = region._file;
         }
         extent.add(region);
-        if (file == 0) {
+        if (place == 0) {
             entry._range = extent._range;
             entry._body = extent._body;
         }

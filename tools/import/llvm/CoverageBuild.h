@@ -87,7 +87,9 @@ private:
         CountPlan::Function _plan;
         RegionLines _regions;
         std::vector<CopyLine> _lines;
-        std::vector<size_t> _ends; // of the lines of each block
+        std::vector<size_t> _ends;          // of the lines of each block
+        const std::string* _file = nullptr; // that was looked up last
+        SourceNumber _source;
     };
 
     void shape(Entry& entry, ImportedBuild& build, Scratch& scratch) const;
