@@ -231,7 +231,6 @@ void CoverageBuild::leaveOut(ImportLosses& losses)
     }
     leaveOutDummies();
     leaveOutCopies(losses);
-    boundLines(losses);
     for (Entry& entry : _entries) {
         if (entry._isLeftOut || entry._source._answer == SourceFilter::Kept) {
             continue;
@@ -314,11 +313,13 @@ void CoverageBuild::boundLines(ImportLosses& losses)
         if (entry._isLeftOut) {
             continue;
         }
-        if (entry._lines > allowed) {
+        // What lies in a function is looked at for each instance of it.
+        const uint64_t needed = entry._lines + _nested[entry._around].size();
+        if (needed > allowed) {
             entry._isLeftOut = true;
             ++losses._damagedFunctions;
         } else {
-            allowed -= entry._lines;
+            allowed -= needed;
         }
     }
 }
@@ -477,6 +478,7 @@ void CoverageBuild::read(ImportedBuild& build, ImportLosses& losses, unsigned in
     runParallel(shapes, nSlices, nThreads);
     leaveOut(losses);
     findNested();
+    boundLines(losses);
     std::vector<Made> made(nSlices);
     CopyJob copies(*this, build, made);
     runParallel(copies, nSlices, nThreads);

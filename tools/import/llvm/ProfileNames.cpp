@@ -5,9 +5,19 @@
 
 #include <algorithm>
 
+namespace {
+
+// Names of functions resemble each other; packed they may need a fiftieth. What is allowed beyond
+// that bounds the memory that a few bytes can ask for.
+constexpr uint64_t FirstBytes = 16u << 20;
+constexpr uint64_t BytesForEach = 64;
+
+} // namespace
+
 bool ProfileNames::add(const std::string& bytes)
 {
     LlvmBytes chunks(bytes);
+    _reader.allow((_texts.empty() ? FirstBytes : 0) + BytesForEach * bytes.size());
     chunks.skipZeros();
     while (chunks.left() > 0) {
         _texts.emplace_back();
@@ -18,7 +28,9 @@ bool ProfileNames::add(const std::string& bytes)
         for (size_t start = 0; start < text.size();) {
             const size_t end = std::min(text.find('\x01', start), text.size());
             const std::string_view name(text.data() + start, end - start);
-            _names.emplace_back(md5Low(name.data(), name.size()), name);
+            if (!name.empty()) {
+                _names.emplace_back(md5Low(name.data(), name.size()), name);
+            }
             start = end + 1;
         }
         chunks.skipZeros();
