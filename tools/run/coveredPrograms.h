@@ -6,6 +6,6 @@
 #include <string>
 #include <vector>
 
-// All in `folder` and below, each once, whatever links lead to it, sorted. Files that cannot be read
-// are none of them.
+// All in `folder` and below, each once, whatever links lead to it, sorted. Files that cannot be
+// read are none of them.
 std::vector<std::string> coveredPrograms(const std::string& folder);

@@ -89,19 +89,19 @@ TEST_F(CoberturaImporterTest, LinesThatOnlyMethodsHaveCount)
 
 TEST_F(CoberturaImporterTest, MethodWithOneLineReachesToTheNextOne)
 {
-    const ImportedText read = import({document(
-        classOf("/a.cc", "<methods><method name='f()' signature='()'>" + lines(line(2, "1")) +
-                             "</method><method name='g'>" + lines(line(6, "1")) +
-                             "</method></methods>" +
-                             lines(line(2, "1") + line(3, "1") + line(6, "1") + line(9, "1"))))});
+    const ImportedText read = import({document(classOf(
+        "/a.cc", "<methods><method name='f()' signature='()'>" + lines(line(2, "1")) +
+                     "</method><method name='g'>" + lines(line(6, "1")) + "</method></methods>" +
+                     lines(line(2, "1") + line(3, "1") + line(6, "1") + line(9, "1"))))});
     EXPECT_EQ(read._functions, "/a.cc f() 2-5: 2 3\n/a.cc g 6-9: 6 9\n");
     EXPECT_EQ(read._losses._guessedEnds, 2u);
 }
 
 TEST_F(CoberturaImporterTest, ClassesOfOneFileAddUp)
 {
-    const ImportedText read = import({document(classOf("/a.cc", lines(line(2, "1") + line(1, "2"))) +
-                                               classOf("/a.cc", lines(line(2, "4"))))});
+    const ImportedText read =
+        import({document(classOf("/a.cc", lines(line(2, "1") + line(1, "2"))) +
+                         classOf("/a.cc", lines(line(2, "4"))))});
     EXPECT_EQ(read._runs, ":\n/a.cc 1=2 2=5\n");
 }
 
@@ -128,8 +128,8 @@ TEST_F(CoberturaImporterTest, SourceFoldersAreTriedAndAmbiguityIsSaid)
 {
     _dir.write("x/a.cc", "");
     _dir.write("y/a.cc", "");
-    const std::string folders = "<source>" + _dir.path("x") + "</source><source>\n" +
-                                _dir.path("y") + "\n</source>";
+    const std::string folders =
+        "<source>" + _dir.path("x") + "</source><source>\n" + _dir.path("y") + "\n</source>";
     const ImportedText read = import({document(classOf("a.cc", lines(line(1, "1"))), folders)});
     EXPECT_EQ(read._runs, ":\n" + _dir.path("x/a.cc") + " 1=1\n");
     EXPECT_EQ(read._losses._ambiguousSources, 1u);
@@ -163,7 +163,8 @@ TEST_F(CoberturaImporterTest, DamageIsNamedWithItsLine)
         EXPECT_EQ(problemOf(document(classOf("/a.cc", lines(bad)))), wrong) << bad;
     }
     EXPECT_EQ(problemOf(document("<class name='a'/>")), ":1: a class has no filename\n");
-    EXPECT_EQ(problemOf(document(classOf("/a", classOf("/b", "")))), ":1: a class within a class\n");
+    EXPECT_EQ(problemOf(document(classOf("/a", classOf("/b", "")))),
+              ":1: a class within a class\n");
     EXPECT_EQ(problemOf(document(classOf("/a", "<methods><method/></methods>"))),
               ":1: a method has no name\n");
     EXPECT_EQ(problemOf("\n<report/>"),
@@ -176,8 +177,8 @@ TEST_F(CoberturaImporterTest, DamageIsNamedWithItsLine)
 
 TEST_F(CoberturaImporterTest, CountsOutsideTheirRangeAreKeptOrSaturate)
 {
-    const ImportedText read = import({document(classOf(
-        "/a.cc", lines(line(1, "-3") + line(2, "99999999999999999999") + line(0, "4"))))});
+    const ImportedText read = import({document(
+        classOf("/a.cc", lines(line(1, "-3") + line(2, "99999999999999999999") + line(0, "4"))))});
     EXPECT_EQ(read._runs, ":\n/a.cc 1=-3 2=9223372036854775807\n");
     EXPECT_EQ(read._losses._linesWithoutNumber, 1u);
 }

@@ -46,32 +46,35 @@ const char inner[] = R"({"name":"inner","start_line":3,"end_line":5})";
 
 TEST(GcovDocumentTest, LinesBelongToTheirFunctions)
 {
-    EXPECT_EQ(text(document(
-                  outer,
-                  R"({"line_number":1,"count":4,"function_name":"outer","branches":[]},)"
-                  R"({"line_number":2,"count":0,"function_name":"outer","unexecuted_block":true})")),
-              "/build/a.cc outer 1-9: 1=4 2=0\n");
+    EXPECT_EQ(
+        text(document(
+            outer,
+            R"({"line_number":1,"count":4,"function_name":"outer","branches":[]},)"
+            R"({"line_number":2,"count":0,"function_name":"outer","unexecuted_block":true})")),
+        "/build/a.cc outer 1-9: 1=4 2=0\n");
 }
 
 TEST(GcovDocumentTest, SecondVersionIsRead)
 {
-    EXPECT_EQ(text(document(outer,
-                            R"({"line_number":2,"count":3,"block_ids":[2,4],"calls":[{"returned":3,)"
-                            R"("source_block_id":2,"destination_block_id":4}],"conditions":[],)"
-                            R"("branches":[{"count":3,"fallthrough":true,"throw":false,)"
-                            R"("source_block_id":2,"destination_block_id":4}],)"
-                            R"("unexecuted_block":false,"function_name":"outer"})",
-                            "2")),
-              "/build/a.cc outer 1-9: 2=3\n");
+    EXPECT_EQ(
+        text(document(outer,
+                      R"({"line_number":2,"count":3,"block_ids":[2,4],"calls":[{"returned":3,)"
+                      R"("source_block_id":2,"destination_block_id":4}],"conditions":[],)"
+                      R"("branches":[{"count":3,"fallthrough":true,"throw":false,)"
+                      R"("source_block_id":2,"destination_block_id":4}],)"
+                      R"("unexecuted_block":false,"function_name":"outer"})",
+                      "2")),
+        "/build/a.cc outer 1-9: 2=3\n");
     EXPECT_EQ(text(document(outer, "", "3")), "its format_version is not known: only 1 and 2 are");
 }
 
 TEST(GcovDocumentTest, LineWithoutNameGoesToTheInnermostFunction)
 {
     GcovDocument read;
-    ASSERT_TRUE(read.parse(document(std::string(outer) + "," + inner,
-                                    R"({"line_number":4,"count":1},{"line_number":6,"count":2},)"
-                                    R"({"line_number":90,"count":3},{"line_number":0,"count":3})")));
+    ASSERT_TRUE(
+        read.parse(document(std::string(outer) + "," + inner,
+                            R"({"line_number":4,"count":1},{"line_number":6,"count":2},)"
+                            R"({"line_number":90,"count":3},{"line_number":0,"count":3})")));
     ASSERT_EQ(read.sources().size(), 1u);
     const GcovSource& source = read.sources()[0];
     EXPECT_EQ(text(source._functions[0]._lines), " 6=2\n");
@@ -92,11 +95,11 @@ TEST(GcovDocumentTest, RepeatedLinesOfOneFunctionAddUp)
 
 TEST(GcovDocumentTest, CountsOutsideTheirRangeAreKeptOrSaturate)
 {
-    EXPECT_EQ(text(document(outer,
-                            R"({"line_number":1,"count":-3,"function_name":"outer"},)"
-                            R"({"line_number":2,"count":18446744073709551615},)"
-                            R"({"line_number":3,"count":1e30},{"line_number":4,"count":2.0e3})")),
-              "/build/a.cc outer 1-9: 1=-3 2=9223372036854775807 3=9223372036854775807 4=2000\n");
+    EXPECT_EQ(
+        text(document(outer, R"({"line_number":1,"count":-3,"function_name":"outer"},)"
+                             R"({"line_number":2,"count":18446744073709551615},)"
+                             R"({"line_number":3,"count":1e30},{"line_number":4,"count":2.0e3})")),
+        "/build/a.cc outer 1-9: 1=-3 2=9223372036854775807 3=9223372036854775807 4=2000\n");
 }
 
 TEST(GcovDocumentTest, NothingIsLeftOfTheDocumentBefore)
@@ -120,7 +123,8 @@ TEST(GcovDocumentTest, WrongTypesAreProblems)
     } rows[] = {
         {"[]", "it is none of gcov's JSON documents: it has no format_version"},
         {"{}", "it is none of gcov's JSON documents: it has no format_version"},
-        {R"({"format_version":1})", "it is none of gcov's JSON documents: it has no format_version"},
+        {R"({"format_version":1})",
+         "it is none of gcov's JSON documents: it has no format_version"},
         {R"({"gcovr/format_version":"0.5","files":[]})",
          "it is gcovr's own JSON: give what gcov wrote, or what gcovr --cobertura writes to "
          "zem-import cobertura"},

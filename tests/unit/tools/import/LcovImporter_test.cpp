@@ -152,8 +152,7 @@ TEST_F(LcovImporterTest, RecordsOfNewKindsArePassedByAndCounted)
 
 TEST_F(LcovImporterTest, DamageIsNamedWithItsLine)
 {
-    EXPECT_EQ(problemOf("TN:\nDA:1,1\n"),
-              ":2: a line outside the section of a source file\n");
+    EXPECT_EQ(problemOf("TN:\nDA:1,1\n"), ":2: a line outside the section of a source file\n");
     EXPECT_EQ(problemOf("SF:/a.c\nDA:1\nend_of_record\n"),
               ":2: the record of a line wants two numbers: DA:line,count\n");
     EXPECT_EQ(problemOf("SF:/a.c\nDA:x,1\nend_of_record\n"),
@@ -176,8 +175,7 @@ TEST_F(LcovImporterTest, DamageIsNamedWithItsLine)
     EXPECT_EQ(problemOf("SF:/a.c\nFNL:3,1,2,3\n"),
               ":2: the record of a function's place wants two or three numbers: "
               "FNL:index,line[,last line]\n");
-    EXPECT_EQ(problemOf(""),
-              ": no section of a source file in it: is it a tracefile of lcov?\n");
+    EXPECT_EQ(problemOf(""), ": no section of a source file in it: is it a tracefile of lcov?\n");
     EXPECT_EQ(problemOf("<?xml version='1.0'?>\n"),
               ":1: this is no record of a tracefile: <?xml version='1.0'?>\n");
 }
@@ -201,8 +199,7 @@ TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
         import({"SF:/a.c\nBRDA:1,0," + large + ",1\nDA:1,3\nend_of_record\n#" + large});
     EXPECT_EQ(read._runs, ":\n/a.c 1=3\n") << read._problems;
     // The line behind it keeps its number.
-    EXPECT_EQ(problemOf("#" + large + "\nbad\n"),
-              ":2: this is no record of a tracefile: bad\n");
+    EXPECT_EQ(problemOf("#" + large + "\nbad\n"), ":2: this is no record of a tracefile: bad\n");
 }
 
 TEST_F(LcovImporterTest, RelativePathsAreFoundBesideTheTracefile)
