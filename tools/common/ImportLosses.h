@@ -13,6 +13,9 @@ struct ImportLosses
 {
     uint64_t _systemFunctions = 0;     // in files under /usr
     uint64_t _excludedFunctions = 0;   // by --exclude and --only
+    uint64_t _markedFunctions = 0;     // wholly excluded by markers in their source
+    uint64_t _markedBlocks = 0;        // basic blocks, those of these functions included
+    uint64_t _sourcesNotSearched = 0;  // for markers: they cannot be read
     uint64_t _artificialFunctions = 0; // made by the compiler, without text in the source
     uint64_t _blocksWithoutLine = 0;
     uint64_t _blocksOfOtherFiles = 0; // all their lines are in files that are left out

@@ -93,9 +93,8 @@ bool JsonDocuments::next(std::string& document)
         while (_used < _size && !isComplete) {
             isComplete = isDone(_piece[_used++]);
         }
-        if (document.size() + (_used - start) > LargestDocument) {
-            return fail("one document has more than " + std::to_string(LargestDocument >> 20) +
-                        " MiB");
+        if (document.size() + (_used - start) > _largest) {
+            return fail("one document has more than " + std::to_string(_largest >> 20) + " MiB");
         }
         document.append(_piece.data() + start, _used - start);
         if (isComplete) {

@@ -16,9 +16,12 @@
 class JsonDocuments
 {
 public:
-    // A larger document is refused when this much of it was read, however large it is. In bytes;
-    // no compiler writes as much for one unit.
+    // More bytes than this no compiler writes for one unit.
     static constexpr size_t LargestDocument = 256u << 20;
+
+    // A document of more than `largest` bytes is refused when this much of it was read, however
+    // large it is.
+    explicit JsonDocuments(size_t largest = LargestDocument) : _largest(largest) {}
 
     // To be called once. Returns false with problem() set.
     bool open(const std::string& path);
@@ -38,6 +41,7 @@ private:
     bool skipBlank();
     bool isDone(char c);
 
+    const size_t _largest;
     InputStream _input;
     std::vector<char> _piece;
     size_t _used = 0; // of _piece

@@ -94,6 +94,23 @@ bool takeCount(const char*& at, const char* end, int64_t& count)
     return true;
 }
 
+// LLVM's tools put the file's name before that of a local function: "a.cc:_ZL1fv". Names have no
+// single ':' before their brackets; those of Objective-C methods begin with their sign.
+const char* behindFile(const char* name, const char* end)
+{
+    if (name != end && (*name == '-' || *name == '+')) {
+        return name;
+    }
+    for (const char* at = name; at != end && *at != '(' && *at != '<' && *at != '['; ++at) {
+        const bool isDouble = at + 1 != end && at[0] == ':' && at[1] == ':';
+        at += isDouble ? 1 : 0;
+        if (!isDouble && (*at == ':' || *at == ';')) {
+            return at + 1 != end ? at + 1 : name;
+        }
+    }
+    return name;
+}
+
 } // namespace
 
 bool Tracefile::fail(const std::string& cause)
@@ -386,6 +403,7 @@ bool Tracefile::readAlias(const char* at, const char* end)
 
 void Tracefile::addFunction(const Place& place, const char* name, const char* end)
 {
+    name = behindFile(name, end);
     if (place._first == 0 || name == end) {
         ++_losses._linesWithoutNumber;
         return;

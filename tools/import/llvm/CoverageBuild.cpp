@@ -16,8 +16,8 @@ constexpr size_t Slice = 2048; // functions
 
 // Damaged regions could reach over billions of lines. No compiler writes more lines than this, for
 // each byte of all mappings, beside the first ones.
-constexpr uint64_t LinesForEachByte = 8;
-constexpr uint64_t FirstLines = 4u << 20;
+constexpr uint64_t LinesForEachByte = 64;
+constexpr uint64_t FirstLines = 1u << 20;
 
 bool hasText(const CoverageRegion& region)
 {

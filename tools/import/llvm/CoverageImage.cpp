@@ -91,6 +91,19 @@ bool CoverageImage::readRecords(bool isBigEndian)
     return true;
 }
 
+void CoverageImage::addFunction(const std::string& name, uint64_t hash,
+                                const std::vector<std::string>& files, const std::string& mapping)
+{
+    _mappings.push_back(mapping);
+    CoverageRecord record;
+    record._name = _names.addName(name);
+    record._hash = hash;
+    record._list = _lists.addList(files);
+    record._mapping = _mappings.back().data();
+    record._size = static_cast<uint32_t>(mapping.size());
+    _records.push_back(record);
+}
+
 void CoverageImage::addRecord(const CoverageRecord& record)
 {
     const auto found = _byName.emplace(record._name, _records.size());

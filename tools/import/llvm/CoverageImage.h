@@ -17,6 +17,7 @@
 #include "tools/import/llvm/ProfileNames.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -66,6 +67,10 @@ public:
     bool lacksNames() const { return _names.isEmpty(); }
     bool addNames(const std::string& bytes) { return _names.add(bytes); }
 
+    // Adds a function that another tool read. `hash` stands for the function's structure.
+    void addFunction(const std::string& name, uint64_t hash, const std::vector<std::string>& files,
+                     const std::string& mapping);
+
     // What the data section of a profile holds when the program leaves it out, and the address that
     // its pointers count from; empty when the program writes it.
     const std::string& profileData() const { return _profileData; }
@@ -82,6 +87,7 @@ private:
     bool _isObject = false;
     std::string _buildId;
     std::string _recordBytes;
+    std::deque<std::string> _mappings; // of functions that were added
     std::string _profileData;
     uint64_t _countersAddress = 0;
     FileLists _lists;

@@ -76,6 +76,18 @@ FileLists::Result FileLists::read(const std::string& bytes, bool isBigEndian)
     return Ok;
 }
 
+uint64_t FileLists::addList(const std::vector<std::string>& files)
+{
+    std::string text;
+    for (const std::string& file : files) {
+        text += file;
+        text += '\0';
+    }
+    const uint64_t hash = md5Low(text.data(), text.size());
+    _lists.emplace(hash, files);
+    return hash;
+}
+
 const std::vector<std::string>* FileLists::find(uint64_t hash) const
 {
     const auto found = _lists.find(hash);

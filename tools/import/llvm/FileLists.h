@@ -28,6 +28,9 @@ public:
     // Adds the lists of one section.
     Result read(const std::string& bytes, bool isBigEndian);
 
+    // Adds a list whose names are absolute. Returns the hash that it is found by.
+    uint64_t addList(const std::vector<std::string>& files);
+
     // The files of a list, absolute unless the compiler was told to leave its folder out; null when
     // there is no such list, or two that differ.
     const std::vector<std::string>* find(uint64_t hash) const;

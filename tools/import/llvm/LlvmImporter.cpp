@@ -70,6 +70,18 @@ int LlvmImporter::option(char** words)
         _isMerged = true;
         return 1;
     }
+    if (std::strcmp(words[0], "--via-llvm-cov") == 0) {
+        _usesTools = true;
+        return 1;
+    }
+    if (words[1] != nullptr && std::strcmp(words[0], "--llvm-cov") == 0) {
+        _tools.useCov(words[1]);
+        return 2;
+    }
+    if (words[1] != nullptr && std::strcmp(words[0], "--llvm-profdata") == 0) {
+        _tools.useProfdata(words[1]);
+        return 2;
+    }
     return 0;
 }
 
@@ -80,7 +92,11 @@ void LlvmImporter::input(const char* word)
 
 void LlvmImporter::usage(std::ostream& out) const
 {
-    out << "  --merge          one log with the sum of all profiles\n";
+    out << "  --merge          one log with the sum of all profiles\n"
+           "  --via-llvm-cov   let llvm-profdata and llvm-cov read everything\n"
+           "  --llvm-cov PROGRAM, --llvm-profdata PROGRAM\n"
+           "                   the ones to ask (default: what fits the profile, the newest "
+           "first)\n";
 }
 
 bool LlvmImporter::recognises(const char* path) const
@@ -149,8 +165,8 @@ bool LlvmImporter::readImage(const LlvmInputs::Binary& binary, ImportLosses& los
         if (image->lacksNames()) {
             addNames(*image);
         }
-        ++_nImages;
-        _build.add(std::move(image));
+        _toolBinaries.push_back(binary._path);
+        _read.push_back(std::move(image));
         return true;
     case CoverageImage::NoCoverage:
         return !binary._isNamed ||
@@ -162,7 +178,9 @@ bool LlvmImporter::readImage(const LlvmInputs::Binary& binary, ImportLosses& los
                complain(binary._path, "has no coverage map (built without -fcoverage-mapping, or "
                                       "llvm-strip took it): name the file before it was stripped");
     case CoverageImage::UnknownVersion:
-        return complain(binary._path, "has a coverage map of a version that is not known");
+        _usesTools = true;
+        _toolBinaries.push_back(binary._path);
+        return true;
     case CoverageImage::Failed:
         break;
     }
@@ -187,26 +205,52 @@ bool LlvmImporter::readImages(const std::vector<LlvmInputs::Binary>& binaries, I
     return true;
 }
 
-bool LlvmImporter::looksAtProfiles(ImportedBuild& build)
+// Finds out what is known of the profiles before they are read.
+void LlvmImporter::lookAtProfiles(ImportedBuild& build)
 {
     for (const std::string& path : _inputs.profiles()) {
         InputFile file;
         std::string head;
-        if (file.open(path) && file.append(head, RawProfile::HeadSize) &&
-            RawProfile::isSingleByte(head.data(), head.size())) {
-            build._isBoolean = true;
+        if (!file.open(path) || !file.append(head, RawProfile::HeadSize)) {
+            continue; // said when it is read
+        }
+        const bool isRaw = RawProfile::isRaw(head.data(), head.size());
+        build._isBoolean = build._isBoolean || RawProfile::isSingleByte(head.data(), head.size());
+        _usesTools =
+            _usesTools || RawProfile::isIndexed(head.data(), head.size()) ||
+            (isRaw && head.size() > 16 && !RawProfile::isKnown(head.data(), head.size())) ||
+            LlvmInputs::hasTextName(path);
+    }
+}
+
+std::vector<std::string> LlvmImporter::profilesOf(size_t run) const
+{
+    const std::vector<std::string>& all = _inputs.profiles();
+    return _isMerged ? all : std::vector<std::string>{all[run]};
+}
+
+// The functions come with the counts of the first run that can be read.
+bool LlvmImporter::readImagesByTools()
+{
+    for (size_t run = 0; run < runs(); ++run) {
+        auto image = std::make_unique<CoverageImage>();
+        _toolRun = std::make_unique<ExportedImage>(image.get());
+        if (_tools.read(_toolBinaries, profilesOf(run), *_toolRun)) {
+            _toolRunNumber = run;
+            _build.add(std::move(image));
+            return true;
         }
     }
-    return true;
+    return complain(_inputs.profiles().front(), _tools.problem());
 }
 
 bool LlvmImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
     if (!findInputs(losses) || !readImages(_inputs.binaries(), losses) ||
-        (_nImages == 0 && !readImages(_inputs.objects(), losses))) {
+        (_toolBinaries.empty() && !readImages(_inputs.objects(), losses))) {
         return false;
     }
-    if (_nImages == 0) {
+    if (_toolBinaries.empty()) {
         if (!_stripped.empty()) {
             return complain(_stripped, "has no coverage map (built without -fcoverage-mapping, or "
                                        "llvm-strip took it)");
@@ -215,7 +259,16 @@ bool LlvmImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigne
                      "-fprofile-instr-generate -fcoverage-mapping?\n";
         return false;
     }
-    (void)looksAtProfiles(build);
+    lookAtProfiles(build);
+    if (_usesTools && !readImagesByTools()) {
+        return false;
+    }
+    for (std::unique_ptr<CoverageImage>& image : _read) {
+        if (!_usesTools) {
+            _build.add(std::move(image));
+        }
+    }
+    _read.clear();
     _build.read(build, losses, nThreads);
     _counters = std::make_unique<RunCounters>(_build.plan());
     return true;
@@ -288,6 +341,26 @@ bool LlvmImporter::readProfile(const std::string& path, ImportLosses& losses)
                                     : complain(path, textOf(result));
 }
 
+bool LlvmImporter::readRunByTools(size_t run, ImportLosses& losses)
+{
+    std::unique_ptr<ExportedImage> other;
+    ExportedImage* exported = _toolRun.get();
+    if (run != _toolRunNumber || exported == nullptr) {
+        other = std::make_unique<ExportedImage>(nullptr);
+        exported = other.get();
+        if (!_tools.read(_toolBinaries, profilesOf(run), *exported)) {
+            return complain(_inputs.profiles()[run], _tools.problem());
+        }
+    }
+    RunCounters::Found found;
+    _counters->add(exported->part(), 0, found);
+    losses._staleFunctions += found._otherHash + found._otherCount;
+    if (other == nullptr) {
+        _toolRun.reset();
+    }
+    return true;
+}
+
 bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses,
                            unsigned int nThreads)
 {
@@ -297,7 +370,10 @@ bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses
     size_t isRead = 0;
     for (size_t i = first; i < last; ++i) {
         const std::string& path = _inputs.profiles()[i];
-        if (readProfile(path, losses)) {
+        const bool isGood = !_usesTools  ? readProfile(path, losses)
+                            : i == first ? readRunByTools(run, losses)
+                                         : isRead != 0;
+        if (isGood) {
             ++isRead;
             result._executionTime = std::max(result._executionTime, modificationTime(path));
         } else {

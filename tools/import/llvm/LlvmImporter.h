@@ -7,6 +7,8 @@
 
 #include "tools/import/Importer.h"
 #include "tools/import/llvm/CoverageBuild.h"
+#include "tools/import/llvm/ExportedImage.h"
+#include "tools/import/llvm/LlvmCov.h"
 #include "tools/import/llvm/LlvmInputs.h"
 #include "tools/import/llvm/RunCounters.h"
 
@@ -31,7 +33,10 @@ private:
     bool readImages(const std::vector<LlvmInputs::Binary>& binaries, ImportLosses& losses);
     bool readImage(const LlvmInputs::Binary& binary, ImportLosses& losses);
     void addNames(CoverageImage& image) const;
-    bool looksAtProfiles(ImportedBuild& build);
+    void lookAtProfiles(ImportedBuild& build);
+    bool readImagesByTools();
+    bool readRunByTools(size_t run, ImportLosses& losses);
+    std::vector<std::string> profilesOf(size_t run) const;
     bool readProfile(const std::string& path, ImportLosses& losses);
     bool addParts(const std::string& path, const RawProfile& profile, ImportLosses& losses);
     bool isOfBuild(const ProfilePart& part) const;
@@ -39,10 +44,15 @@ private:
 
     std::vector<const char*> _words;
     bool _isMerged = false;
+    bool _usesTools = false; // llvm-profdata and llvm-cov
+    LlvmCov _tools;
+    std::vector<std::string> _toolBinaries;
+    std::unique_ptr<ExportedImage> _toolRun; // the run that the functions were read with
+    size_t _toolRunNumber = 0;
     LlvmInputs _inputs;
     CoverageBuild _build;
     std::unique_ptr<RunCounters> _counters;
     std::string _bytes; // of the profile that is read
-    size_t _nImages = 0;
+    std::vector<std::unique_ptr<CoverageImage>> _read;
     std::string _stripped; // the first file that has lost its map
 };

@@ -18,13 +18,19 @@ constexpr size_t HeadSize = 64;     // bytes
 constexpr size_t ElfTypePlace = 16; // a word of two bytes, in the order that byte 5 says
 constexpr unsigned char ElfObject = 1;
 
-const char profileEnd[] = ".profraw";
 const char archiveMagic[] = "!<arch>\n";
 
 void complain(const std::string& path, const std::string& problem)
 {
     std::cerr << "zem-import: " << qipVisibleText(path.c_str()) << ": "
               << qipVisibleText(problem.c_str()) << '\n';
+}
+
+// Whether a path has something before such an end.
+bool endsWith(const std::string& path, const std::string& end)
+{
+    return path.size() > end.size() &&
+           path.compare(path.size() - end.size(), std::string::npos, end) == 0;
 }
 
 bool isObject(const std::string& head)
@@ -58,9 +64,12 @@ bool LlvmInputs::isFolder(const std::string& path)
 
 bool LlvmInputs::hasProfileName(const std::string& path)
 {
-    const size_t length = sizeof(profileEnd) - 1;
-    return path.size() > length &&
-           path.compare(path.size() - length, std::string::npos, profileEnd) == 0;
+    return endsWith(path, ".profraw");
+}
+
+bool LlvmInputs::hasTextName(const std::string& path)
+{
+    return endsWith(path, ".proftext");
 }
 
 bool LlvmInputs::isNew(const std::string& path)

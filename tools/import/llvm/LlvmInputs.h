@@ -26,6 +26,9 @@ public:
     // Whether a name is that of a raw profile.
     static bool hasProfileName(const std::string& path);
 
+    // Whether it is that of a profile in words, which llvm-profdata makes.
+    static bool hasTextName(const std::string& path);
+
     // Takes a file or a folder with all below. Returns false when it cannot be read; problems, also
     // those that do not matter so much, are lines on the standard error stream.
     bool add(const std::string& word);

@@ -28,6 +28,16 @@ bool ProfileNames::add(const std::string& bytes)
     return true;
 }
 
+uint64_t ProfileNames::addName(const std::string& name)
+{
+    const uint64_t hash = md5Low(name.data(), name.size());
+    if (_names.count(hash) == 0) {
+        _texts.push_back(name);
+        _names.emplace(hash, _texts.back());
+    }
+    return hash;
+}
+
 std::string_view ProfileNames::find(uint64_t hash) const
 {
     const auto found = _names.find(hash);

@@ -22,6 +22,9 @@ public:
     // Adds all names of `bytes`. Returns false when they are damaged.
     bool add(const std::string& bytes);
 
+    // Adds one name. Returns its hash.
+    uint64_t addName(const std::string& name);
+
     bool isEmpty() const { return _names.empty(); }
 
     // The name with this hash; empty when there is none. Valid for the object's life.

@@ -53,8 +53,10 @@ uint64_t versionWord(const char* bytes, size_t size)
     return head.u64();
 }
 
-bool isKnown(uint64_t version)
+// `word` has the version and the flags.
+bool isKnownWord(uint64_t word)
 {
+    const uint64_t version = word & ~SingleByteFlag;
     return version == 5 || (version >= 7 && version <= 10);
 }
 
@@ -65,7 +67,7 @@ struct RawProfile::Head
     bool _isBigEndian = false;
     bool _is64 = true;
     uint64_t _version = 0; // without flags
-    uint64_t _flags = 0;
+    bool _isSingleByte = false;
     uint64_t _idsSize = 0;
     uint64_t _nRecords = 0;
     uint64_t _paddingBefore = 0;
@@ -80,7 +82,6 @@ struct RawProfile::Head
     bool _isRelative = false; // addresses of counters count from the record
 
     size_t wordSize() const { return _is64 ? 8 : 4; }
-    bool isSingleByte() const { return (_flags & SingleByteFlag) != 0; }
     size_t recordSize() const { return _version < 9 ? (_is64 ? 48 : 40) : (_is64 ? 64 : 48); }
     size_t tableSize() const { return _is64 ? 24 : 16; }
     // Addresses count modulo this less one.
@@ -100,6 +101,11 @@ bool RawProfile::isIndexed(const char* bytes, size_t size)
 uint32_t RawProfile::versionOf(const char* bytes, size_t size)
 {
     return static_cast<uint32_t>(versionWord(bytes, size));
+}
+
+bool RawProfile::isKnown(const char* bytes, size_t size)
+{
+    return isKnownWord(versionWord(bytes, size));
 }
 
 bool RawProfile::isSingleByte(const char* bytes, size_t size)
@@ -125,11 +131,11 @@ void ProfilePart::appendCounters(const ProfileRecord& record, std::vector<uint64
 bool RawProfile::readHead(LlvmBytes& bytes, Head& head)
 {
     head._version = bytes.u64();
-    head._flags = head._version & ~uint64_t(UINT32_MAX);
-    head._version &= UINT32_MAX;
-    if (!isKnown(head._version) || (head._flags & ~SingleByteFlag) != 0) {
+    if (!isKnownWord(head._version)) {
         return false;
     }
+    head._isSingleByte = (head._version & SingleByteFlag) != 0;
+    head._version &= UINT32_MAX;
     head._idsSize = head._version >= 7 ? bytes.u64() : 0;
     head._nRecords = bytes.u64();
     head._paddingBefore = bytes.u64();
@@ -204,7 +210,7 @@ bool RawProfile::readRecords(const char* data, const Head& head, ProfilePart& pa
 // Moves behind the zeros that fill a part of `size` bytes to a multiple of 8.
 void RawProfile::skipPadding(LlvmBytes& bytes, uint64_t size)
 {
-    bytes.skip(std::min<uint64_t>((8 - size % 8) % 8, bytes.left()));
+    bytes.skip((8 - size % 8) % 8);
 }
 
 bool RawProfile::skipTables(LlvmBytes& bytes, const Head& head)
@@ -271,7 +277,7 @@ RawProfile::Result RawProfile::readPart(LlvmBytes& bytes, Head& head,
     _parts.emplace_back();
     ProfilePart& part = _parts.back();
     part._isBigEndian = head._isBigEndian;
-    part._isSingleByte = head.isSingleByte();
+    part._isSingleByte = head._isSingleByte;
     const char* ids = bytes.take(head._idsSize);
     if (ids == nullptr || head._nRecords > bytes.left() / head.recordSize() ||
         !readIds(ids, head, part)) {

@@ -73,6 +73,8 @@ public:
     static bool isIndexed(const char* bytes, size_t size);
     // The version of a raw profile, 0 for what is none.
     static uint32_t versionOf(const char* bytes, size_t size);
+    // Whether read() knows the version of a raw profile and all its flags.
+    static bool isKnown(const char* bytes, size_t size);
     // Whether its counters only say what ran.
     static bool isSingleByte(const char* bytes, size_t size);
 

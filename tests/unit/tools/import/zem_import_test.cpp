@@ -311,9 +311,11 @@ TEST_F(ZemImportTest, SourcesThatMovedAreToldWithTheirNewPlace)
         << output();
     ASSERT_EQ(run("cd new && " ZEM_BINARY_DIR "/bin/zem-import gcc ../build"), 0);
     EXPECT_NE(output().find("3 are below " + _dir.path("new/") + " instead of " + _dir.path() +
-                            "/ (ln -s " + _dir.path("new/src") + " " + _dir.path("src")),
+                            "/ (--map " + _dir.path() + "=" + _dir.path("new") + " finds them)"),
               std::string::npos)
         << output();
+    ASSERT_EQ(import("gcc -o new --map '" + _dir.path() + "=" + _dir.path("new") + "' build"), 0);
+    EXPECT_EQ(output().find("not found"), std::string::npos) << output();
 }
 
 TEST_F(ZemImportTest, TheSummaryIsOneLineWhateverTheFolderIsCalled)

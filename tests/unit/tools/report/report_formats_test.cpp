@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -72,6 +73,44 @@ TEST_F(ReportFormatsTest, Tracefile)
 TEST_F(ReportFormatsTest, Cobertura)
 {
     EXPECT_TRUE(matchesGolden("zem-report/format-cobertura.txt", printed("cobertura")));
+}
+
+TEST_F(ReportFormatsTest, AnImportedTracefileIsWrittenAgainAsItWas)
+{
+    const std::string text = "TN:\nSF:" + _dir.path("src/a.c") +
+                             "\nFN:1,3,main\nFN:5,9,helper\nFN:12,13,Foo::bar(int)\n"
+                             "FNDA:4,main\nFNDA:0,helper\nFNDA:7,Foo::bar(int)\nFNF:3\nFNH:2\n"
+                             "DA:1,4\nDA:2,900\nDA:3,4\nDA:5,0\nDA:9,0\nDA:12,7\nDA:13,0\n"
+                             "LF:7\nLH:4\nend_of_record\n"
+                             "TN:\nSF:" +
+                             _dir.path("src/b.c") +
+                             "\nFN:3,4,tiny\nFNDA:2147483647,tiny\nFNF:1\nFNH:1\n"
+                             "DA:3,2147483647\nDA:4,1\nLF:2\nLH:2\nend_of_record\n";
+    _dir.write("a.info", text);
+    ASSERT_EQ(runProgram({builtProgram("zem-import"), "lcov", "-o", _dir.path("again"),
+                          _dir.path("a.info")})
+                  .status,
+              0);
+    EXPECT_EQ(run({"--format", "lcov2", _dir.path("again/coverage.log")}).out, text);
+    // And so it is by way of the other format of lines.
+    EXPECT_EQ(
+        run({"--format", "cobertura", "-o", _dir.path("a.xml"), _dir.path("again/coverage.log")})
+            .status,
+        0);
+    ASSERT_EQ(runProgram({builtProgram("zem-import"), "cobertura", "-o", _dir.path("third"),
+                          _dir.path("a.xml")})
+                  .status,
+              0);
+    const std::string third = run({"--format", "lcov", _dir.path("third/coverage.log")}).out;
+    const auto lines = [](const std::string& tracefile) {
+        std::string result;
+        std::istringstream stream(tracefile);
+        for (std::string line; std::getline(stream, line);) {
+            result += line.rfind("DA:", 0) == 0 || line.rfind("SF:", 0) == 0 ? line + "\n" : "";
+        }
+        return result;
+    };
+    EXPECT_EQ(lines(third), lines(text));
 }
 
 TEST_F(ReportFormatsTest, CoberturaNamesFilesFromTheirCommonFolder)
