@@ -4,6 +4,7 @@
 // the notes, the notes, the counters. Then makes the blocks, which the source view must show
 // rightly whatever the lines and counts are.
 #include "fuzz/fuzzTarget.h"
+#include "tools/common/countRun.h"
 #include "tools/common/finishCoverage.h"
 #include "tools/import/ModelBuilder.h"
 #include "tools/import/gcc/GccUnit.h"
@@ -23,15 +24,20 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 
     SourceFilter filter;
     filter.keepSystem();
-    SourceTable sources(filter);
+    ImportedBuild build(filter);
     GraphStore store;
-    GccUnit unit(sources, store);
+    GccUnit unit(build._sources, store);
     (void)unit.readBlocks(text.substr(0, length), &counters);
-    CoverageModel model;
     ImportLosses losses;
-    std::vector<FunctionCopy> copies = store.solve(1, losses);
-    buildModel(copies, sources.paths(), false, 1, model, losses);
+    std::vector<int64_t> counts;
+    if (!store.solve(1, build, counts, losses)) {
+        return 0;
+    }
+    CoverageModel model;
+    buildModel(build, false, 1, model, losses);
     finishCoverage(model, NameStyle(), losses, 1);
+    CoverageCounts result;
+    countRun(model, counts, result, losses, 1);
     if (losses._linesShownRed + losses._linesShownBlack != 0) {
         std::abort();
     }

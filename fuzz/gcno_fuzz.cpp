@@ -10,11 +10,12 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     SourceFilter filter;
     filter.keepSystem();
-    SourceTable sources(filter);
+    ImportedBuild build(filter);
     GraphStore store;
-    GccUnit unit(sources, store);
+    GccUnit unit(build._sources, store);
     (void)unit.readBlocks(std::string(reinterpret_cast<const char*>(data), size), nullptr);
     ImportLosses losses;
-    (void)store.solve(1, losses);
+    std::vector<int64_t> counts;
+    (void)store.solve(1, build, counts, losses);
     return 0;
 }

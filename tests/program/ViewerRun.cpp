@@ -54,8 +54,13 @@ ViewerRun::~ViewerRun()
 
 void ViewerRun::start(const std::vector<std::string>& words)
 {
+    startProgram("zem", words);
+}
+
+void ViewerRun::startProgram(const std::string& name, const std::vector<std::string>& words)
+{
     stop();
-    const std::string program = builtProgram("zem");
+    const std::string program = builtProgram(name);
     const int out = fileFor(_dir.path("out"));
     const int err = fileFor(_dir.path("err"));
     _program = fork();
@@ -64,7 +69,7 @@ void ViewerRun::start(const std::vector<std::string>& words)
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
         dup2(out, STDOUT_FILENO);
         dup2(err, STDERR_FILENO);
-        std::vector<char*> argv = {const_cast<char*>("zem")};
+        std::vector<char*> argv = {const_cast<char*>(name.c_str())};
         for (const std::string& word : words) {
             argv.push_back(const_cast<char*>(word.c_str()));
         }
@@ -88,8 +93,8 @@ bool ViewerRun::waitFor(const std::function<bool()>& condition)
     return true;
 }
 
-// Under a window manager the window has a frame around it; the property is on the window itself.
-Window ViewerRun::findMain()
+// Under a window manager a window has a frame around it; its properties are on the window itself.
+Window ViewerRun::find(const std::function<bool(Window)>& isIt)
 {
     std::vector<Window> left = {DefaultRootWindow(_display)};
     while (!left.empty()) {
@@ -106,20 +111,48 @@ Window ViewerRun::findMain()
         if (children != nullptr) {
             XFree(children);
         }
-        XClassHint hint = {};
-        if (XGetClassHint(_display, window, &hint) == 0) {
-            continue;
-        }
-        const bool named = std::strcmp(hint.res_name, "zem") == 0;
-        XFree(hint.res_name);
-        XFree(hint.res_class);
         XWindowAttributes attributes;
-        if (named && XGetWindowAttributes(_display, window, &attributes) != 0 &&
+        if (isIt(window) && XGetWindowAttributes(_display, window, &attributes) != 0 &&
             attributes.map_state == IsViewable && attributes.width > 1) {
             return window;
         }
     }
     return 0;
+}
+
+Window ViewerRun::findMain()
+{
+    return find([this](Window window) {
+        XClassHint hint = {};
+        if (XGetClassHint(_display, window, &hint) == 0) {
+            return false;
+        }
+        const bool named = std::strcmp(hint.res_name, "zem") == 0;
+        XFree(hint.res_name);
+        XFree(hint.res_class);
+        return named;
+    });
+}
+
+Window ViewerRun::titled(const std::string& title)
+{
+    return find([&](Window window) {
+        char* name = nullptr;
+        if (XFetchName(_display, window, &name) == 0) {
+            return false;
+        }
+        const bool named = title == name;
+        XFree(name);
+        // The frame of a window manager may have the name, too; only a client's says how to close.
+        Atom* protocols = nullptr;
+        int nProtocols = 0;
+        const bool isClient =
+            named && XGetWMProtocols(_display, window, &protocols, &nProtocols) != 0;
+        if (protocols != nullptr) {
+            XFree(protocols);
+        }
+        return isClient;
+    });
 }
 
 Window ViewerRun::mainWindow()
@@ -154,6 +187,21 @@ int ViewerRun::shownWindows()
         XFree(children);
     }
     return nShown;
+}
+
+bool ViewerRun::waitUntilIdle()
+{
+    const std::string folder = "/proc/" + std::to_string(_program);
+    std::string before;
+    return waitFor([&] {
+        // The time that it has used so far, and its state behind its name.
+        const std::string now = TempDir::read(folder + "/schedstat");
+        const std::string state = TempDir::read(folder + "/stat");
+        const bool isAsleep = state.find(") S") != std::string::npos;
+        const bool isIdle = isAsleep && now == before;
+        before = isAsleep ? now : "";
+        return isIdle || !running();
+    });
 }
 
 std::string ViewerRun::picture(Window window, unsigned long color)

@@ -29,13 +29,25 @@ public:
 
     // Runs zem with these words, in place of one that still runs.
     void start(const std::vector<std::string>& words);
+    // The same for another of the built programs, which starts zem.
+    void startProgram(const std::string& name, const std::vector<std::string>& words);
 
     // The main window, once it is on the screen; 0 when it does not come or the program ends.
     Window mainWindow();
 
+    // The window with this title, if it is on the screen; 0 when it is not.
+    Window titled(const std::string& title);
+
+    // The program's process.
+    pid_t process() const { return _program; }
+
     // How many windows lie on the screen side by side or one above the other: one more when a menu
     // or a dialog comes up.
     int shownWindows();
+
+    // Waits until the program has ended or waits for input itself. Returns false when it does not
+    // come to that.
+    bool waitUntilIdle();
 
     // Waits, for twenty seconds at most, until `condition` holds. Returns whether it does.
     bool waitFor(const std::function<bool()>& condition);
@@ -80,6 +92,8 @@ public:
     void stop();
 
 private:
+    // The first window on the screen, from the root down, of which `isIt` holds.
+    Window find(const std::function<bool(Window)>& isIt);
     Window findMain();
     XWindowAttributes frameOf(Window window);
 

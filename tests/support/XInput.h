@@ -22,7 +22,7 @@ void click(Display* display, Window window, int x, int y, int times = 1, unsigne
 // Presses and lets go a key, with `modifier` held when it is not 0.
 void key(Display* display, KeySym key, KeySym modifier = 0);
 
-// Types lower-case letters, digits and blanks.
+// Types letters, digits, blanks, "/" and ".".
 void type(Display* display, const std::string& text);
 
 // Asks the window manager's Close of a window: what it sends to a client that takes part.

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/BlockList.h"
 
+#include "qip/Support/qipAssert.h"
+
 #include <algorithm>
+#include <set>
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -11,26 +16,37 @@ struct LineUse
     uint32_t _place = 0;    // among the lines with code
     uint32_t _function = 0; // that shows the line
     bool _isUsed = false;
-    bool _isAlone = true;   // one block only
-    bool _isShared = false; // several functions
-    int64_t _othersHits = 0;
+    bool _isAlone = true;    // one block only
+    bool _isShared = false;  // several functions
+    bool _isCarried = false; // by one around them, which has no code on it
 };
 
-void boundCount(int64_t& hits, ImportLosses& losses)
+// On a line that another function shows: the value of a basic block that touches it, and which of
+// the line's blocks it counts in.
+struct OtherUse
 {
-    if (hits < 0) {
-        hits = 0;
-        ++losses._negativeCounts;
-    } else if (hits > GreatestCount) {
-        hits = GreatestCount;
-        ++losses._clampedCounts;
+    uint32_t _line = 0;
+    uint32_t _group = 0;
+    uint32_t _value = 0;
+
+    bool isWith(const OtherUse& other) const
+    {
+        return _line == other._line && _group == other._group;
     }
-}
+    bool operator<(const OtherUse& other) const
+    {
+        return std::tie(_line, _group, _value) < std::tie(other._line, other._group, other._value);
+    }
+};
 
 bool startsBefore(const CovBlock& a, const CovBlock& b)
 {
     return a._startLine != b._startLine ? a._startLine < b._startLine : a._stopLine < b._stopLine;
 }
+
+constexpr int MostTries = 16; // functions whose ranges overlap without being in each other
+
+using Widths = std::set<std::pair<int64_t, uint32_t>>; // of functions, each with its number
 
 class FileArranger
 {
@@ -43,20 +59,26 @@ public:
 
 private:
     uint32_t lastLine() const;
+    int64_t widthOf(uint32_t function) const;
     void use(uint32_t function, uint32_t line);
+    void findCarriers();
+    bool canCarry(uint32_t function, uint32_t other) const;
+    void giveToCarrier(LineUse& use, const Widths& around) const;
     void numberLines();
     void addBlocks(uint32_t function);
     size_t addBlock(uint32_t function, size_t first);
-    void addLine(uint32_t function, uint32_t line, int64_t hits);
-    void endStretch(uint32_t function, int64_t hits);
+    void addLine(uint32_t function, uint32_t line, uint32_t value);
+    void endStretch(uint32_t function, uint32_t value);
     void addOthers();
 
     CovFile& _file;
     std::vector<CovFunction>& _functions;
     ImportLosses& _losses;
     std::vector<LineUse> _uses; // by line
-    CovBlock _stretch;          // the one that is growing; start 0 when there is none
-    bool _isOutside = false;    // the block at hand has lines that it cannot show
+    std::vector<OtherUse> _others;
+    CovBlock _stretch;        // the one that is growing; start 0 when there is none
+    bool _isOutside = false;  // the basic block at hand has lines that it cannot show
+    uint32_t _firstValue = 0; // of the function at hand
     uint64_t _pastLastLine = 0;
 };
 
@@ -71,6 +93,12 @@ uint32_t FileArranger::lastLine() const
     return std::min(last, GreatestBlockLine);
 }
 
+// In lines. Their numbers have 32 bits, so differences fit when taken as 64.
+int64_t FileArranger::widthOf(uint32_t function) const
+{
+    return int64_t{_functions[function]._endLine} - int64_t{_functions[function]._startLine};
+}
+
 void FileArranger::use(uint32_t function, uint32_t line)
 {
     LineUse& use = _uses[line];
@@ -82,12 +110,57 @@ void FileArranger::use(uint32_t function, uint32_t line)
     use._isAlone = false;
     if (use._function != function) {
         use._isShared = true;
-        // Line numbers are bounded by 32 bits, so differences are, too, when taken as 64.
-        const auto width = [this](uint32_t f) {
-            return int64_t{_functions[f]._endLine} - int64_t{_functions[f]._startLine};
-        };
-        if (width(function) > width(use._function)) {
+        if (widthOf(function) > widthOf(use._function)) {
             use._function = function;
+        }
+    }
+}
+
+// Whether a function without code on a line can show it for another.
+bool FileArranger::canCarry(uint32_t function, uint32_t other) const
+{
+    return _functions[function]._startLine <= _functions[other]._startLine &&
+           _functions[other]._endLine <= _functions[function]._endLine;
+}
+
+// Gives the line to the narrowest function that is around the one that would show it.
+void FileArranger::giveToCarrier(LineUse& use, const Widths& around) const
+{
+    auto wider = around.upper_bound({widthOf(use._function), UINT32_MAX});
+    for (int tries = 0; wider != around.end() && tries < MostTries; ++wider, ++tries) {
+        if (canCarry(wider->second, use._function)) {
+            use._function = wider->second;
+            use._isCarried = true;
+            return;
+        }
+    }
+}
+
+// Gives each line that several functions share, two lambdas, to the innermost function around them.
+void FileArranger::findCarriers()
+{
+    std::vector<uint32_t> order;
+    for (uint32_t i = 0; i < _functions.size(); ++i) {
+        if (!_functions[i]._isPart && widthOf(i) >= 0) {
+            order.push_back(i);
+        }
+    }
+    std::sort(order.begin(), order.end(), [this](uint32_t a, uint32_t b) {
+        return _functions[a]._startLine < _functions[b]._startLine;
+    });
+    Widths around;
+    std::set<std::pair<uint32_t, uint32_t>> ends; // of these
+    auto next = order.begin();
+    for (uint32_t line = 0; line < _uses.size(); ++line) {
+        for (; next != order.end() && _functions[*next]._startLine <= line; ++next) {
+            around.insert({widthOf(*next), *next});
+            ends.insert({_functions[*next]._endLine, *next});
+        }
+        for (; !ends.empty() && ends.begin()->first < line; ends.erase(ends.begin())) {
+            around.erase({widthOf(ends.begin()->second), ends.begin()->second});
+        }
+        if (_uses[line]._isShared) {
+            giveToCarrier(_uses[line], around);
         }
     }
 }
@@ -101,37 +174,38 @@ void FileArranger::numberLines()
     }
 }
 
-void FileArranger::endStretch(uint32_t function, int64_t hits)
+void FileArranger::endStretch(uint32_t function, uint32_t value)
 {
     if (_stretch._startLine != 0) {
-        _functions[function]._blocks.push_back({_stretch._startLine, _stretch._stopLine, hits});
+        _functions[function]._blocks.push_back({_stretch._startLine, _stretch._stopLine, value});
         _stretch = CovBlock();
     }
 }
 
-void FileArranger::addLine(uint32_t function, uint32_t line, int64_t hits)
+void FileArranger::addLine(uint32_t function, uint32_t line, uint32_t value)
 {
     if (line > GreatestBlockLine) {
         _isOutside = true;
         return;
     }
-    LineUse& use = _uses[line];
+    const LineUse& use = _uses[line];
     if (use._isShared && use._function != function) {
-        use._othersHits = std::min(use._othersHits + hits, GreatestCount);
+        _others.push_back({line, use._isCarried ? function : 0, value});
         _isOutside = true;
         return;
     }
+    const auto shown = static_cast<uint16_t>(line);
     const bool isNext =
         _stretch._startLine != 0 && use._place == _uses[_stretch._stopLine]._place + 1;
     if (!use._isAlone || !isNext) {
-        endStretch(function, hits);
+        endStretch(function, value);
     }
     if (!use._isAlone) {
-        _functions[function]._blocks.push_back({line, line, hits});
+        _functions[function]._blocks.push_back({shown, shown, value});
         return;
     }
-    _stretch._startLine = _stretch._startLine == 0 ? line : _stretch._startLine;
-    _stretch._stopLine = line;
+    _stretch._startLine = _stretch._startLine == 0 ? shown : _stretch._startLine;
+    _stretch._stopLine = shown;
 }
 
 // Returns where the lines of the next block begin.
@@ -139,15 +213,15 @@ size_t FileArranger::addBlock(uint32_t function, size_t first)
 {
     CovFunction& entry = _functions[function];
     const uint32_t block = entry._lines[first]._block;
-    const int64_t hits = entry._hits[block];
+    const uint32_t value = _firstValue + block;
     _isOutside = false;
     size_t next = first;
     for (; next < entry._lines.size() && entry._lines[next]._block == block; ++next) {
-        addLine(function, entry._lines[next]._line, hits);
+        addLine(function, entry._lines[next]._line, value);
     }
-    endStretch(function, hits);
+    endStretch(function, value);
     if (_isOutside) {
-        entry._blocks.push_back({0, 0, hits});
+        entry._blocks.push_back({0, 0, value});
         _pastLastLine += entry._lines[next - 1]._line > GreatestBlockLine ? 1 : 0;
     }
     return next;
@@ -160,31 +234,40 @@ void FileArranger::addBlocks(uint32_t function)
     for (size_t line = 0; line < entry._lines.size();) {
         line = addBlock(function, line);
     }
+    _firstValue += entry._nBasicBlocks;
 }
 
+// Each line that several functions touch has a block with the sum of what others than the one that
+// shows it ran there; when that has no code on the line, one for each of the others.
 void FileArranger::addOthers()
 {
-    for (uint32_t line = 0; line < _uses.size(); ++line) {
-        const LineUse& use = _uses[line];
-        if (use._isShared) {
-            _functions[use._function]._blocks.push_back({line, line, use._othersHits});
+    std::sort(_others.begin(), _others.end());
+    _file._sums.reserve(_others.size());
+    uint32_t value = _firstValue;
+    for (size_t i = 0; i < _others.size(); ++i) {
+        const uint32_t line = _others[i]._line;
+        const bool isLast = i + 1 == _others.size() || !_others[i + 1].isWith(_others[i]);
+        qipAssert(_others[i]._value <= CovTerm::GreatestCount);
+        _file._sums.push_back({_others[i]._value & CovTerm::GreatestCount, 1, isLast ? 1u : 0u});
+        if (isLast) {
+            const auto shown = static_cast<uint16_t>(line);
+            _functions[_uses[line]._function]._blocks.push_back({shown, shown, value++});
         }
     }
 }
 
 void FileArranger::arrange()
 {
+    _file._sums.clear();
     _uses.assign(lastLine() + size_t{1}, LineUse());
     for (uint32_t i = 0; i < _functions.size(); ++i) {
-        for (int64_t& hits : _functions[i]._hits) {
-            boundCount(hits, _losses);
-        }
         for (const CovLine& line : _functions[i]._lines) {
             if (line._line <= GreatestBlockLine) {
                 use(i, line._line);
             }
         }
     }
+    findCarriers();
     numberLines();
     for (uint32_t i = 0; i < _functions.size(); ++i) {
         addBlocks(i);
@@ -192,6 +275,7 @@ void FileArranger::arrange()
     addOthers();
     for (CovFunction& function : _functions) {
         std::stable_sort(function._blocks.begin(), function._blocks.end(), startsBefore);
+        function._blocks.shrink_to_fit(); // there are millions, and they stay to the end
     }
     if (_pastLastLine != 0) {
         _losses._blocksPastLastLine[_file._path] += _pastLastLine;

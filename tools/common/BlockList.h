@@ -9,24 +9,23 @@
 //     stretch: a block from the first of them to the last.
 //   - On a line that several blocks touch each has a block of that one line.
 //   - A line that several functions touch is shown by one of them, the one with the most lines
-//     (else the first in file order): its own blocks and one more with the hits of the others. Each
-//     block of the others that touches such lines has one block with lines 0 for all of them.
+//     (else the first in file order): its own blocks and one more with the hits of the others. When
+//     a function around them has no code there, two lambdas on a line, the innermost such function
+//     shows the line: one block for each of them. Each basic block of the others that touches such
+//     lines has one block with lines 0 for all of them.
 //   - Lines past 65535 do not fit; they too are one block with lines 0.
 //
-// Thereby a line is red exactly when no block that touches it ran. The result depends on lines and
-// order alone, never on counts. docs/importing.md has examples.
+// Thereby a line is red exactly when no block that touches it ran, whatever the counts are.
+// docs/importing.md has examples.
 #pragma once
 
 #include "tools/common/CoverageModel.h"
 #include "tools/common/ImportLosses.h"
 
-// Keeps counts between 0 and this; every view can show it.
-constexpr int64_t GreatestCount = 2147483647;
-
 // The greatest line that a block can name.
 constexpr uint32_t GreatestBlockLine = 65535;
 
-// Fills CovFunction::_blocks of every function of `file`, sorted by start and stop line, and bounds
-// `_hits`. Counts what it bounded and what lies past the last line in `losses`. The cost is linear
-// in lines, apart from sorting each function's blocks.
+// Fills CovFunction::_blocks of every function of `file`, sorted by start and stop line, and
+// CovFile::_sums. Counts what lies past the last line in `losses`. The cost is linear in lines,
+// apart from sorting each function's blocks and the lines that several functions touch.
 void arrangeBlocks(CovFile& file, ImportLosses& losses);

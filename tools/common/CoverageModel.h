@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 //
-// What an importer hands over: files, their functions, which lines each block of a function
-// touches, and the counts of one run. Importers fill it, finishCoverage() puts it into the order
-// and the bounds of the data files, and writeCoverage() writes it as a map file and a log file.
+// The structure that an importer's functions have in a map: files, their functions, which lines
+// each block of a function touches, and how the count of each block follows from what a run
+// counted. ModelBuilder fills it, finishCoverage() puts it into the order and the bounds of the
+// data files, countRun() finds the counts of a run, and CoverageWriter writes it as a map file and
+// a log file for each run.
 //
-// Everything except the counts must follow from the build alone, so that each run of one build
-// gives the same map.
+// It holds no counts and follows from the build alone, so that each run of one build has the same
+// map.
+//
+// There are two kinds of blocks. A *basic block* is what the importer counts; it touches lines. A
+// *block* of the map goes from one line to another; arrangeBlocks() makes these.
 #pragma once
 
 #include "tools/common/FunctionText.h"
@@ -14,10 +19,10 @@
 #include <string>
 #include <vector>
 
-// One line that a block touches, from 1.
+// One line that a basic block touches, from 1.
 struct CovLine
 {
-    uint32_t _block = 0; // index into CovFunction::_hits
+    uint32_t _block = 0; // number among the function's basic blocks
     uint32_t _line = 0;
 
     bool operator==(const CovLine& other) const
@@ -26,13 +31,27 @@ struct CovLine
     }
 };
 
+// A part of how a count is made: the terms up to the one that ends a sum belong together. Such a
+// sum adds up maxima, each of the terms up to one that ends it. Most sums are one term, which ends
+// both.
+struct CovTerm
+{
+    static constexpr uint32_t GreatestCount = (1u << 30) - 1;
+
+    uint32_t _count : 30; // number of what is counted
+    uint32_t _endsMaximum : 1;
+    uint32_t _endsSum : 1;
+
+    static CovTerm alone(uint32_t count) { return {count & GreatestCount, 1, 1}; }
+};
+
 // A block as the files keep it: from its first to its last line, both its own; 0 and 0 when the
 // source view shows it nowhere.
 struct CovBlock
 {
-    uint32_t _startLine = 0;
-    uint32_t _stopLine = 0;
-    int64_t _hits = 0;
+    uint16_t _startLine = 0;
+    uint16_t _stopLine = 0;
+    uint32_t _value = 0; // number among the values of the file, see CovFile
 };
 
 struct CovFunction
@@ -44,21 +63,25 @@ struct CovFunction
     std::string _storedName; // as the map stores it, see FunctionName.h; set by finishCoverage()
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
-    std::vector<int64_t> _hits;    // of each block; negative ones come from damaged counts
-    std::vector<CovLine> _lines;   // by block, then line, each once
+    bool _isPart = false; // lines in this file of a function that is another's
+    uint32_t _nBasicBlocks = 0;
+    std::vector<CovTerm> _sums;    // of each basic block, from the counts of a run
+    std::vector<CovLine> _lines;   // by basic block, then line, each once
     std::vector<CovBlock> _blocks; // set by finishCoverage(), see BlockList.h
 };
 
+// The values of a file are, for one run, the counts of the basic blocks of its functions one after
+// another, and behind them those of `_sums`.
 struct CovFile
 {
     std::string _path;          // absolute
     uint32_t _timeModified = 0; // seconds since the epoch, 0 when the file is not there
     std::vector<CovFunction> _functions;
+    std::vector<CovTerm> _sums; // of other values of the file; set by finishCoverage()
 };
 
 struct CoverageModel
 {
     std::vector<CovFile> _files;
-    uint32_t _executionTime = 0; // of the run, seconds since the epoch, 0 when it is not known
-    bool _isBoolean = false;     // counts only say whether a block ran
+    bool _isBoolean = false; // counts only say whether a block ran
 };

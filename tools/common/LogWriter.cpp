@@ -13,22 +13,17 @@ int LogWriter::create(const char* filename, uint32_t executionTime)
     return open(filename, WRITE, HeaderSize);
 }
 
-int LogWriter::add(const CovFile& file, const std::string& mapPath, bool isBoolean)
+int LogWriter::add(const CovFile& file, const std::vector<uint32_t>& counts,
+                   const std::string& mapPath, bool isBoolean)
 {
     RecordPayload payload;
     payload.text(file._path);
     payload.text(mapPath);
     payload.word32(file._timeModified);
     payload.word32(isBoolean ? 1 : 0);
-    size_t blocks = 0;
-    for (const CovFunction& function : file._functions) {
-        blocks += function._blocks.size();
-    }
-    payload.word32(static_cast<uint32_t>(blocks));
-    for (const CovFunction& function : file._functions) {
-        for (const CovBlock& block : function._blocks) {
-            payload.word32(static_cast<uint32_t>(block._hits));
-        }
+    payload.word32(static_cast<uint32_t>(counts.size()));
+    for (const uint32_t count : counts) {
+        payload.word32(count);
     }
     if (payload.size() > UINT32_MAX) {
         return WriteFailed;

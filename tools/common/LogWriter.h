@@ -16,10 +16,11 @@ public:
     // Returns 0 or a code of qipVLRecFile::open().
     [[nodiscard]] int create(const char* filename, uint32_t executionTime);
 
-    // Appends the counts of `file` in map order. `mapPath` names the map file that describes it.
-    // REQUIRES: counts and names within the bounds that finishCoverage() keeps.
+    // Appends the counts of `file`, one for each of its blocks in map order. `mapPath` names the
+    // map file that describes it. REQUIRES: names within the bounds that finishCoverage() keeps.
     // Returns 0, or -3 when the file cannot take the bytes or the record is past 4 GiB.
-    [[nodiscard]] int add(const CovFile& file, const std::string& mapPath, bool isBoolean);
+    [[nodiscard]] int add(const CovFile& file, const std::vector<uint32_t>& counts,
+                          const std::string& mapPath, bool isBoolean);
 
     void dump(std::ostream& out) override;
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace {
@@ -225,19 +224,26 @@ bool NameText::isLeftOut(size_t bracket, bool isLambda, Parameters parameters) c
            (parameters == LongOfLambdas && isLambda && isLonger);
 }
 
-std::string NameText::without(int depthOfLists, Parameters parameters, const char* onlyWith) const
+// Whether the brackets that open at `bracket` hold `word`.
+bool NameText::holds(size_t bracket, std::string_view word) const
+{
+    return std::string_view(_text).substr(bracket, _partner[bracket] - bracket).find(word) !=
+           std::string_view::npos;
+}
+
+std::string NameText::without(int depthOfLists, Parameters parameters,
+                              std::string_view onlyWith) const
 {
     std::string result;
     for (size_t i = 0; i < _text.size(); ++i) {
         const size_t lambda = lambdaParameters(i);
-        if (lambda != None && isLeftOut(lambda, true, parameters)) {
+        if (lambda != None && isLeftOut(lambda, true, parameters) && holds(lambda, onlyWith)) {
             result.append(_text, i, lambda - i).append(Dots);
             i = _partner[lambda];
-        } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists &&
-                   _text.find(onlyWith, i) < _partner[i]) {
+        } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists && holds(i, onlyWith)) {
             result += "<...>";
             i = _partner[i];
-        } else if (isLocalParameters(i) && isLeftOut(i, false, parameters)) {
+        } else if (isLocalParameters(i) && isLeftOut(i, false, parameters) && holds(i, onlyWith)) {
             result.append(Dots);
             i = _partner[i];
         } else {
@@ -260,9 +266,10 @@ std::string NameText::withoutDoubleUnderscores() const
 {
     std::string result = _text;
     for (int depth = 1; depth <= _deepestList && result.find("__") != std::string::npos; ++depth) {
-        result = without(depth, depth > 1 ? LongOfLambdas : NoParameters, "__");
+        result = without(depth, NoParameters, "__");
     }
-    return result;
+    return result.find("__") != std::string::npos ? without(_deepestList, AllParameters, "__")
+                                                  : result;
 }
 
 std::string NameText::withoutArguments() const
@@ -273,6 +280,43 @@ std::string NameText::withoutArguments() const
 std::string NameText::withoutDetails() const
 {
     return without(_deepestList, AllParameters);
+}
+
+// Whether the bracket at `at` opens parameters of a lambda or of a function that the name is local
+// to.
+bool NameText::isDetail(size_t at) const
+{
+    static const std::string lambda = "{lambda";
+    const bool isOfLambda = _text[at] == '(' && at >= lambda.size() && _partner[at] != None &&
+                            startsAt(_text, at - lambda.size(), lambda.c_str());
+    return isOfLambda || isLocalParameters(at);
+}
+
+std::vector<std::string> NameText::details() const
+{
+    std::vector<std::string> result;
+    for (size_t i = 0; i < _text.size(); ++i) {
+        if (isDetail(i)) {
+            result.push_back(_text.substr(i, _partner[i] + 1 - i));
+            i = _partner[i];
+        }
+    }
+    return result;
+}
+
+std::string NameText::withDetails(const std::vector<bool>& keeps) const
+{
+    std::string result;
+    size_t number = 0;
+    for (size_t i = 0; i < _text.size(); ++i) {
+        if (!isDetail(i)) {
+            result += _text[i];
+            continue;
+        }
+        result += keeps[number++] ? _text.substr(i, _partner[i] + 1 - i) : std::string(Dots);
+        i = _partner[i];
+    }
+    return result;
 }
 
 namespace {
@@ -352,15 +396,6 @@ size_t partsOf(const std::string& text)
     return count;
 }
 
-std::string withFewerParts(const std::string& text, size_t mostParts)
-{
-    std::string result = text;
-    for (int depth = 32; depth >= -1 && partsOf(result) > mostParts; --depth) {
-        result = withoutQualifiers(text, depth);
-    }
-    return result;
-}
-
 std::vector<std::string> splitList(const std::string& types)
 {
     std::vector<std::string> result;
@@ -376,12 +411,11 @@ std::vector<std::string> splitList(const std::string& types)
             continue;
         }
         const size_t first = std::min(types.find_first_not_of(' ', start), i);
-        const size_t last = types.find_last_not_of(' ', i - 1);
-        result.push_back(first < i ? types.substr(first, last + 1 - first) : "");
+        if (first < i) {
+            const size_t last = types.find_last_not_of(' ', i - 1);
+            result.push_back(types.substr(first, last + 1 - first));
+        }
         start = i + 1;
-    }
-    if (result.size() == 1 && result.front().empty()) {
-        result.clear();
     }
     return result;
 }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class NameText
@@ -34,13 +35,18 @@ public:
     // "(...)", then the innermost argument lists `<...>`, then those around them, and at last the
     // parameters of functions that the name is local to "(...)".
     std::string shortened(size_t longest) const;
-    // `<...>` for every argument list with "__" in it, the innermost first, until none is left.
+    // `<...>` for every argument list with "__" in it, the innermost first, and "(...)" for such
+    // parameters of lambdas and of functions that the name is local to, until none is left.
     std::string withoutDoubleUnderscores() const;
     // Every argument list is `<...>`.
     std::string withoutArguments() const;
     // The same, and "(...)" for the parameters of lambdas and of functions that the name is local
     // to: those differ among instances, too.
     std::string withoutDetails() const;
+    // Those parameters, with their brackets, from the left.
+    std::vector<std::string> details() const;
+    // "(...)" for those that are not kept; `keeps` has as many as details().
+    std::string withDetails(const std::vector<bool>& keeps) const;
 
 private:
     void matchBrackets();
@@ -49,9 +55,13 @@ private:
     // is local to; only where that is shorter, or everywhere.
     enum Parameters { NoParameters, LongOfLambdas, LongParameters, AllParameters };
 
-    std::string without(int depthOfLists, Parameters parameters, const char* onlyWith = "") const;
+    // Of lists and parameters only those that hold `onlyWith`.
+    std::string without(int depthOfLists, Parameters parameters,
+                        std::string_view onlyWith = "") const;
+    bool holds(size_t bracket, std::string_view word) const;
     bool isLeftOut(size_t bracket, bool isLambda, Parameters parameters) const;
     size_t lambdaParameters(size_t at) const;
+    bool isDetail(size_t at) const;
     bool isLocalParameters(size_t at) const;
 
     std::string _text;
@@ -70,13 +80,9 @@ size_t pastOperator(const std::string& text, size_t at);
 // names inside of more than `depth` brackets lose them.
 std::string withoutQualifiers(const std::string& text, int depth = -1);
 
-// A type with at most `mostParts` parts between its "::": the innermost names lose theirs first.
-// `text` may be a piece of a type, with brackets that have no partners.
-std::string withFewerParts(const std::string& text, size_t mostParts);
-
 // How many parts the "::" of a text make.
 size_t partsOf(const std::string& text);
 
-// The parts of a list of types between its commas, without blanks around them; none of an empty
-// list.
+// The parts of a list of types between its commas, without blanks around them. A parameter pack
+// with nothing in it leaves nothing between its commas, which is no part.
 std::vector<std::string> splitList(const std::string& types);

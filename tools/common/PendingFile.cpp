@@ -31,11 +31,13 @@ struct Slot
     char _name[PATH_MAX] = {};
 };
 
-Slot slots[4];
+// For the files that CoverageWriter has pending at a time.
+constexpr int Slots = 40;
+Slot slots[Slots];
 
 int takeSlot(const std::string& name)
 {
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < Slots; ++i) {
         if (name.size() < PATH_MAX && !slots[i]._isTaken.exchange(true)) {
             std::strcpy(slots[i]._name, name.c_str());
             slots[i]._isFilled = true;

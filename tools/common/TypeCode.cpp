@@ -10,7 +10,7 @@ namespace {
 
 // Deeper function types are written as they stand; the source's nesting drives the recursion.
 constexpr int DeepestNesting = 32;
-constexpr size_t MostParts = 9;
+constexpr size_t MostPartsOfADigit = 9;
 constexpr int AnyDepth = 1000000;
 
 struct BaseType
@@ -70,8 +70,7 @@ size_t openingBracket(const std::string& text)
     return std::string::npos;
 }
 
-// Encodes one list. What is decoded joins the parameters of a list by ", ", so a type that has more
-// parts than a name can have goes in pieces, as if each of its template arguments were a parameter.
+// Encodes one list.
 class TypeEncoder
 {
 public:
@@ -79,7 +78,7 @@ public:
 
     bool list(const std::string& types, int nesting);
     bool function(const std::string& name, const std::string& types);
-    bool piece(const std::string& text, std::string& codes);
+    bool name(const std::string& text, std::string& codes);
 
 private:
     // The codes before a base: of its marks, the outermost first, and of the base's own qualifiers.
@@ -97,7 +96,6 @@ private:
     bool takeMemberPointer(std::string& type, std::string& codes);
     void array(std::string& type, Marks& marks);
     bool base(const std::string& type, const Marks& marks);
-    bool name(const std::string& name, const Marks& marks);
 
     std::string& _code;
     size_t& _nChanged;
@@ -114,8 +112,8 @@ bool hasSingleColon(const std::string& name)
     return false;
 }
 
-// One name without ", " that needs splitting. Changes it when it cannot be written as it stands.
-bool TypeEncoder::piece(const std::string& text, std::string& codes)
+// One name, its parts between "::". Changes it when it cannot be written as it stands.
+bool TypeEncoder::name(const std::string& text, std::string& codes)
 {
     std::string name = text;
     if (hasSingleColon(name)) {
@@ -126,12 +124,10 @@ bool TypeEncoder::piece(const std::string& text, std::string& codes)
         name.erase(0, 2);
         ++_nChanged;
     }
-    if (partsOf(name) > MostParts) {
-        name = withFewerParts(name, MostParts);
-        ++_nChanged;
-    }
     const size_t count = partsOf(name);
-    if (count > 1) {
+    if (count > MostPartsOfADigit) {
+        codes.append("Q_").append(std::to_string(count)).append("_");
+    } else if (count > 1) {
         codes += 'Q';
         codes += static_cast<char>('0' + count);
     }
@@ -150,51 +146,6 @@ bool TypeEncoder::piece(const std::string& text, std::string& codes)
     }
 }
 
-// Cuts a name that has too many parts at its commas. A piece takes as many parts as it can. None
-// but the first starts with a digit: its length stands right before it.
-std::vector<std::string> piecesOf(const std::string& name)
-{
-    std::vector<std::string> pieces;
-    size_t start = 0;
-    while (partsOf(name.substr(start)) > MostParts) {
-        size_t end = std::string::npos;
-        for (size_t comma = name.find(", ", start); comma != std::string::npos;
-             comma = name.find(", ", comma + 2)) {
-            const bool isGood = comma + 2 < name.size() && !isDigit(name[comma + 2]);
-            if (isGood && end != std::string::npos &&
-                partsOf(name.substr(start, comma - start)) > MostParts) {
-                break;
-            }
-            end = isGood ? comma : end;
-        }
-        if (end == std::string::npos) {
-            break;
-        }
-        pieces.push_back(name.substr(start, end - start));
-        start = end + 2;
-    }
-    pieces.push_back(name.substr(start));
-    return pieces;
-}
-
-// The base's qualifiers are shown in front of it and the marks behind, so of several pieces the
-// first has the qualifiers and the last the marks.
-bool TypeEncoder::name(const std::string& name, const Marks& marks)
-{
-    const std::vector<std::string> pieces = piecesOf(name);
-    std::string before = pieces.size() > 1 ? marks._base : "";
-    for (size_t i = 0; i + 1 < pieces.size(); ++i) {
-        _code += before;
-        before.clear();
-        if (!piece(pieces[i], _code)) {
-            return false;
-        }
-    }
-    _code += marks._codes;
-    _code += pieces.size() > 1 ? "" : marks._base;
-    return piece(pieces.back(), _code);
-}
-
 bool TypeEncoder::base(const std::string& type, const Marks& marks)
 {
     for (const BaseType& base : baseTypes) {
@@ -203,7 +154,8 @@ bool TypeEncoder::base(const std::string& type, const Marks& marks)
             return true;
         }
     }
-    return name(type, marks);
+    _code += marks._codes + marks._base;
+    return name(type, _code);
 }
 
 // Takes "Class::*" off the end of the type.
@@ -220,7 +172,7 @@ bool TypeEncoder::takeMemberPointer(std::string& type, std::string& codes)
         start = partner != NameText::None && partner < start ? partner : start;
     }
     std::string code;
-    if (!piece(klass.substr(start), code)) {
+    if (!name(klass.substr(start), code)) {
         return false;
     }
     codes += 'M';
@@ -308,8 +260,7 @@ bool TypeEncoder::functionType(const std::string& type, const Marks& marks, int 
     }
     _code += '_';
     const std::string result = trimmed(front.substr(0, bracket));
-    // A result in pieces would be several parameters.
-    return partsOf(result) <= MostParts && this->type(result, nesting + 1);
+    return this->type(result, nesting + 1);
 }
 
 bool TypeEncoder::type(const std::string& text, int nesting)
@@ -322,7 +273,7 @@ bool TypeEncoder::type(const std::string& text, int nesting)
     const bool isGood = takeMarks(type, marks) && !type.empty();
     // "void (S::*)() noexcept const": the mark is the function's.
     if (!isGood || endsWith(type, " noexcept")) {
-        return name(trimmed(text), Marks());
+        return name(trimmed(text), _code);
     }
     if (endsWith(type, "]")) {
         array(type, marks);
@@ -341,16 +292,20 @@ bool TypeEncoder::type(const std::string& text, int nesting)
     const size_t parameters = openingBracket(type);
     const bool isFunction =
         parameters != std::string::npos && parameters > 0 && type[parameters - 1] == ')';
-    return isFunction ? name(trimmed(text), Marks()) : name(type, marks);
+    if (isFunction) {
+        return name(trimmed(text), _code);
+    }
+    _code += marks._codes + marks._base;
+    return name(type, _code);
 }
 
 bool TypeEncoder::list(const std::string& types, int nesting)
 {
-    if (trimmed(types).empty()) {
+    const std::vector<std::string> all = splitList(types);
+    if (all.empty()) {
         _code += 'v';
         return true;
     }
-    const std::vector<std::string> all = splitList(types);
     for (const std::string& one : all) {
         if (one == "...") {
             _code += 'e';
@@ -366,18 +321,12 @@ bool TypeEncoder::list(const std::string& types, int nesting)
 // A function type shows as its result and the list in parentheses.
 bool TypeEncoder::function(const std::string& name, const std::string& types)
 {
-    const std::vector<std::string> pieces = piecesOf(name);
-    for (size_t i = 0; i + 1 < pieces.size(); ++i) {
-        if (!piece(pieces[i], _code)) {
-            return false;
-        }
-    }
     _code += 'F';
     if (!list(types, 1)) {
         return false;
     }
     _code += '_';
-    return piece(pieces.back(), _code);
+    return this->name(name, _code);
 }
 
 } // namespace
@@ -395,5 +344,5 @@ bool appendFunctionCode(const std::string& name, const std::string& types, std::
 
 bool appendNameCode(const std::string& name, std::string& code, size_t& nChanged)
 {
-    return TypeEncoder(code, nChanged).piece(name, code);
+    return TypeEncoder(code, nChanged).name(name, code);
 }

@@ -33,9 +33,10 @@ private:
 enum LineState : unsigned char { NoCode, Unrun, Run };
 
 // What each line should show, by its number.
-std::vector<LineState> wantedStates(const CovFile& file)
+std::vector<LineState> wantedStates(const CovFile& file, const std::vector<uint32_t>& values)
 {
     std::vector<LineState> states;
+    const uint32_t* value = values.data();
     for (const CovFunction& function : file._functions) {
         for (const CovLine& line : function._lines) {
             if (line._line > GreatestBlockLine) {
@@ -44,34 +45,38 @@ std::vector<LineState> wantedStates(const CovFile& file)
             if (line._line >= states.size()) {
                 states.resize(line._line + size_t{1}, NoCode);
             }
-            const LineState state = function._hits[line._block] == 0 ? Unrun : Run;
+            const LineState state = value[line._block] == 0 ? Unrun : Run;
             states[line._line] = std::max(states[line._line], state);
         }
+        value += function._nBasicBlocks;
     }
     return states;
 }
 
-void loadFunction(const CovFunction& function, SrcCoverage& coverage)
+void loadFunction(const CovFunction& function, const uint32_t* counts, SrcCoverage& coverage)
 {
-    const size_t count = function._blocks.size();
-    const std::unique_ptr<ZEMBlkRecord[]> blocks(new ZEMBlkRecord[count]);
-    for (size_t i = 0; i < count; ++i) {
-        blocks[i]._startLine = static_cast<uint16_t>(function._blocks[i]._startLine);
-        blocks[i]._stopLine = static_cast<uint16_t>(function._blocks[i]._stopLine);
-        blocks[i]._nHits = static_cast<uint32_t>(function._blocks[i]._hits);
+    const size_t size = function._blocks.size();
+    const std::unique_ptr<ZEMBlkRecord[]> blocks(new ZEMBlkRecord[size]);
+    for (size_t i = 0; i < size; ++i) {
+        blocks[i]._startLine = function._blocks[i]._startLine;
+        blocks[i]._stopLine = function._blocks[i]._stopLine;
+        blocks[i]._nHits = counts[i];
     }
-    coverage.loadBlocks(blocks.get(), static_cast<uint32_t>(count));
+    coverage.loadBlocks(blocks.get(), static_cast<uint32_t>(size));
 }
 
 } // namespace
 
-void checkView(const CovFile& file, ImportLosses& losses)
+void checkView(const CovFile& file, const std::vector<uint32_t>& values,
+               const std::vector<uint32_t>& counts, ImportLosses& losses)
 {
-    const std::vector<LineState> wanted = wantedStates(file);
+    const std::vector<LineState> wanted = wantedStates(file, values);
     BareLines lines(wanted.size());
     SrcCoverage coverage(lines);
+    const uint32_t* count = counts.data();
     for (const CovFunction& function : file._functions) {
-        loadFunction(function, coverage);
+        loadFunction(function, count, coverage);
+        count += function._blocks.size();
     }
     for (size_t n = 1; n < wanted.size(); ++n) {
         const SrcLine& line = *lines.line(static_cast<long>(n) - 1);

@@ -7,6 +7,11 @@
 #include "tools/common/CoverageModel.h"
 #include "tools/common/ImportLosses.h"
 
+#include <cstdint>
+#include <vector>
+
 // A line must be drawn as untested exactly when no block that touches it ran. Counts in `losses`
-// each line of `file` that will not. REQUIRES: arrangeBlocks() has run. The cost is linear.
-void checkView(const CovFile& file, ImportLosses& losses);
+// each line of `file` that will not. `values` are those of the file, `counts` those of its blocks
+// in the order of the map. REQUIRES: arrangeBlocks() has run. The cost is linear.
+void checkView(const CovFile& file, const std::vector<uint32_t>& values,
+               const std::vector<uint32_t>& counts, ImportLosses& losses);

@@ -4,8 +4,8 @@
 #include "tools/common/BlockList.h"
 #include "tools/common/RecordPayload.h"
 #include "tools/common/SourcePath.h"
-#include "tools/common/checkView.h"
 #include "tools/common/parallel.h"
+#include "tools/common/shortenLabels.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ bool lineBefore(const CovLine& a, const CovLine& b)
     return a._block != b._block ? a._block < b._block : a._line < b._line;
 }
 
-// A total order, apart from counts. Functions that are equal in all of this stay in their order.
+// A total order, apart from sums. Functions that are equal in all of this stay in their order.
 bool functionBefore(const CovFunction& a, const CovFunction& b)
 {
     if (a._startLine != b._startLine) {
@@ -51,12 +51,8 @@ void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
     file._functions.erase(kept, file._functions.end());
     std::stable_sort(file._functions.begin(), file._functions.end(), functionBefore);
     arrangeBlocks(file, losses);
-    checkView(file, losses);
     for (CovFunction& function : file._functions) {
         nameFunction(function, style, losses);
-        // What the blocks were made of is needed no more.
-        std::vector<CovLine>().swap(function._lines);
-        std::vector<int64_t>().swap(function._hits);
     }
 }
 
@@ -96,4 +92,5 @@ void finishCoverage(CoverageModel& model, const NameStyle& style, ImportLosses& 
     const auto kept = std::remove_if(model._files.begin(), model._files.end(),
                                      [](const CovFile& file) { return file._functions.empty(); });
     model._files.erase(kept, model._files.end());
+    shortenLabels(model, style);
 }

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "tools/compare/BuildFacts.h"
-#include "tools/import/gcc/SourceFilter.h"
+#include "tools/import/SourceFilter.h"
 
 #include <string>
 

@@ -9,7 +9,8 @@
 //   the standard library's defaults;
 // - no namespaces inside the last part, unless it is a conversion operator;
 // - blanks and the side on which const stands do not count;
-// - const and volatile of parameters show at the last level only.
+// - const and volatile of parameters show at the last level only;
+// - a parameter pack with nothing in it is no parameter.
 #pragma once
 
 #include <string>
@@ -25,6 +26,10 @@ struct PlainName
     static PlainName of(const std::string& filtered);
 };
 
+// Whether a map can hold parameters for the function `name`: they start at the first "__" of what
+// is stored. One inside of brackets does not count; what they hold can be left out.
+bool canShowTypes(const std::string& name);
+
 // `text` in the spelling in which names are compared.
 std::string comparedSpelling(const std::string& text);
 // The same without any const and volatile.
@@ -39,6 +44,10 @@ enum class Placeholders {
 
 // Whether `shown` is `expected`, both in the compared spelling.
 bool isShown(const std::string& expected, const std::string& shown, Placeholders placeholders);
+
+// Whether `shown` is a name that is too wide for the report, with "..." for parts and ends of
+// words, perhaps with a number behind that tells it from another name with the same form.
+bool isShownCut(const std::string& expected, const std::string& shown);
 
 // Whether `shown` is the form with parameters of a long name: the name with placeholders, and the
 // whole text in the place of the parameters; that has `placeholders`, too.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// One function as one unit compiled it: its place, the lines that its blocks touch and their
-// counts. Importers make copies; ModelBuilder unites those of one place in the source.
+// One function as one unit compiled it: its place, the lines that its blocks touch and where a run
+// counts them. Importers make copies; ModelBuilder unites those of one place in the source.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@
 // One line that a block touches.
 struct CopyLine
 {
-    uint32_t _block = 0;
-    uint32_t _file = 0; // number of the source file
-    uint32_t _line = 0; // from 1
+    uint32_t _block = 0; // from 0
+    uint32_t _file = 0;  // number of the source file
+    uint32_t _line = 0;  // from 1
 
     bool operator<(const CopyLine& other) const
     {
@@ -40,6 +40,8 @@ struct FunctionCopy
     bool _isBody = false;
     // Made by the compiler: only lines that it holds of other functions count.
     bool _isHidden = false;
-    std::vector<int64_t> _hits;   // of each block
+    // Where the counts of a run have that of block 0; those of the other blocks follow. Copies may
+    // share counts.
+    uint32_t _firstCount = 0;
     std::vector<CopyLine> _lines; // sorted, each once
 };

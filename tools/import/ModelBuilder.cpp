@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/ModelBuilder.h"
 
+#include "qip/Support/qipAssert.h"
 #include "tools/common/FunctionName.h"
 #include "tools/common/parallel.h"
 #include "tools/import/LineOwners.h"
@@ -45,8 +46,8 @@ struct SortedLine
 struct Piece
 {
     Destination _destination;
-    std::vector<int64_t> _hits;
-    std::vector<CovLine> _lines; // by block, then line
+    std::vector<uint32_t> _counts; // of each block: number of what counts it
+    std::vector<CovLine> _lines;   // by block, then line
 };
 
 // A function of the model while it is made.
@@ -55,6 +56,7 @@ struct Place
     uint32_t _file = 0;
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
+    bool _isPart = false; // an entry in another file
     std::vector<std::string> _symbols;
     std::vector<FunctionText> _texts; // of the first symbols, as far as they were read
     std::vector<FunctionCopy*> _copies;
@@ -90,13 +92,6 @@ bool sameRange(const FunctionCopy& a, const FunctionCopy& b)
            a._endLine == b._endLine && a._endColumn == b._endColumn;
 }
 
-void addHits(int64_t& sum, int64_t hits)
-{
-    if (__builtin_add_overflow(sum, hits, &sum)) {
-        sum = hits > 0 ? INT64_MAX : INT64_MIN;
-    }
-}
-
 // Whether a path is of text that is compiled by itself, not included.
 bool isUnitSource(const std::string& path)
 {
@@ -113,57 +108,58 @@ bool isUnitSource(const std::string& path)
 void sumPieces(std::vector<Piece>& pieces, CovFunction& function)
 {
     function._lines.swap(pieces.front()._lines);
-    function._hits.swap(pieces.front()._hits);
-    for (size_t i = 1; i < pieces.size(); ++i) {
-        for (size_t block = 0; block < function._hits.size(); ++block) {
-            addHits(function._hits[block], pieces[i]._hits[block]);
+    function._nBasicBlocks = static_cast<uint32_t>(pieces.front()._counts.size());
+    function._sums.reserve(pieces.size() * function._nBasicBlocks);
+    for (uint32_t block = 0; block < function._nBasicBlocks; ++block) {
+        for (const Piece& piece : pieces) {
+            function._sums.push_back({piece._counts[block] & CovTerm::GreatestCount, 1, 0});
         }
+        function._sums.back()._endsSum = 1;
     }
 }
 
-using LineHits = std::pair<uint32_t, int64_t>;
-
-// The lines of a piece, each once, with the count of the block on it that ran most.
-void appendLines(const Piece& piece, std::vector<LineHits>& lines)
+// What counts one line in one piece.
+struct LineCount
 {
-    const auto first = static_cast<std::ptrdiff_t>(lines.size());
-    for (const CovLine& line : piece._lines) {
-        lines.emplace_back(line._line, -piece._hits[line._block]);
-    }
-    // Negative, so that the greatest count of a line is its first.
-    std::sort(lines.begin() + first, lines.end());
-    const auto end =
-        std::unique(lines.begin() + first, lines.end(),
-                    [](const LineHits& a, const LineHits& b) { return a.first == b.first; });
-    lines.erase(end, lines.end());
-    for (auto line = lines.begin() + first; line != lines.end(); ++line) {
-        line->second = -line->second;
-    }
-}
+    uint32_t _line;
+    uint32_t _piece;
+    uint32_t _count;
 
-// Makes one block of each line of any piece.
+    bool operator<(const LineCount& other) const
+    {
+        return std::tie(_line, _piece, _count) < std::tie(other._line, other._piece, other._count);
+    }
+};
+
+// Makes one block of each line of any piece. It ran as often as, in each piece, the block on it
+// that ran most.
 void uniteLines(const std::vector<Piece>& pieces, CovFunction& function)
 {
-    std::vector<LineHits> lines;
-    for (const Piece& piece : pieces) {
-        appendLines(piece, lines);
+    std::vector<LineCount> lines;
+    for (uint32_t i = 0; i < pieces.size(); ++i) {
+        for (const CovLine& line : pieces[i]._lines) {
+            lines.push_back({line._line, i, pieces[i]._counts[line._block]});
+        }
     }
     std::sort(lines.begin(), lines.end());
-    for (const LineHits& line : lines) {
-        if (function._lines.empty() || function._lines.back()._line != line.first) {
-            function._lines.push_back({static_cast<uint32_t>(function._hits.size()), line.first});
-            function._hits.push_back(0);
+    function._sums.reserve(lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (i == 0 || lines[i - 1]._line != lines[i]._line) {
+            function._lines.push_back({function._nBasicBlocks++, lines[i]._line});
         }
-        addHits(function._hits.back(), line.second);
+        const bool endsSum = i + 1 == lines.size() || lines[i + 1]._line != lines[i]._line;
+        const bool endsMaximum = endsSum || lines[i + 1]._piece != lines[i]._piece;
+        function._sums.push_back(
+            {lines[i]._count & CovTerm::GreatestCount, endsMaximum ? 1u : 0u, endsSum ? 1u : 0u});
     }
 }
 
 class ModelBuilder
 {
 public:
-    ModelBuilder(std::vector<FunctionCopy>& copies, const std::vector<std::string>& paths,
-                 bool keepsInstances)
-        : _copies(copies), _paths(paths), _keepsInstances(keepsInstances), _owners(paths.size())
+    ModelBuilder(ImportedBuild& build, bool keepsInstances)
+        : _copies(build._copies), _paths(build._sources.paths()), _nCounts(build._nCounts),
+          _keepsInstances(keepsInstances), _owners(_paths.size())
     {}
 
     void makePlaces();
@@ -185,6 +181,7 @@ private:
 
     std::vector<FunctionCopy>& _copies;
     const std::vector<std::string>& _paths;
+    const uint32_t _nCounts;
     const bool _keepsInstances;
     std::vector<LineOwners> _owners; // by file
     std::vector<Place> _places;      // with the entries in other files behind, after distribute()
@@ -337,9 +334,11 @@ void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
         }
         if (isNew || block != line._line._block) {
             block = line._line._block;
-            piece->_hits.push_back(copy._hits[block]);
+            qipAssert(copy._firstCount < _nCounts && block < _nCounts - copy._firstCount);
+            piece->_counts.push_back(copy._firstCount + block);
         }
-        piece->_lines.push_back({static_cast<uint32_t>(piece->_hits.size() - 1), line._line._line});
+        piece->_lines.push_back(
+            {static_cast<uint32_t>(piece->_counts.size() - 1), line._line._line});
     }
     copy = FunctionCopy();
 }
@@ -372,6 +371,7 @@ void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
         Place entry;
         entry._file = piece._destination._number;
         entry._startLine = UINT32_MAX;
+        entry._isPart = true;
         _places.push_back(std::move(entry));
     }
     Place& entry = _places[found.first->second];
@@ -411,6 +411,7 @@ void ModelBuilder::unite(Place& place, CovFunction& function) const
     function._texts.swap(place._texts);
     function._startLine = place._startLine;
     function._endLine = place._endLine;
+    function._isPart = place._isPart;
     std::vector<Piece>& pieces = place._pieces;
     const bool isSame = std::all_of(pieces.begin(), pieces.end(), [&pieces](const Piece& piece) {
         return piece._lines == pieces.front()._lines;
@@ -470,15 +471,17 @@ private:
 
 } // namespace
 
-void buildModel(std::vector<FunctionCopy>& copies, const std::vector<std::string>& paths,
-                bool keepsInstances, unsigned int nThreads, CoverageModel& model,
-                ImportLosses& losses)
+void buildModel(ImportedBuild& build, bool keepsInstances, unsigned int nThreads,
+                CoverageModel& model, ImportLosses& losses)
 {
-    ModelBuilder builder(copies, paths, keepsInstances);
+    qipAssert(build._nCounts <= ImportedBuild::MostCounts);
+    model._isBoolean = build._isBoolean;
+    ModelBuilder builder(build, keepsInstances);
     builder.makePlaces();
     builder.findTwoBuilds(losses);
     SplitJob splitting(builder);
     runParallel(splitting, builder.places().size(), nThreads);
+    std::vector<FunctionCopy>().swap(build._copies);
     builder.distribute();
     UniteJob uniting(builder);
     runParallel(uniting, builder.places().size(), nThreads);

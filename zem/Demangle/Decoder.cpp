@@ -2,6 +2,7 @@
 #include "zem/Demangle/Decoder.h"
 
 #include "zem/Demangle/TypeVec.h"
+#include "zem/Demangle/demangle.h"
 
 #include <cctype>
 #include <cstdio>
@@ -281,7 +282,7 @@ bool Decoder::decodeParameters(Cursor& in, bool isConst, string& name)
     if (string_length(name) > _longest) {
         return error("too long");
     }
-    if (_mode < 0) {
+    if (_mode == DemangleName) {
         string_chop(name, length);
     }
     return true;
@@ -342,7 +343,7 @@ bool Decoder::do_repeated_args(Cursor& in, TypeVec& types, string& text, int dep
     return true;
 }
 
-// Takes a C or V; shown at mode 1 only.
+// Takes a C or V; shown with the modifiers only.
 bool Decoder::takeQualifier(Cursor& in, Qualifiers& qualifiers)
 {
     const char* word = in.peek() == 'C' ? "const" : in.peek() == 'V' ? "volatile" : nullptr;
@@ -351,7 +352,7 @@ bool Decoder::takeQualifier(Cursor& in, Qualifiers& qualifiers)
     }
     ++in.at;
     ++_work;
-    if (_mode == 1) {
+    if (_mode == DemangleModifiers) {
         qualifiers.add(word);
     }
     return true;
@@ -513,14 +514,16 @@ bool Decoder::do_class_name(Cursor& in, string& text)
     return true;
 }
 
-// Appends names joined by "::": a one-digit number of them, an optional '_', and the names.
+// Appends names joined by "::": a number of them and the names. A one-digit number may have a '_'
+// behind it; a longer one stands between two, because the first name's length follows.
 bool Decoder::do_qualified_name(Cursor& in, string& name)
 {
     size_t count = 0;
-    if (!in.takeDigit(count)) {
+    const bool isLong = in.take('_');
+    if (!(isLong ? in.takeCount(count) && count > 0 : in.takeDigit(count)) ||
+        (!in.take('_') && isLong)) {
         return error("no number of names");
     }
-    in.take('_');
     for (size_t i = 0; i < count; ++i) {
         string_append(name, i > 0 ? "::" : "");
         if (!do_class_name(in, name)) {

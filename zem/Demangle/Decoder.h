@@ -19,7 +19,7 @@ class TypeVec;
 class Decoder
 {
 public:
-    // `encoded` is borrowed; `mode` is -1, 0 or 1, as for demangle_name().
+    // `encoded` is borrowed; `mode` is a DemangleMode.
     Decoder(const char* encoded, int mode);
     Decoder(const Decoder&) = delete;
     Decoder& operator=(const Decoder&) = delete;

@@ -15,12 +15,12 @@ char* demangle_name(const char* encoded, int mode)
     if (encoded == nullptr || encoded[0] == '\0') {
         return nullptr;
     }
-    mode = std::clamp(mode, -1, 1);
+    mode = std::clamp<int>(mode, DemangleName, DemangleModifiers);
     string name;
     if (!Decoder(encoded, mode).decode(name)) {
         return nullptr;
     }
-    if (mode == -1 && indicate_cplusplus != 0) {
+    if (mode == DemangleName && indicate_cplusplus != 0) {
         string_append(name, " (C++)");
     }
     string_appendn(name, "", 1); // the zero at the end

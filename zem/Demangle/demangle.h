@@ -22,14 +22,23 @@
 //
 // Parameters are types, one behind the other: P pointer, R reference, C const, V volatile, U
 // unsigned, S signed, M member pointer, F function, Q qualified name, T repeats an earlier
-// parameter, N several times; v x l i s c r d f e and class names are the bases.
+// parameter, N several times; v x l i s c r d f e and class names are the bases. Behind Q stand the
+// number of names and the names, each with its length: Q23Foo3Bar. A number of two digits or more
+// stands between underscores: Q_12_.
 #pragma once
+
+// How much of a name is readable text.
+enum DemangleMode {
+    DemangleName = -1,     // the qualified name alone
+    DemangleTypes = 0,     // with the parameter types
+    DemangleModifiers = 1, // with their const and volatile, too
+};
 
 // Returns the readable name in memory that the caller frees with free(), or null when `encoded` is
 // null, empty, no encoded name, malformed, or so made that its readable form would be out of all
 // proportion (64 KiB and 64 times its length), would cost work out of all proportion (see Decoder),
 // or nests more than 1000 function types.
 //
-// `mode`: -1 the qualified name only; 0 with the parameter types; 1 with their const and volatile
-// too. Without memory the program ends with status 1.
+// `mode` is a DemangleMode; any other number counts as the nearest. Without memory the program ends
+// with status 1.
 char* demangle_name(const char* encoded, int mode);

@@ -2,45 +2,43 @@
 #include "zem/Lines/FileBrowser.h"
 
 #include "zem/Lines/FileLine.h"
+#include "zem/Lines/LinePage.h"
 
 #include <cstring>
 #include <new>
 #include <ostream>
 #include <string_view>
 
-FileBrowser::FileBrowser() : _lines(nullptr) {}
+namespace {
 
-FileBrowser::~FileBrowser()
+class FilePage : public LinePage
 {
-    delete[] _lines;
+public:
+    TextLine& at(long i) override { return _lines[i]; }
+
+private:
+    FileLine _lines[Lines];
+};
+
+} // namespace
+
+FileBrowser::FileBrowser() = default;
+
+FileBrowser::~FileBrowser() = default;
+
+LinePage* FileBrowser::newPage() const
+{
+    return new (std::nothrow) FilePage;
 }
 
-int FileBrowser::makeEntries(long n)
+void FileBrowser::saveText(TextLine& entry, char* text, int len)
 {
-    delete[] _lines;
-    _lines = new (std::nothrow) FileLine[static_cast<size_t>(n)];
-    return _lines == nullptr ? -1 : 0;
+    static_cast<FileLine&>(entry).saveFileLine(text, len);
 }
 
-void FileBrowser::dropEntries()
+const FileLine* FileBrowser::line(long line)
 {
-    delete[] _lines;
-    _lines = nullptr;
-}
-
-TextLine& FileBrowser::entry(long line)
-{
-    return _lines[line];
-}
-
-void FileBrowser::saveText(long line, char* text, int len)
-{
-    _lines[line].saveFileLine(text, len);
-}
-
-const FileLine* FileBrowser::line(long line) const
-{
-    return line < 0 || line >= _nLines ? nullptr : &_lines[line];
+    return static_cast<const FileLine*>(entry(line));
 }
 
 long FileBrowser::search(const char* text)
@@ -62,8 +60,7 @@ long FileBrowser::search(const char* text)
 void FileBrowser::clear()
 {
     FileBrowser empty;
-    LineIndex::exchange(empty);
-    dropEntries();
+    exchange(empty);
 }
 
 std::ostream& operator<<(std::ostream& out, const FileBrowser& browser)
@@ -71,7 +68,7 @@ std::ostream& operator<<(std::ostream& out, const FileBrowser& browser)
     out << " Line info dump for file " << (browser.filename() == nullptr ? "" : browser.filename())
         << '\n';
     for (long i = 0; i < browser.nLines(); ++i) {
-        out << "    Line " << i + 1 << ":   offset=" << browser.line(i)->_offset << '\n';
+        out << "    Line " << i + 1 << ":   offset=" << browser.offset(i) << '\n';
     }
     return out;
 }

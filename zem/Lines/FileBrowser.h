@@ -19,20 +19,15 @@ public:
     // -1 when there is none and for a null or empty text. Reads the lines up to there.
     long search(const char* text);
 
-    // The entry of line `line`, from 0, or null.
-    const FileLine* line(long line) const;
+    // The entry of line `line`, from 0, or null, also without memory.
+    const FileLine* line(long line);
 
     // Forgets file, lines and name.
     void clear();
 
 protected:
-    int makeEntries(long n) override;
-    void dropEntries() override;
-    TextLine& entry(long line) override;
-    void saveText(long line, char* text, int len) override;
-
-private:
-    FileLine* _lines; // owned, `_nLines` of them
+    LinePage* newPage() const override;
+    void saveText(TextLine& entry, char* text, int len) override;
 };
 
 // Writes the index as text, lines counted from 1.

@@ -2,6 +2,7 @@
 #include "zem/Lines/LineIndex.h"
 
 #include "qip/Support/qipOpenFile.h"
+#include "zem/Lines/LinePage.h"
 #include "zem/Lines/TextLine.h"
 
 #include <algorithm>
@@ -10,18 +11,11 @@
 #include <new>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 namespace {
 
 constexpr int TabWidth = 8;
 constexpr size_t ChunkSize = 64 * 1024;
-
-struct Start
-{
-    long offset;
-    int tabs;
-};
 
 } // namespace
 
@@ -29,7 +23,12 @@ struct Start
 class LineIndex::Scanner
 {
 public:
-    explicit Scanner(long offset) : _position(offset), _maxLineSz(0) { begin(); }
+    // Borrows `lines`, which is empty.
+    Scanner(LineStarts& lines, long offset)
+        : _lines(lines), _position(offset), _lineStart(offset), _maxLineSz(0)
+    {
+        begin();
+    }
 
     // Returns 0, or -1 when there are too many lines or bytes.
     int feed(const char* bytes, size_t size)
@@ -37,27 +36,32 @@ public:
         for (size_t i = 0; i < size; ++i) {
             ++_position;
             if (bytes[i] == '\t') {
-                ++_lines.back().tabs;
+                _lines.addTab();
             } else if (bytes[i] == '\n') {
-                _maxLineSz = std::max(_maxLineSz, _position - _lines.back().offset);
+                _maxLineSz = std::max(_maxLineSz, _position - _lineStart);
                 begin();
             }
         }
         // A file that grows while it is read must not go on for ever.
         const bool fits = _position <= LineIndex::LargestFile &&
-                          _lines.size() <= static_cast<size_t>(LineIndex::MostLines);
+                          _lines.count() <= static_cast<size_t>(LineIndex::MostLines);
         return fits ? 0 : -1;
     }
 
-    const std::vector<Start>& lines() const { return _lines; }
     long maxLineSz() const { return _maxLineSz; }
 
 private:
-    void begin() { _lines.push_back({_position, 0}); }
+    // No file that is read so far has an offset of more than 32 bits.
+    void begin()
+    {
+        _lines.add(static_cast<uint32_t>(_position));
+        _lineStart = _position;
+    }
 
+    LineStarts& _lines;
     long _position;
+    long _lineStart;
     long _maxLineSz;
-    std::vector<Start> _lines;
 };
 
 LineIndex::LineIndex()
@@ -114,7 +118,9 @@ void LineIndex::close()
 
 void LineIndex::forget()
 {
-    dropEntries();
+    _pages.clear();
+    _pages.shrink_to_fit();
+    _starts.clear();
     _nLines = 0;
     _maxLineSz = 0;
 }
@@ -123,11 +129,11 @@ void LineIndex::forget()
 // lines.
 int LineIndex::scanStream(Scanner& scanner)
 {
-    std::vector<char> chunk(ChunkSize);
+    const std::unique_ptr<char[]> chunk(new char[ChunkSize]);
     size_t got = 0;
-    while ((got = fread(chunk.data(), 1, chunk.size(), _fp)) > 0) {
+    while ((got = fread(chunk.get(), 1, ChunkSize, _fp)) > 0) {
         _bytesRead += static_cast<long long>(got);
-        if (scanner.feed(chunk.data(), got) < 0) {
+        if (scanner.feed(chunk.get(), got) < 0) {
             _tooLarge = true;
             return -1;
         }
@@ -142,33 +148,77 @@ int LineIndex::scan()
         return -1;
     }
     try {
-        Scanner scanner(std::max(ftell(_fp), 0L));
-        if (scanStream(scanner) < 0) {
-            return -1;
-        }
-        const auto count = static_cast<long>(scanner.lines().size());
-        if (makeEntries(count) < 0) {
-            return -1;
-        }
-        _nLines = count;
-        _maxLineSz = scanner.maxLineSz();
-        for (long i = 0; i < count; ++i) {
-            const Start& start = scanner.lines()[static_cast<size_t>(i)];
-            entry(i)._offset = start.offset;
-            entry(i)._tabs = start.tabs;
+        Scanner scanner(_starts, std::max(ftell(_fp), 0L));
+        if (scanStream(scanner) == 0) {
+            _nLines = static_cast<long>(_starts.count());
+            _maxLineSz = scanner.maxLineSz();
+            _pages.resize(static_cast<size_t>((_nLines - 1) / LinePage::Lines + 1));
+            if (makeFirstEntries() == 0) {
+                return 0;
+            }
         }
     } catch (const std::bad_alloc&) {
-        return -1;
+    }
+    forget();
+    return -1;
+}
+
+int LineIndex::tabs(long line) const
+{
+    return static_cast<int>(_starts.tabs(static_cast<size_t>(line)));
+}
+
+int LineIndex::makeFirstEntries()
+{
+    for (long line = 0; line < std::min(_nLines, firstEntries()); line += LinePage::Lines) {
+        if (entry(line) == nullptr) {
+            return -1;
+        }
     }
     return 0;
+}
+
+TextLine* LineIndex::entry(long line)
+{
+    if (line < 0 || line >= _nLines) {
+        return nullptr;
+    }
+    std::unique_ptr<LinePage>& page = _pages[static_cast<size_t>(line / LinePage::Lines)];
+    if (page == nullptr) {
+        page.reset(newPage());
+        if (page == nullptr) {
+            return nullptr;
+        }
+        place(line - line % LinePage::Lines, *page);
+    }
+    return &page->at(line % LinePage::Lines);
+}
+
+TextLine* LineIndex::knownEntry(long line) const
+{
+    if (line < 0 || line >= _nLines) {
+        return nullptr;
+    }
+    const std::unique_ptr<LinePage>& page = _pages[static_cast<size_t>(line / LinePage::Lines)];
+    return page == nullptr ? nullptr : &page->at(line % LinePage::Lines);
+}
+
+// Tells the entries of a new page, which begins with the line `first`, where their lines are.
+void LineIndex::place(long first, LinePage& page) const
+{
+    for (long i = 0; i < std::min(LinePage::Lines, _nLines - first); ++i) {
+        TextLine& line = page.at(i);
+        line._offset = offset(first + i);
+        line._tabs = tabs(first + i);
+    }
 }
 
 // Bytes of the line in the file, its newline included. Negative when the file has been cut.
 long LineIndex::rawSize(long line)
 {
-    const long start = entry(line)._offset;
+    const long start = offset(line);
     if (line + 1 < _nLines) {
-        return entry(line + 1)._offset - start;
+        return offset(line + 1) - start;
     }
     struct stat info = {};
     if (stat(_filename, &info) != 0 && fstat(fileno(_fp), &info) != 0) {
@@ -183,7 +233,7 @@ long LineIndex::rawSize(long line)
 int LineIndex::readText(long line, char* text, int room)
 {
     int len = 0;
-    if (fseek(_fp, entry(line)._offset, SEEK_SET) == 0) {
+    if (fseek(_fp, offset(line), SEEK_SET) == 0) {
         int c = 0;
         while (len < room && (c = getc_unlocked(_fp)) != EOF && c != '\n') {
             if (c == '\t') {
@@ -206,12 +256,15 @@ const char* LineIndex::getLine(long line, int& len)
     if (line < 0 || line >= _nLines) {
         return nullptr;
     }
-    TextLine& wanted = entry(line);
-    if (wanted._src == nullptr) {
+    TextLine* wanted = entry(line);
+    if (wanted == nullptr) {
+        return nullptr;
+    }
+    if (wanted->_src == nullptr) {
         if (_fp == nullptr) {
             return nullptr;
         }
-        const long long expanded = rawSize(line) + (TabWidth - 1LL) * wanted._tabs;
+        const long long expanded = rawSize(line) + (TabWidth - 1LL) * tabs(line);
         const int room = static_cast<int>(
             std::min(std::max(expanded, 0LL), static_cast<long long>(LongestText)));
         auto* text = static_cast<char*>(malloc(static_cast<size_t>(room) + 1));
@@ -219,16 +272,18 @@ const char* LineIndex::getLine(long line, int& len)
             return nullptr;
         }
         const int length = readText(line, text, room);
-        saveText(line, text, length);
+        saveText(*wanted, text, length);
     }
-    len = wanted._len;
-    return wanted._src;
+    len = wanted->_len;
+    return wanted->_src;
 }
 
 void LineIndex::exchange(LineIndex& other)
 {
     std::swap(_fp, other._fp);
     std::swap(_filename, other._filename);
+    _starts.swap(other._starts);
+    _pages.swap(other._pages);
     std::swap(_nLines, other._nLines);
     std::swap(_maxLineSz, other._maxLineSz);
     std::swap(_tooLarge, other._tooLarge);

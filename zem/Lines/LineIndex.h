@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 //
 // A text file that is shown line by line: one scan notes where each line starts, and a line's text
-// is read when it is first asked for and kept. Base of SrcBrowser and FileBrowser, which own the
-// array of entries and add to each entry what they need.
+// is read when it is first asked for and kept. Base of SrcBrowser and FileBrowser, whose entries
+// have what they need beside the text. Entries come in pages, made when the first line of the page
+// is asked for: a line that nobody has asked for costs the 8 bytes of its start.
 //
 // Life cycle: closed > open() > getLine(), any number of times > close() or open() of another file.
 //
@@ -10,8 +11,13 @@
 // place, cut to the room that the index foresaw.
 #pragma once
 
-#include <cstdio>
+#include "zem/Lines/LineStarts.h"
 
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+class LinePage;
 class TextLine;
 
 class LineIndex
@@ -25,7 +31,7 @@ public:
     static constexpr int LongestText = 64 * 1024 * 1024;
 
     LineIndex();
-    // Closes the file. A subclass has freed its entries.
+    // Closes the file and frees the entries.
     virtual ~LineIndex();
     LineIndex(const LineIndex&) = delete;
     LineIndex& operator=(const LineIndex&) = delete;
@@ -48,6 +54,14 @@ public:
     // until another file is opened. Null and 0 when there is no such line, or it cannot be read.
     const char* getLine(long line, int& len);
 
+    // Where line `line`, from 0, starts, in bytes from the start of the file, and how many tabs it
+    // has. REQUIRES: there is such a line.
+    long offset(long line) const { return _starts.offset(static_cast<size_t>(line)); }
+    int tabs(long line) const;
+
+    // Memory that the starts of the lines take, in bytes.
+    size_t indexBytes() const { return _starts.bytes(); }
+
     // Whether the last open() failed because the file has more bytes or lines than are indexed.
     bool tooLarge() const { return _tooLarge; }
 
@@ -61,16 +75,21 @@ public:
     long maxLineSz() const { return _maxLineSz; }
 
 protected:
-    // Makes `n` empty entries in place of those that are there. Returns 0, or -1 without memory.
-    virtual int makeEntries(long n) = 0;
-    // Frees the entries.
-    virtual void dropEntries() = 0;
-    // Entry `line` of those that makeEntries() made.
-    virtual TextLine& entry(long line) = 0;
-    // Keeps `text`, from malloc(), in entry `line`.
-    virtual void saveText(long line, char* text, int len) = 0;
+    // A new page of entries; null without memory. The index takes it.
+    virtual LinePage* newPage() const = 0;
+    // How many lines, from the first, have their entries made by scan(), which fails without memory
+    // for them.
+    virtual long firstEntries() const { return 0; }
+    // Keeps `text`, from malloc(), in an entry of a page that newPage() made.
+    virtual void saveText(TextLine& entry, char* text, int len) = 0;
 
-    // Exchanges files and numbers of lines, not the entries.
+    // The entry of line `line`, from 0, made now if it has to be; null when there is no such line,
+    // and without memory.
+    TextLine* entry(long line);
+    // The same for an entry that is there; null when it is not.
+    TextLine* knownEntry(long line) const;
+
+    // Exchanges files, lines and entries, which stay where they are in memory.
     void exchange(LineIndex& other);
 
     FILE* _fp;       // null when closed
@@ -82,11 +101,15 @@ private:
     class Scanner;
 
     void forget();
+    int makeFirstEntries();
+    void place(long first, LinePage& page) const;
     bool openFile();
     int scanStream(Scanner& scanner);
     long rawSize(long line);
     int readText(long line, char* text, int room);
 
+    LineStarts _starts;
+    std::vector<std::unique_ptr<LinePage>> _pages; // null where no line has been asked for
     bool _tooLarge;
     long long _bytesRead;
 };

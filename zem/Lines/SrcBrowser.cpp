@@ -2,50 +2,47 @@
 #include "zem/Lines/SrcBrowser.h"
 
 #include "qip/Support/qipVisibleText.h"
+#include "zem/Lines/LinePage.h"
 #include "zem/Lines/SrcLine.h"
 
 #include <new>
 #include <ostream>
-#include <utility>
 
-SrcBrowser::SrcBrowser() : _lines(nullptr) {}
+namespace {
 
-SrcBrowser::~SrcBrowser()
+class SrcPage : public LinePage
 {
-    delete[] _lines;
+public:
+    TextLine& at(long i) override { return _lines[i]; }
+
+private:
+    SrcLine _lines[Lines];
+};
+
+} // namespace
+
+SrcBrowser::SrcBrowser() = default;
+
+SrcBrowser::~SrcBrowser() = default;
+
+LinePage* SrcBrowser::newPage() const
+{
+    return new (std::nothrow) SrcPage;
 }
 
-int SrcBrowser::makeEntries(long n)
+void SrcBrowser::saveText(TextLine& entry, char* text, int len)
 {
-    delete[] _lines;
-    _lines = new (std::nothrow) SrcLine[static_cast<size_t>(n)];
-    return _lines == nullptr ? -1 : 0;
-}
-
-void SrcBrowser::dropEntries()
-{
-    delete[] _lines;
-    _lines = nullptr;
-}
-
-TextLine& SrcBrowser::entry(long line)
-{
-    return _lines[line];
-}
-
-void SrcBrowser::saveText(long line, char* text, int len)
-{
-    _lines[line].saveSourceLine(text, len);
+    static_cast<SrcLine&>(entry).saveSourceLine(text, len);
 }
 
 SrcLine* SrcBrowser::line(long line)
 {
-    return line < 0 || line >= _nLines ? nullptr : &_lines[line];
+    return static_cast<SrcLine*>(entry(line));
 }
 
 const SrcLine* SrcBrowser::line(long line) const
 {
-    return line < 0 || line >= _nLines ? nullptr : &_lines[line];
+    return static_cast<const SrcLine*>(knownEntry(line));
 }
 
 int32_t SrcBrowser::getHits(long n) const
@@ -66,19 +63,16 @@ int32_t SrcBrowser::getHitMapSize(long n) const
     return wanted == nullptr ? 0 : wanted->_nBlocks;
 }
 
-void SrcBrowser::exchange(SrcBrowser& other)
-{
-    LineIndex::exchange(other);
-    std::swap(_lines, other._lines);
-}
-
 std::ostream& operator<<(std::ostream& out, const SrcBrowser& browser)
 {
     out << " Line info dump for file " << qipVisibleText(browser.filename()) << '\n';
     for (long i = 0; i < browser.nLines(); ++i) {
-        const SrcLine& line = *browser.line(i);
-        out << "    Line " << i + 1 << ":   offset=" << line._offset << " blocks=" << line._nBlocks
-            << " hits=" << line._hits << " tabs=" << line._tabs << " len=" << line._len << '\n';
+        const SrcLine untouched;
+        const SrcLine* known = browser.line(i);
+        const SrcLine& line = known != nullptr ? *known : untouched;
+        out << "    Line " << i + 1 << ":   offset=" << browser.offset(i)
+            << " blocks=" << line._nBlocks << " hits=" << line._hits << " tabs=" << browser.tabs(i)
+            << " len=" << line._len << '\n';
     }
     return out;
 }

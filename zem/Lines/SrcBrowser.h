@@ -15,6 +15,9 @@ class SrcLine;
 class SrcBrowser : public LineIndex, public SrcLineTable
 {
 public:
+    // Coverage data names lines by 16 bits.
+    static constexpr long LinesWithCoverage = 65536;
+
     SrcBrowser();
     ~SrcBrowser() override;
 
@@ -24,23 +27,21 @@ public:
     const int32_t* getHitMap(long n) const;
     int32_t getHitMapSize(long n) const;
 
-    // The entry of line `line`, from 0, or null.
+    // The entry of line `line`, from 0, or null. Those of the first LinesWithCoverage lines are
+    // made when the file is opened; that of a later line when it is first asked for, which the
+    // const form does not do.
     SrcLine* line(long line) override;
     const SrcLine* line(long line) const;
     long nLines() const override { return LineIndex::nLines(); }
 
     // Exchanges files, lines and coverage: a file can be opened aside and replace the one that is
     // shown only when that went well. Entries stay where they are in memory.
-    void exchange(SrcBrowser& other);
+    void exchange(SrcBrowser& other) { LineIndex::exchange(other); }
 
 protected:
-    int makeEntries(long n) override;
-    void dropEntries() override;
-    TextLine& entry(long line) override;
-    void saveText(long line, char* text, int len) override;
-
-private:
-    SrcLine* _lines; // owned, `_nLines` of them
+    LinePage* newPage() const override;
+    long firstEntries() const override { return LinesWithCoverage; }
+    void saveText(TextLine& entry, char* text, int len) override;
 };
 
 // Writes the index as text, lines counted from 1.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "zem/Options/RptOptions.h"
 
+#include "zem/Rows/NameLevel.h"
+
 #include <iostream>
 
 namespace {
@@ -42,18 +44,26 @@ void RptOptions::setManglingLevel(char** args)
     const char letter = letterOf(args);
     switch (letter) {
     case 's':
-        manglingLevel(1);
+        manglingLevel(SimpleNames);
         break;
     case 'e':
-        manglingLevel(2);
+        manglingLevel(ExtendedNames);
         break;
     case 'm':
-        manglingLevel(3);
+        manglingLevel(ModifiedNames);
         break;
     default:
+        if (otherManglingLetter(letter)) {
+            break;
+        }
         unknownLetter("Unknown mangling level option: -n", letter);
-        manglingLevel(1);
+        manglingLevel(SimpleNames);
     }
+}
+
+bool RptOptions::otherManglingLetter(char)
+{
+    return false;
 }
 
 void RptOptions::setFilter(char** args)

@@ -36,6 +36,9 @@ public:
     virtual void sortBy(const char* keys) = 0;
     // -ct
     virtual void showHitCounts() = 0;
+    // -n with a letter that is none of the above; false when it means nothing here either, as it
+    // does in the viewer.
+    virtual bool otherManglingLetter(char letter);
     // Prints the program's usage text on the standard error stream.
     virtual void usageHelp() = 0;
 

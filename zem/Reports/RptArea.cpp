@@ -4,6 +4,7 @@
 #include "qip/Base/qipWindow.h"
 #include "qip/Support/qipVLRecFile.h"
 #include "zem/Data/ZEMFileRecord.h"
+#include "zem/Rows/NameLevel.h"
 #include "zem/Rows/RptText.h"
 #include "zem/Status/ZEMStsBar.h"
 
@@ -53,7 +54,7 @@ void allowShellResize(Widget widget, Boolean allow)
 } // namespace
 
 RptArea::RptArea(const char* name)
-    : qipVCell(name), _demangleLevel(1), _browsing(false), _srcViewerInstalled(false),
+    : qipVCell(name), _demangleLevel(SimpleNames), _browsing(false), _srcViewerInstalled(false),
       _reportType(RptByFile), _isOutdated(false), _srcViewer("srcViewer"), _rptViewer("rptViewer")
 {}
 

@@ -9,9 +9,9 @@
 #include "zem/Data/ZEMMapFile.h"
 #include "zem/Rows/NameFilter.h"
 #include "zem/Rows/RowMaker.h"
+#include "zem/Rows/clampToInt.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <new>
@@ -52,11 +52,6 @@ size_t recordBytes(const char* path)
     }
     const auto size = static_cast<uint64_t>(status.st_size);
     return std::min<uint64_t>(size + size / 8, MostLogMemory);
-}
-
-int clampToInt(int64_t n)
-{
-    return static_cast<int>(std::max<int64_t>(std::min<int64_t>(n, INT_MAX), INT_MIN));
 }
 
 } // namespace

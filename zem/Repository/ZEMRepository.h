@@ -67,9 +67,8 @@ public:
     // Tables of rows; the caller frees them with ZEMRptTable::deleteRows(). Empty and not whole
     // without memory.
     //
-    // One row for each function, in the order loaded. `manglingLevel` 0 shows the stored names, 1
-    // readable names, 2 and 3 more and more of the parameters (demangle_name's mode + 2); a name
-    // that is no encoded one is shown as stored.
+    // One row for each function, in the order loaded. `manglingLevel` is a NameLevel; a name that
+    // is no encoded one is shown as stored.
     ZEMRptTable viewByFunction(int manglingLevel) const;
     // One row for each file. A function filter hides functions from the counts of hits and of
     // untested blocks, not from the number of blocks: what it hides counts as covered. Pinned by

@@ -4,7 +4,6 @@
 #include "qip/Support/ListIterator.h"
 #include "qip/Support/orEmpty.h"
 
-#include <cstring>
 #include <new>
 
 NameFilter::NameFilter(const List<char*>& names) : _list(names), _isComplete(false)
@@ -22,8 +21,12 @@ NameFilter::NameFilter(const List<char*>& names) : _list(names), _isComplete(fal
 
 bool NameFilter::hides(const char* name) const
 {
-    return !isEmpty() &&
-           !(_isComplete ? _names.count(orEmpty(name)) != 0 : isListed(orEmpty(name)));
+    return hides(std::string_view(orEmpty(name)));
+}
+
+bool NameFilter::hides(std::string_view name) const
+{
+    return !isEmpty() && !(_isComplete ? _names.count(name) != 0 : isListed(name));
 }
 
 bool NameFilter::isEmpty() const
@@ -31,11 +34,11 @@ bool NameFilter::isEmpty() const
     return _list.length() == 0;
 }
 
-bool NameFilter::isListed(const char* name) const
+bool NameFilter::isListed(std::string_view name) const
 {
     ListIterator<char*> it(_list);
     while (const char* shown = it.next()) {
-        if (std::strcmp(shown, name) == 0) {
+        if (shown == name) {
             return true;
         }
     }

@@ -20,12 +20,13 @@ public:
 
     // Whether the list has names and `name` is none of them. Null is the empty name.
     bool hides(const char* name) const;
+    bool hides(std::string_view name) const;
 
     // Whether nothing is hidden.
     bool isEmpty() const;
 
 private:
-    bool isListed(const char* name) const;
+    bool isListed(std::string_view name) const;
 
     const List<char*>& _list;
     std::unordered_set<std::string_view> _names;

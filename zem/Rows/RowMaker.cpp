@@ -5,11 +5,13 @@
 #include "qip/Support/orEmpty.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Demangle/demangle.h"
+#include "zem/Rows/NameLevel.h"
 #include "zem/Rows/RowGroups.h"
 #include "zem/Rows/ZEMClassView.h"
 #include "zem/Rows/ZEMDirectoryView.h"
 #include "zem/Rows/ZEMFileView.h"
 #include "zem/Rows/ZEMFuncView.h"
+#include "zem/Rows/groupLength.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -32,31 +34,6 @@ struct RowMaker::Counts
 };
 
 namespace {
-
-// The length of the directory in a file row's label, or -1 when the file's path names none: the
-// label of a file without directory begins with a '/' too.
-long directoryLength(const ZEMFileRecord& file, const char* label)
-{
-    if (std::strchr(orEmpty(file._filename), '/') == nullptr) {
-        return -1;
-    }
-    return static_cast<long>(std::strrchr(label, '/') - label);
-}
-
-// The length of the class name in a function's stored name, or -1 when it is no member: what stands
-// before the last ':' and the character in front of it, or one character that stands alone.
-long classLength(const char* label)
-{
-    const char* colon = std::strrchr(label, ':');
-    if (colon == nullptr || colon == label) {
-        return -1;
-    }
-    const long position = static_cast<long>(colon - label);
-    if (position == 1) {
-        return label[0] == ':' ? -1 : 1;
-    }
-    return position - 1;
-}
 
 // A row without one of its names would be found under another, or not at all.
 bool hasNames(const ZEMFileView& row)
@@ -84,7 +61,9 @@ ZEMFuncView* functionRow(const char* path, ZEMFuncRecord& func, int manglingLeve
         return nullptr;
     }
     const char* stored = orEmpty(func._funcname);
-    char* readable = manglingLevel == 0 ? nullptr : demangle_name(stored, manglingLevel - 2);
+    char* readable = manglingLevel == StoredNames
+                         ? nullptr
+                         : demangle_name(stored, manglingLevel - SimpleNames + DemangleName);
     row->funcname(readable == nullptr ? stored : readable);
     std::free(readable);
     row->filename(path);
@@ -197,8 +176,9 @@ ZEMRptTable RowMaker::byDirectory()
     RowGroups directories;
     for (int i = 0; i < files._nItems; ++i) {
         ZEMView& row = *files._view[i];
+        // The label of a file without a directory begins with a '/' of its own.
         const long length =
-            directoryLength(static_cast<const ZEMFileRecord&>(*row._owner), row._label);
+            directoryLength(orEmpty(static_cast<const ZEMFileRecord&>(*row._owner)._filename));
         if (length < 0) {
             continue;
         }

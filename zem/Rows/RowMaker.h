@@ -32,9 +32,8 @@ public:
     RowMaker& operator=(const RowMaker&) = delete;
     virtual ~RowMaker();
 
-    // One row for each function, in the order of the files. `manglingLevel` 0 shows the stored
-    // names, 1 readable names, 2 and 3 more and more of the parameters (demangle_name's mode + 2);
-    // a name that is no encoded one is shown as stored.
+    // One row for each function, in the order of the files. `manglingLevel` is a NameLevel; a name
+    // that is no encoded one is shown as stored.
     ZEMRptTable byFunction(int manglingLevel);
 
     // One row for each file. A function filter hides functions from the counts of hits and of

@@ -13,6 +13,9 @@ namespace {
 constexpr std::int64_t LowestX = -32768;
 constexpr std::int64_t HighestX = 32767;
 
+// In pixels, so that it can be multiplied by a number of blocks.
+constexpr std::int64_t LongestBar = INT32_MAX;
+
 // Bars are scaled to the longest label, but to no less than this many columns.
 constexpr int ShortestScale = 40;
 
@@ -99,7 +102,7 @@ void RptRowLayout::barWidths(const ZEMView& view, std::int64_t& full, std::int64
 {
     const std::int64_t scale = std::max(_longestLabel, ShortestScale);
     const std::int64_t total = view._totBlk;
-    const std::int64_t unit = _hPixels * scale;
+    const std::int64_t unit = std::min(_hPixels * scale, LongestBar);
 
     if (_showPercentage) {
         full = total == 0 ? 0 : unit;

@@ -2,18 +2,7 @@
 #include "zem/Rows/ZEMView.h"
 
 #include "qip/Support/qipCString.h"
-
-#include <algorithm>
-#include <climits>
-
-namespace {
-
-int clampToInt(int64_t n)
-{
-    return static_cast<int>(std::clamp<int64_t>(n, INT_MIN, INT_MAX));
-}
-
-} // namespace
+#include "zem/Rows/clampToInt.h"
 
 ZEMView::ZEMView() : _label(nullptr), _totBlk(0), _covBlk(0), _hits(0), _owner(nullptr) {}
 

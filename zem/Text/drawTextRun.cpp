@@ -3,12 +3,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr int LargestCoordinate = 32767;
-
-} // namespace
-
 void drawTextRun(Display* display, Drawable drawable, GC gc, int x, int y, const char* text,
                  int len, int first, int columns)
 {

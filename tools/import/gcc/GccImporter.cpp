@@ -2,18 +2,22 @@
 #include "tools/import/gcc/GccImporter.h"
 
 #include "qip/Support/qipVisibleText.h"
+#include "tools/common/FolderWalk.h"
 #include "tools/common/Progress.h"
 #include "tools/common/parallel.h"
-#include "tools/import/ModelBuilder.h"
+#include "tools/import/SourceTable.h"
 #include "tools/import/gcc/GccUnit.h"
-#include "tools/import/gcc/SourceTable.h"
 #include "tools/import/gcc/isBuildProbe.h"
 
 #include <algorithm>
 #include <cstring>
 #include <iostream>
+#include <utility>
 
 namespace {
+
+// Of a folder that may hold anything.
+constexpr size_t MostEntriesLookedAt = 100000;
 
 void leaveOutProbes(std::vector<GccUnitFiles>& units, ImportLosses& losses)
 {
@@ -72,16 +76,8 @@ int GccImporter::option(char** words)
         _takesLines = true;
         return 1;
     }
-    if (std::strcmp(words[0], "--instances") == 0) {
-        _keepsInstances = true;
-        return 1;
-    }
     if (std::strcmp(words[0], "--probes") == 0) {
         _keepsProbes = true;
-        return 1;
-    }
-    if (std::strcmp(words[0], "--system") == 0) {
-        _filter.keepSystem();
         return 1;
     }
     if (words[1] == nullptr) {
@@ -89,10 +85,6 @@ int GccImporter::option(char** words)
     }
     if (std::strcmp(words[0], "--run") == 0) {
         _runs.push_back(words[1]);
-    } else if (std::strcmp(words[0], "--exclude") == 0) {
-        _filter.exclude(words[1]);
-    } else if (std::strcmp(words[0], "--only") == 0) {
-        _filter.only(words[1]);
     } else if (std::strcmp(words[0], "--gcov") == 0) {
         _gcov = words[1];
     } else {
@@ -109,10 +101,6 @@ void GccImporter::input(const char* word)
 void GccImporter::usage(std::ostream& out) const
 {
     out << "  --run DIR        take the counters of one run from DIR (written with GCOV_PREFIX)\n"
-           "  --exclude GLOB   leave out source files whose path matches\n"
-           "  --only DIR       keep only source files below DIR\n"
-           "  --system         keep source files below /usr too\n"
-           "  --instances      keep the instances of a template apart\n"
            "  --probes         keep what build systems compiled to try the compiler\n"
            "  --lines          take lines from gcov instead of basic blocks\n"
            "  --gcov PROGRAM   the gcov to ask for lines (default: gcov)\n";
@@ -132,6 +120,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     losses._countersWithoutUnit = tree.strayCounters().size();
     losses._failedUnits += tree.findLostUnits();
     losses._unreadFolders = tree.unreadFolders();
+    losses._linkedFolders = tree.findLinkedFolders();
     tree.writeProblems(std::cerr);
     if (!isRead) {
         return false;
@@ -142,7 +131,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     if (units.empty()) {
         std::cerr << (losses._probeUnits > 0
                           ? "zem-import: only probes of a build system found: --probes keeps them\n"
-                          : "zem-import: no .gcno file found; was it built with g++ --coverage?\n");
+                          : "zem-import: no .gcno file found; was it built with --coverage?\n");
         return false;
     }
     if (!_runs.empty() && !tree.isAnyUnitRun()) {
@@ -153,15 +142,27 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     return true;
 }
 
-bool GccImporter::import(CoverageModel& model, ImportLosses& losses, unsigned int nThreads)
+bool GccImporter::recognises(const char* path) const
+{
+    FolderWalk walk(path);
+    for (size_t entries = 0; entries < MostEntriesLookedAt && walk.next(); ++entries) {
+        const std::string& file = walk.path();
+        const size_t dot = file.rfind('.');
+        if (dot != std::string::npos && file.compare(dot, std::string::npos, ".gcno") == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool GccImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
     std::vector<GccUnitFiles> files;
     if (!findUnits(files, losses)) {
         return false;
     }
-    SourceTable sources(_filter);
     GraphStore store;
-    UnitsJob job(files, sources, store, _gcov, _takesLines);
+    UnitsJob job(files, build._sources, store, _gcov, _takesLines);
     runParallel(job, files.size(), nThreads);
     for (size_t i = 0; i < files.size(); ++i) {
         const UnitsJob::Outcome& outcome = job.outcome(i);
@@ -170,9 +171,18 @@ bool GccImporter::import(CoverageModel& model, ImportLosses& losses, unsigned in
                       << qipVisibleText(outcome._failure.c_str()) << '\n';
         }
         losses.add(outcome._losses);
-        model._executionTime = std::max(model._executionTime, outcome._executionTime);
+        _result._executionTime = std::max(_result._executionTime, outcome._executionTime);
     }
-    std::vector<FunctionCopy> copies = store.solve(nThreads, losses);
-    buildModel(copies, sources.paths(), _keepsInstances, nThreads, model, losses);
+    if (!store.solve(nThreads, build, _result._counts, losses)) {
+        std::cerr << "zem-import: the build has more than " << ImportedBuild::MostCounts
+                  << " basic blocks; import it in parts\n";
+        return false;
+    }
+    return true;
+}
+
+bool GccImporter::readRun(size_t, ImportedRun& result, ImportLosses&, unsigned int)
+{
+    result = std::move(_result);
     return true;
 }

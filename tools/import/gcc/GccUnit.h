@@ -5,15 +5,17 @@
 #pragma once
 
 #include "tools/common/ImportLosses.h"
+#include "tools/import/SourceTable.h"
 #include "tools/import/gcc/GccTree.h"
 #include "tools/import/gcc/GcnoFile.h"
 #include "tools/import/gcc/GraphStore.h"
-#include "tools/import/gcc/SourceTable.h"
 
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+class GcovDocument;
 
 class GccUnit
 {
@@ -57,6 +59,7 @@ private:
     std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
                                         KnownFunction::Kind kind);
     void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
+    void keepLines(GcovDocument& document);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
     void failCounters(const std::string& reason);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GcnoFile.h"
 
+#include "tools/import/gcc/GcovInput.h"
+
 namespace {
 
 constexpr uint32_t FunctionTag = 0x01000000;
@@ -11,6 +13,7 @@ constexpr uint32_t LinesTag = 0x01450000;
 // The least that the notes spend on a block: each but the exit has a record of arcs with its
 // number. A count that asks for more blocks than the bytes can describe is damage.
 constexpr size_t LeastBytesOfBlock = 12;
+static_assert(GcovInput::LargestFile / LeastBytesOfBlock < GcnoArc::GreatestBlock);
 
 } // namespace
 
@@ -82,9 +85,13 @@ bool GcnoFile::readPlace(GcnoFunction& function)
     bool isNull = false;
     _words.confine(_place, _placeEnd);
     function._symbol = _words.text(isNull);
-    function._isArtificial = _words.word() != 0;
+    function._isArtificial = !_words.isOfClang() && _words.word() != 0;
     function._files.push_back(_words.text(isNull));
     function._startLine = _words.word();
+    if (_words.isOfClang()) {
+        _damaged = _words.failed();
+        return !_damaged;
+    }
     function._startColumn = _words.word();
     function._endLine = _words.word();
     function._endColumn = _words.word();
@@ -106,12 +113,7 @@ bool GcnoFile::readGraph(GcnoFunction& function)
     GcovWords::Record record;
     while (!_damaged && _words.nextRecord(record)) {
         if (record._tag == BlocksTag) {
-            // A second number would leave arcs that point past the blocks.
-            const bool isSecond = function._nBlocks != 0;
-            _words.confine(record._start, record._start + record._size);
-            function._nBlocks = _words.word();
-            _damaged =
-                isSecond || function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
+            _damaged = !readBlocks(record, function);
         } else if (record._tag == ArcsTag) {
             _damaged = !readArcs(record, function);
         } else if (record._tag == LinesTag) {
@@ -120,7 +122,25 @@ bool GcnoFile::readGraph(GcnoFunction& function)
         _words.confine(record._start + record._size, _graphEnd);
     }
     _damaged = _damaged || _words.failed();
+    if (!_damaged && _words.isOfClang() && function._nBlocks > GcnoFunction::ExitBlock) {
+        function._arcs.push_back(
+            {GcnoFunction::ExitBlock, GcnoFunction::EntryBlock, GcnoArc::OnTree, 0});
+    }
     return !_damaged;
+}
+
+bool GcnoFile::readBlocks(const GcovWords::Record& record, GcnoFunction& function)
+{
+    if (function._nBlocks != 0) {
+        return false; // a second number would leave arcs that point past the blocks
+    }
+    if (_words.isOfClang()) {
+        function._nBlocks = static_cast<uint32_t>(record._size / 4);
+        return true;
+    }
+    _words.confine(record._start, record._start + record._size);
+    function._nBlocks = _words.word();
+    return function._nBlocks <= (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
 }
 
 uint32_t GcnoFile::fileNumber(const std::string& file, GcnoFunction& function)
@@ -139,14 +159,15 @@ uint32_t GcnoFile::fileNumber(const std::string& file, GcnoFunction& function)
 bool GcnoFile::readArcs(const GcovWords::Record& record, GcnoFunction& function)
 {
     _words.confine(record._start, record._start + record._size);
-    GcnoArc arc;
+    GcnoArc arc = {};
     arc._from = _words.word();
     bool isGood = arc._from < function._nBlocks;
     while (isGood && _words.left() >= 8) {
-        arc._to = _words.word();
-        arc._flags = _words.word();
-        isGood = arc._to < function._nBlocks;
+        const uint32_t to = _words.word();
+        arc._flags = _words.word() & GcnoArc::KnownFlags;
+        isGood = to < function._nBlocks;
         if (isGood) {
+            arc._to = to & GcnoArc::GreatestBlock;
             function._arcs.push_back(arc);
         }
     }

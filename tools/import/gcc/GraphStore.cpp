@@ -4,6 +4,7 @@
 #include "tools/common/parallel.h"
 #include "tools/import/gcc/FlowSolver.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -23,14 +24,24 @@ void countBlocksWithoutLine(const GccGraph& graph, ImportLosses& losses)
     losses._linesOfOtherFiles += graph._linesOfOtherFiles;
 }
 
-void solveGraph(GccGraph& graph, ImportLosses& losses)
+size_t countsOf(const GccGraph& graph)
 {
+    return graph._nBlocks == 0 ? graph._lineCounts.size() : graph._nBlocks;
+}
+
+// Fills the graph's part of `counts`. `solved` is there to be used again.
+void solveGraph(GccGraph& graph, std::vector<int64_t>& solved, std::vector<int64_t>& counts,
+                ImportLosses& losses)
+{
+    const auto first = counts.begin() + static_cast<std::ptrdiff_t>(graph._copy._firstCount);
     if (graph._nBlocks == 0) {
+        std::copy(graph._lineCounts.begin(), graph._lineCounts.end(), first);
         return;
     }
-    if (!solveFlow(graph._nBlocks, graph._arcs, graph._copy._hits)) {
+    if (!solveFlow(graph._nBlocks, graph._arcs, solved)) {
         ++losses._unsolvedFunctions;
     }
+    std::copy(solved.begin(), solved.end(), first);
     std::vector<GcnoArc>().swap(graph._arcs);
     if (graph._kind == KnownFunction::Wanted) {
         countBlocksWithoutLine(graph, losses);
@@ -43,8 +54,8 @@ class SolveJob : public ParallelJob
 public:
     static constexpr size_t GraphsOfStep = 256;
 
-    explicit SolveJob(std::vector<std::unique_ptr<GccGraph>>& graphs)
-        : _graphs(graphs), _losses(steps())
+    SolveJob(std::vector<std::unique_ptr<GccGraph>>& graphs, std::vector<int64_t>& counts)
+        : _graphs(graphs), _counts(counts), _losses(steps())
     {}
 
     size_t steps() const { return (_graphs.size() + GraphsOfStep - 1) / GraphsOfStep; }
@@ -52,8 +63,9 @@ public:
     void run(size_t item) override
     {
         const size_t end = std::min(_graphs.size(), (item + 1) * GraphsOfStep);
+        std::vector<int64_t> solved;
         for (size_t i = item * GraphsOfStep; i < end; ++i) {
-            solveGraph(*_graphs[i], _losses[item]);
+            solveGraph(*_graphs[i], solved, _counts, _losses[item]);
         }
     }
 
@@ -61,8 +73,34 @@ public:
 
 private:
     std::vector<std::unique_ptr<GccGraph>>& _graphs;
+    std::vector<int64_t>& _counts;
     std::vector<ImportLosses> _losses;
 };
+
+// Gives functions whose notes say no more than where they begin an end: the last line that any
+// function has of its own file that begins there. Instances of one template have different last
+// lines, and must have one range all the same.
+void endOpenFunctions(std::vector<FunctionCopy>& copies)
+{
+    std::unordered_map<uint64_t, uint32_t> ends; // by file and first line
+    const auto placeOf = [](const FunctionCopy& copy) {
+        return uint64_t{copy._file} << 32 | copy._startLine;
+    };
+    for (const FunctionCopy& copy : copies) {
+        if (copy._endLine != 0) {
+            continue;
+        }
+        uint32_t& end = ends.emplace(placeOf(copy), copy._startLine).first->second;
+        for (const CopyLine& line : copy._lines) {
+            end = line._file == copy._file ? std::max(end, line._line) : end;
+        }
+    }
+    for (FunctionCopy& copy : copies) {
+        if (copy._endLine == 0) {
+            copy._endLine = ends[placeOf(copy)];
+        }
+    }
+}
 
 } // namespace
 
@@ -128,17 +166,19 @@ void GraphStore::addCounters(GccGraph& graph, GcdaFile& counters, uint32_t ident
     counters.addCounters(ident, graph._arcs);
 }
 
-void GraphStore::addHits(GccGraph& graph, const FunctionCopy& copy)
+void GraphStore::addLineCounts(GccGraph& graph, const std::vector<int64_t>& counts)
 {
     const std::lock_guard<std::mutex> lock(guardOf(graph));
-    for (size_t i = 0; i < graph._copy._hits.size(); ++i) {
-        if (__builtin_add_overflow(graph._copy._hits[i], copy._hits[i], &graph._copy._hits[i])) {
-            graph._copy._hits[i] = INT64_MAX;
+    graph._lineCounts.resize(counts.size());
+    for (size_t i = 0; i < counts.size(); ++i) {
+        if (__builtin_add_overflow(graph._lineCounts[i], counts[i], &graph._lineCounts[i])) {
+            graph._lineCounts[i] = INT64_MAX;
         }
     }
 }
 
-std::vector<FunctionCopy> GraphStore::solve(unsigned int nThreads, ImportLosses& losses)
+bool GraphStore::solve(unsigned int nThreads, ImportedBuild& build, std::vector<int64_t>& counts,
+                       ImportLosses& losses)
 {
     std::vector<std::unique_ptr<GccGraph>> graphs;
     for (Part& part : _parts) {
@@ -148,16 +188,26 @@ std::vector<FunctionCopy> GraphStore::solve(unsigned int nThreads, ImportLosses&
         }
         decltype(part._graphs)().swap(part._graphs);
     }
-    SolveJob job(graphs);
+    uint64_t nCounts = 0;
+    for (const std::unique_ptr<GccGraph>& graph : graphs) {
+        graph->_copy._firstCount = static_cast<uint32_t>(nCounts);
+        nCounts += countsOf(*graph);
+        if (nCounts > ImportedBuild::MostCounts) {
+            return false;
+        }
+    }
+    build._nCounts = static_cast<uint32_t>(nCounts);
+    counts.assign(nCounts, 0);
+    SolveJob job(graphs, counts);
     runParallel(job, job.steps(), nThreads);
     for (const ImportLosses& part : job.losses()) {
         losses.add(part);
     }
-    std::vector<FunctionCopy> copies;
-    copies.reserve(graphs.size());
+    build._copies.reserve(graphs.size());
     for (std::unique_ptr<GccGraph>& graph : graphs) {
-        copies.push_back(std::move(graph->_copy));
+        build._copies.push_back(std::move(graph->_copy));
         graph.reset();
     }
-    return copies;
+    endOpenFunctions(build._copies);
+    return true;
 }

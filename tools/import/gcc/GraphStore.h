@@ -7,6 +7,7 @@
 
 #include "tools/common/ImportLosses.h"
 #include "tools/import/FunctionCopy.h"
+#include "tools/import/ImportedBuild.h"
 #include "tools/import/gcc/ContentKey.h"
 #include "tools/import/gcc/GcdaFile.h"
 
@@ -33,9 +34,10 @@ struct KnownFunction
 struct GccGraph
 {
     FunctionCopy _copy;
-    uint32_t _nBlocks = 0;
+    uint32_t _nBlocks = 0; // 0 when it was read as lines
     std::vector<GcnoArc> _arcs;
-    size_t _nCounters = 0; // arcs off the tree
+    std::vector<int64_t> _lineCounts; // of a function that was read as lines, of each block
+    size_t _nCounters = 0;            // arcs off the tree
     KnownFunction::Kind _kind = KnownFunction::Wanted;
     uint64_t _blocksOfOtherFiles = 0; // all lines are in files that are left out
     uint64_t _linesOfOtherFiles = 0;
@@ -60,12 +62,14 @@ public:
     // Adds the counters that `counters` holds for the function `ident`. REQUIRES: they fit().
     void addCounters(GccGraph& graph, GcdaFile& counters, uint32_t ident);
 
-    // Adds the counts of `copy`, a copy of `graph` that was read as lines.
-    void addHits(GccGraph& graph, const FunctionCopy& copy);
+    // Adds the counts of a copy of `graph` that was read as lines.
+    void addLineCounts(GccGraph& graph, const std::vector<int64_t>& counts);
 
-    // Finds the counts of all blocks, with `nThreads` threads, and gives the functions away. Nobody
-    // else uses the store any more.
-    std::vector<FunctionCopy> solve(unsigned int nThreads, ImportLosses& losses);
+    // Finds the counts of all blocks, with `nThreads` threads, and gives the functions away to
+    // `build`, numbered as `counts` are. Nobody else uses the store any more. Returns false when
+    // there are too many blocks.
+    bool solve(unsigned int nThreads, ImportedBuild& build, std::vector<int64_t>& counts,
+               ImportLosses& losses);
 
 private:
     // Several parts, so that threads rarely wait for each other.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// Functions of a coverage model for tests, from the first and the last line of each block.
+// Functions of a coverage model for tests, with the counts of a run.
 #pragma once
 
 #include "tools/common/CoverageModel.h"
@@ -9,15 +9,24 @@
 #include <string>
 #include <vector>
 
-// A function whose blocks touch the lines named, hits being those given.
+// A basic block touches the lines named, and ran as often as it says.
 struct CovSampleBlock
 {
     std::vector<uint32_t> lines; // ascending
     int64_t hits;
 };
 
-inline CovFunction covFunction(const char* symbol, uint32_t start, uint32_t end,
-                               const std::vector<CovSampleBlock>& blocks)
+// A basic block that touches its first and its last line.
+struct CovSampleRange
+{
+    uint32_t start;
+    uint32_t stop;
+    int64_t hits;
+};
+
+// Appends the counts of the blocks to `counts`, which the function's sums number.
+inline CovFunction covFunction(std::vector<int64_t>& counts, const char* symbol, uint32_t start,
+                               uint32_t end, const std::vector<CovSampleBlock>& blocks)
 {
     CovFunction result;
     result._symbols = {symbol};
@@ -25,23 +34,24 @@ inline CovFunction covFunction(const char* symbol, uint32_t start, uint32_t end,
     result._endLine = end;
     for (const CovSampleBlock& block : blocks) {
         for (const uint32_t line : block.lines) {
-            result._lines.push_back({static_cast<uint32_t>(result._hits.size()), line});
+            result._lines.push_back({result._nBasicBlocks, line});
         }
-        result._hits.push_back(block.hits);
+        ++result._nBasicBlocks;
+        result._sums.push_back(CovTerm::alone(static_cast<uint32_t>(counts.size())));
+        counts.push_back(block.hits);
     }
     return result;
 }
 
-// A function each of whose blocks touches its first and its last line.
-inline CovFunction covFunction(const char* symbol, uint32_t start, uint32_t end,
-                               const std::vector<CovBlock>& blocks)
+inline CovFunction covFunction(std::vector<int64_t>& counts, const char* symbol, uint32_t start,
+                               uint32_t end, const std::vector<CovSampleRange>& blocks)
 {
     std::vector<CovSampleBlock> lines;
-    for (const CovBlock& block : blocks) {
-        lines.push_back({{block._startLine}, block._hits});
-        if (block._stopLine != block._startLine) {
-            lines.back().lines.push_back(block._stopLine);
+    for (const CovSampleRange& block : blocks) {
+        lines.push_back({{block.start}, block.hits});
+        if (block.stop != block.start) {
+            lines.back().lines.push_back(block.stop);
         }
     }
-    return covFunction(symbol, start, end, lines);
+    return covFunction(counts, symbol, start, end, lines);
 }

@@ -84,12 +84,13 @@ TEST(WithoutQualifiersTest, LeavesTheLastWordOfEachName)
     EXPECT_EQ(withoutQualifiers(">::a"), "a");
 }
 
-TEST(WithFewerPartsTest, InnermostNamesLoseTheirsFirst)
+TEST(NameTextTest, DetailsAreKeptOrLeftOut)
 {
-    EXPECT_EQ(withFewerParts("a::b<c::d<e::f>>", 4), "a::b<c::d<e::f>>");
-    EXPECT_EQ(withFewerParts("a::b<c::d<e::f>>", 3), "a::b<c::d<f>>");
-    EXPECT_EQ(withFewerParts("a::b<c::d<e::f>>", 2), "a::b<d<f>>");
-    EXPECT_EQ(withFewerParts("a::b::c::d", 2), "d");
+    const NameText text("f<...>(int)::{lambda(A<...>, char)#1}::operator()(int) const::L::g");
+    EXPECT_EQ(text.details(), (std::vector<std::string>{"(int)", "(A<...>, char)", "(int)"}));
+    EXPECT_EQ(text.withDetails({false, true, false}),
+              "f<...>(...)::{lambda(A<...>, char)#1}::operator()(...) const::L::g");
+    EXPECT_EQ(NameText("(anonymous namespace)::f").details().size(), 0u);
 }
 
 TEST(SplitListTest, CommasInBracketsStay)
@@ -99,6 +100,13 @@ TEST(SplitListTest, CommasInBracketsStay)
     EXPECT_EQ(splitList("").size(), 0u);
     EXPECT_EQ(splitList("int").size(), 1u);
     EXPECT_EQ(splitList(" int ")[0], "int");
+}
+
+TEST(SplitListTest, EmptyPacksAreNoPart)
+{
+    EXPECT_EQ(splitList(", int"), std::vector<std::string>{"int"});
+    EXPECT_EQ(splitList("char, , int, "), (std::vector<std::string>{"char", "int"}));
+    EXPECT_EQ(splitList(",").size(), 0u);
 }
 
 } // namespace

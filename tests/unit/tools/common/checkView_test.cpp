@@ -11,20 +11,28 @@ class CheckViewTest : public ::testing::Test
 {
 protected:
     // A function whose blocks touch some lines and are stored in another way.
-    void add(const std::vector<CovSampleBlock>& touched, const std::vector<CovBlock>& stored)
+    void add(const std::vector<CovSampleBlock>& touched, const std::vector<CovSampleRange>& stored)
     {
-        _file._functions.push_back(covFunction("f", 1, 9, touched));
-        _file._functions.back()._blocks = stored;
+        std::vector<int64_t> counts;
+        _file._functions.push_back(covFunction(counts, "f", 1, 9, touched));
+        for (const CovSampleRange& block : stored) {
+            _file._functions.back()._blocks.push_back(
+                {static_cast<uint16_t>(block.start), static_cast<uint16_t>(block.stop), 0});
+            _counts.push_back(static_cast<uint32_t>(block.hits));
+        }
+        _values.insert(_values.end(), counts.begin(), counts.end());
     }
 
     void check(uint64_t red, uint64_t black)
     {
-        checkView(_file, _losses);
+        checkView(_file, _values, _counts, _losses);
         EXPECT_EQ(_losses._linesShownRed, red);
         EXPECT_EQ(_losses._linesShownBlack, black);
     }
 
     CovFile _file;
+    std::vector<uint32_t> _values; // of the basic blocks
+    std::vector<uint32_t> _counts; // of the stored blocks
     ImportLosses _losses;
 };
 
@@ -45,6 +53,13 @@ TEST_F(CheckViewTest, LaterFunctionReplacesTheMarksOfAnEarlierOne)
     add({{{3}, 4}}, {{3, 3, 4}});
     add({{{3}, 0}}, {{3, 3, 0}});
     check(1, 0);
+}
+
+TEST_F(CheckViewTest, EachFunctionHasItsOwnCounts)
+{
+    add({{{1}, 0}, {{2}, 4}}, {{1, 1, 0}, {2, 2, 4}});
+    add({{{11}, 3}, {{12}, 0}}, {{11, 11, 3}, {12, 12, 0}});
+    check(0, 0);
 }
 
 TEST_F(CheckViewTest, DeadLineThatNobodyMarksIsCounted)

@@ -3,7 +3,8 @@
 
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/common/CovSample.h"
-#include "tools/common/writeCoverage.h"
+#include "tools/common/CoverageWriter.h"
+#include "tools/common/countRun.h"
 
 #include <gtest/gtest.h>
 
@@ -13,9 +14,9 @@ class FinishCoverageTest : public ::testing::Test
 {
 protected:
     CovFunction function(const char* symbol, uint32_t start, uint32_t end,
-                         const std::vector<CovBlock>& blocks)
+                         const std::vector<CovSampleRange>& blocks)
     {
-        return covFunction(symbol, start, end, blocks);
+        return covFunction(_counts, symbol, start, end, blocks);
     }
 
     void addFile(const std::string& path, const std::vector<CovFunction>& functions)
@@ -27,6 +28,7 @@ protected:
 
     const TempDir _dir;
     CoverageModel _model;
+    std::vector<int64_t> _counts; // of a run
     ImportLosses _losses;
 };
 
@@ -53,30 +55,44 @@ TEST_F(FinishCoverageTest, OrderDoesNotDependOnTheOrderGivenOrOnCounts)
     other._files.emplace_back();
     other._files[0]._path = "/s/a.cc";
     other._files[0]._functions = {variants[3], variants[2], variants[1], variants[0]};
-    for (CovFunction& each : other._files[0]._functions) {
-        each._hits[0] = 1;
-    }
     finishCoverage(other, NameStyle(), _losses, 2);
-    CoverageResult one;
-    CoverageResult two;
-    ASSERT_TRUE(writeCoverage(_model, _losses, {_dir.path("one"), "run", false}, one));
-    ASSERT_TRUE(writeCoverage(other, _losses, {_dir.path("two"), "run", false}, two));
-    EXPECT_EQ(TempDir::read(one._map), TempDir::read(two._map));
+    const CoverageOutput output = {_dir.path(), "run", false};
+    CoverageWriter one(_model, output);
+    CoverageWriter two(other, output);
+    ASSERT_TRUE(one.open());
+    ASSERT_TRUE(two.open());
+    EXPECT_EQ(one.map(), two.map()); // named after their content
 }
 
-TEST_F(FinishCoverageTest, CountsAreKeptWithinWhatViewsShow)
+// A class with a name of 62 letters, one of its functions too wide for the report with it.
+constexpr char WideClass[] = "aVeryLongNameOfAClassWhoseFunctionsAreTooWideForTheReportOfAll";
+const std::string wideFunction = "_ZN62" + std::string(WideClass) + "17aFunctionOfItOwnsEi";
+const std::string otherFunction = "_ZN62" + std::string(WideClass) + "1fEi";
+
+TEST_F(FinishCoverageTest, NamesTooWideForTheReportAreShortened)
 {
-    addFile("/s/a.cc",
-            {function("f", 1, 4,
-                      {{1, 1, -1}, {2, 2, 2147483647}, {3, 3, 2147483648}, {4, 4, INT64_MAX}})});
-    finishCoverage(_model, NameStyle(), _losses, 1);
-    const std::vector<CovBlock>& blocks = _model._files[0]._functions[0]._blocks;
-    EXPECT_EQ(blocks[0]._hits, 0);
-    EXPECT_EQ(blocks[1]._hits, 2147483647);
-    EXPECT_EQ(blocks[2]._hits, 2147483647);
-    EXPECT_EQ(blocks[3]._hits, 2147483647);
-    EXPECT_EQ(_losses._negativeCounts, 1u);
-    EXPECT_EQ(_losses._clampedCounts, 2u);
+    addFile("/s/a.cc", {function(wideFunction.c_str(), 1, 1, {{1, 1, 0}}),
+                        function("_ZN2ns1fEi", 2, 2, {{2, 2, 0}})});
+    addFile("/s/b.cc", {function(otherFunction.c_str(), 1, 1, {{1, 1, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 2);
+    const std::string code = "__FFi_Q262" + std::string(WideClass);
+    EXPECT_EQ(_model._files[0]._functions[0]._storedName,
+              "aVeryLongNameOfAClassWh...oWideForTheReportOfAll::aFunctionOfItOwns" + code +
+                  "17aFunctionOfItOwns");
+    EXPECT_EQ(_model._files[0]._functions[1]._storedName, "ns::f__Fi");
+    EXPECT_EQ(_model._files[1]._functions[0]._storedName,
+              "aVeryLongNameOfAClassWh...oWideForTheReportOfAll::f" + code + "1f");
+    EXPECT_EQ(_losses._renamedFunctions, 0u);
+}
+
+TEST_F(FinishCoverageTest, FullNamesStayWhole)
+{
+    addFile("/s/a.cc", {function(wideFunction.c_str(), 1, 1, {{1, 1, 0}})});
+    NameStyle style;
+    style._isFull = true;
+    finishCoverage(_model, style, _losses, 1);
+    EXPECT_EQ(_model._files[0]._functions[0]._storedName,
+              std::string(WideClass) + "::aFunctionOfItOwns__Fi");
 }
 
 TEST_F(FinishCoverageTest, WhatHasNoBlocksIsTakenOut)
@@ -95,8 +111,6 @@ TEST_F(FinishCoverageTest, BlocksOfAFileAreMadeTogether)
     const std::vector<CovFunction>& functions = _model._files[0]._functions;
     EXPECT_EQ(functions[0]._blocks.size(), 2u); // interrupted by the other
     EXPECT_EQ(functions[1]._blocks.size(), 1u);
-    EXPECT_TRUE(functions[0]._lines.empty());
-    EXPECT_EQ(_losses._linesShownRed + _losses._linesShownBlack, 0u);
 }
 
 TEST_F(FinishCoverageTest, FullNamesAreKeptWhenAskedFor)

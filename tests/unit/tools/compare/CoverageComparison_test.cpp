@@ -222,6 +222,34 @@ TEST_F(CoverageComparisonTest, NamesAreComparedAtEachLevel)
         "name-simple  1\nname-extended  2\nname-full  3\n");
 }
 
+TEST_F(CoverageComparisonTest, NamesThatCannotHaveParametersShowNone)
+{
+    const char* const names[] = {"a__b(int)", "ns::get_(int)", "a__b::get(int)"};
+    for (uint32_t i = 0; i < 3; ++i) {
+        function(names[i], i + 1, i + 1, 0);
+        line(i + 1, 0, false);
+    }
+    EXPECT_EQ(
+        compare(
+            {{"a__b", 1, 1, {{1, 1}}}, {"ns::get_", 2, 2, {{2, 2}}}, {"a__b::get", 3, 3, {{3, 3}}}},
+            {0, 0, 0}),
+        "");
+}
+
+TEST_F(CoverageComparisonTest, NamesThatCanHaveParametersShowThem)
+{
+    const char* const names[] = {"get(int)", "get<__x>(int)", "set<__x>(int)"};
+    for (uint32_t i = 0; i < 3; ++i) {
+        function(names[i], i + 1, i + 1, 0);
+        line(i + 1, 0, false);
+    }
+    EXPECT_EQ(compare({{"get", 1, 1, {{1, 1}}},
+                       {"get<__x>", 2, 2, {{2, 2}}},
+                       {"set<...>__FFi_8set<__x>", 3, 3, {{3, 3}}}},
+                      {0, 0, 0}),
+              "name-extended  2\nname-full  2\n");
+}
+
 TEST_F(CoverageComparisonTest, InstancesShareARowWithPlaceholders)
 {
     function("int f<int>(int)", 1, 1, 1);

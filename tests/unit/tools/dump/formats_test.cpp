@@ -51,12 +51,12 @@ CovFile sampleSource()
     main._storedName = "main__Fv";
     main._startLine = 3;
     main._endLine = 9;
-    main._blocks = {{3, 5, 1}, {6, 9, 0}};
+    main._blocks = {{3, 5, 0}, {6, 9, 1}};
     CovFunction f;
     f._storedName = "f__Fi";
     f._startLine = 11;
     f._endLine = 13;
-    f._blocks = {{11, 13, 500}};
+    f._blocks = {{11, 13, 2}};
     file._functions = {main, f};
     return file;
 }
@@ -87,7 +87,7 @@ TEST(FormatPagesTest, LogSampleIsWhatTheLogWriterWrites)
     const TempDir dir;
     LogWriter writer;
     ASSERT_EQ(writer.create(dir.path("p.log").c_str(), 0x32700100), 0);
-    ASSERT_EQ(writer.add(sampleSource(), "p.map", false), 0);
+    ASSERT_EQ(writer.add(sampleSource(), {1, 0, 500}, "p.map", false), 0);
     ASSERT_EQ(writer.close(), 0);
     EXPECT_EQ(TempDir::read(dir.path("p.log")), sampleOf("log.md"));
 }

@@ -21,7 +21,7 @@ protected:
     {
         _function._nBlocks = nBlocks;
         for (const Arc& each : arcs) {
-            GcnoArc arc;
+            GcnoArc arc = {};
             arc._from = each.from;
             arc._to = each.to;
             arc._flags = each.count == OnTree ? GcnoArc::OnTree : 0;

@@ -18,7 +18,7 @@ protected:
     std::string blocks()
     {
         std::vector<std::string> rows;
-        for (const FunctionCopy& copy : _store.solve(1, _solved)) {
+        for (const FunctionCopy& copy : solve()) {
             rows.push_back(row(copy));
         }
         std::sort(rows.begin(), rows.end());
@@ -27,6 +27,13 @@ protected:
             text += row;
         }
         return text;
+    }
+
+    const std::vector<FunctionCopy>& solve()
+    {
+        _build._copies.clear();
+        EXPECT_TRUE(_store.solve(1, _build, _counts, _solved));
+        return _build._copies;
     }
 
     std::string row(const FunctionCopy& copy)
@@ -41,14 +48,16 @@ protected:
             text += isFirst ? " " : ",";
             text += line._file == copy._file ? "" : paths[line._file] + ":";
             text += std::to_string(line._line);
-            text += isLast ? "=" + std::to_string(copy._hits[line._block]) : "";
+            text += isLast ? "=" + std::to_string(_counts[copy._firstCount + line._block]) : "";
         }
         return text + "\n";
     }
 
     const TempDir _dir;
     SourceFilter _filter;
-    SourceTable _sources{_filter};
+    ImportedBuild _build{_filter};
+    SourceTable& _sources = _build._sources;
+    std::vector<int64_t> _counts;
     GraphStore _store;
     GccUnit _unit{_sources, _store};
     ImportLosses _solved;
@@ -177,7 +186,7 @@ TEST_F(GccUnitTest, LinesThatFunctionsLeftOutHoldAreKept)
         EXPECT_EQ(unit.losses()._systemFunctions, 1u);
         EXPECT_EQ(unit.losses()._artificialFunctions, 1u);
     }
-    const std::vector<FunctionCopy> copies = _store.solve(1, _solved);
+    const std::vector<FunctionCopy>& copies = solve();
     ASSERT_EQ(copies.size(), 2u);
     const FunctionCopy& system = copies[copies[0]._symbol == "find_if" ? 0 : 1];
     const FunctionCopy& made = copies[copies[0]._symbol == "find_if" ? 1 : 0];
@@ -186,6 +195,21 @@ TEST_F(GccUnitTest, LinesThatFunctionsLeftOutHoldAreKept)
     EXPECT_FALSE(system._isHidden);
     EXPECT_TRUE(made._isHidden);
     EXPECT_EQ(_solved._blocksWithoutLine + _solved._linesOfOtherFiles, 0u);
+}
+
+TEST_F(GccUnitTest, WhatTheCompilerMadeInAFileLeftOutIsHiddenLikeAllItMade)
+{
+    GcovBuilder notes(12);
+    notes.notesHead(SampleStamp, "/build");
+    notes.function(1, 2, 3, "_ZNSt4pairIii1AED2Ev", 1, "/usr/include/x.h", 1, 6);
+    notes.blocks(3);
+    notes.arcs(0, {{2, 0}});
+    notes.arcs(2, {{1, 1}});
+    notes.lines(2, "a.cc", {9});
+    ASSERT_TRUE(_unit.readBlocks(notes.bytes(), nullptr));
+    const std::vector<FunctionCopy>& copies = solve();
+    ASSERT_EQ(copies.size(), 1u);
+    EXPECT_TRUE(copies[0]._isHidden);
 }
 
 TEST_F(GccUnitTest, ExcludedFunctionsAreCounted)
@@ -361,7 +385,8 @@ TEST_F(GccUnitTest, HugeFilesOfSomethingElseAreNamed)
     EXPECT_NE(_unit.failure().find("the .gcda file holds no counters"), std::string::npos);
     GccUnit other(_sources, _store);
     ASSERT_TRUE(other.readBlocks({huge, ""}));
-    EXPECT_EQ(other.failure(), "the .gcno file holds no notes");
+    EXPECT_EQ(other.failure(),
+              "the .gcno file holds no notes: compile the unit again, or delete the file");
 }
 
 TEST_F(GccUnitTest, NotesOfAnotherCompilerSayWhatWorks)

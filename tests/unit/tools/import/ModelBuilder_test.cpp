@@ -30,12 +30,13 @@ protected:
         copy._startColumn = 5;
         copy._endLine = end;
         copy._endColumn = 1;
+        copy._firstCount = static_cast<uint32_t>(_counts.size());
         for (const Block& block : blocks) {
             for (const uint32_t line : block.lines) {
-                copy._lines.push_back({static_cast<uint32_t>(copy._hits.size()),
+                copy._lines.push_back({static_cast<uint32_t>(_counts.size()) - copy._firstCount,
                                        block.file == UINT32_MAX ? file : block.file, line});
             }
-            copy._hits.push_back(block.hits);
+            _counts.push_back(block.hits);
         }
         _copies.push_back(copy);
         return _copies.back();
@@ -45,9 +46,7 @@ protected:
     // a block, sorted.
     std::string build(bool keepsInstances = false)
     {
-        CoverageModel model;
-        std::vector<FunctionCopy> copies = _copies;
-        buildModel(copies, {"/a.cc", "/b.cc", "/h.h"}, keepsInstances, 2, model, _losses);
+        CoverageModel model = buildFrom(_copies, keepsInstances, 2);
         std::vector<std::string> rows;
         for (const CovFile& file : model._files) {
             for (const CovFunction& function : file._functions) {
@@ -62,8 +61,45 @@ protected:
         return all;
     }
 
-    static std::string text(const CovFunction& function)
+    CoverageModel buildFrom(const std::vector<FunctionCopy>& copies, bool keepsInstances,
+                            unsigned int nThreads)
     {
+        const SourceFilter filter;
+        ImportedBuild build(filter);
+        for (const char* path : {"/a.cc", "/b.cc", "/h.h"}) {
+            (void)build._sources.find(path);
+        }
+        build._copies = copies;
+        build._nCounts = static_cast<uint32_t>(_counts.size());
+        CoverageModel model;
+        buildModel(build, keepsInstances, nThreads, model, _losses);
+        return model;
+    }
+
+    // What the counts of a run make of each basic block, before they are bounded.
+    std::vector<int64_t> hits(const CovFunction& function) const
+    {
+        std::vector<int64_t> result;
+        int64_t sum = 0;
+        int64_t greatest = INT64_MIN;
+        for (const CovTerm& term : function._sums) {
+            greatest = std::max(greatest, _counts[term._count]);
+            if (term._endsMaximum != 0) {
+                sum += greatest;
+                greatest = INT64_MIN;
+            }
+            if (term._endsSum != 0) {
+                result.push_back(sum);
+                sum = 0;
+            }
+        }
+        EXPECT_EQ(result.size(), function._nBasicBlocks);
+        return result;
+    }
+
+    std::string text(const CovFunction& function) const
+    {
+        const std::vector<int64_t> hits = this->hits(function);
         std::string result;
         for (const std::string& symbol : function._symbols) {
             result += " " + symbol;
@@ -76,12 +112,13 @@ protected:
             const bool isLast =
                 i + 1 == function._lines.size() || function._lines[i + 1]._block != line._block;
             result += (isFirst ? " " : ",") + std::to_string(line._line);
-            result += isLast ? "=" + std::to_string(function._hits[line._block]) : "";
+            result += isLast ? "=" + std::to_string(hits[line._block]) : "";
         }
         return result;
     }
 
     std::vector<FunctionCopy> _copies;
+    std::vector<int64_t> _counts; // of a run
     ImportLosses _losses;
 };
 
@@ -135,8 +172,7 @@ TEST_F(ModelBuilderTest, WhatSymbolsOfOnePlaceSayIsKept)
         add(A, symbol, 1, 9, {{{1}, 3}});
         add(A, symbol, 1, 9, {{{1}, 1}});
     }
-    CoverageModel model;
-    buildModel(_copies, {"/a.cc"}, false, 1, model, _losses);
+    const CoverageModel model = buildFrom(_copies, false, 1);
     ASSERT_EQ(model._files[0]._functions.size(), 2u);
     for (const CovFunction& function : model._files[0]._functions) {
         ASSERT_EQ(function._texts.size(), function._symbols.size());
@@ -262,11 +298,11 @@ TEST_F(ModelBuilderTest, BodyWithoutItsFunctionEndsAtItsLastLine)
     EXPECT_EQ(build(), "/a.cc _Z5counti 3-6: 3=1 5,6=4\n/a.cc f 3-9: 3=1\n");
 }
 
-TEST_F(ModelBuilderTest, SumsDoNotOverflow)
+TEST_F(ModelBuilderTest, CopiesMayShareCounts)
 {
-    add(A, "f", 1, 9, {{{1}, INT64_MAX}, {{2}, INT64_MIN}});
-    add(A, "f", 1, 9, {{{1}, 1}, {{2}, -1}});
-    EXPECT_EQ(build(), "/a.cc f 1-9: 1=9223372036854775807 2=-9223372036854775808\n");
+    add(H, "f", 1, 9, {{{1, 2}, 3}, {{4}, 5}});
+    add(A, "g", 1, 9, {{{1}, 100}})._firstCount = 1;
+    EXPECT_EQ(build(), "/a.cc g 1-9: 1=5\n/h.h f 1-9: 1,2=3 4=5\n");
 }
 
 TEST_F(ModelBuilderTest, SourceCompiledInTwoWaysIsToldOnce)

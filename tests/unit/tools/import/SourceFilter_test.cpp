@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tools/import/gcc/SourceFilter.h"
+#include "tools/import/SourceFilter.h"
 
 #include <gtest/gtest.h>
 

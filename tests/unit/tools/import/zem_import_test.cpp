@@ -8,7 +8,8 @@
 #include "tests/unit/tools/import/GcovCounts.h"
 #include "tools/import/gcc/FlowSolver.h"
 #include "tools/import/gcc/GcdaFile.h"
-#include "tools/import/gcc/GcovLines.h"
+#include "tools/import/gcc/runGcov.h"
+#include "tools/import/gcov/GcovDocument.h"
 #include "zem/Data/ZEMMapFile.h"
 #include "zem/Repository/ZEMRepository.h"
 
@@ -115,12 +116,14 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
 
     std::string json;
     ASSERT_TRUE(runGcov("gcov", {notesPath, countersPath}, json));
-    GcovLines gcov;
-    ASSERT_TRUE(gcov.parse(json));
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
-    for (const GcovLineFunction& entry : gcov.functions()) {
-        for (const CopyLine& line : entry._copy._lines) {
-            compilers[entry._file][line._line] += entry._copy._hits[line._block];
+    GcovDocument gcov;
+    ASSERT_TRUE(gcov.parse(json)) << gcov.problem();
+    for (const GcovSource& source : gcov.sources()) {
+        for (const GcovFunction& entry : source._functions) {
+            for (const GcovLine& line : entry._lines) {
+                compilers[source._path][line._line] += line._count;
+            }
         }
     }
     for (const auto& file : own.lines()) {
@@ -311,9 +314,11 @@ TEST_F(ZemImportTest, SourcesThatMovedAreToldWithTheirNewPlace)
         << output();
     ASSERT_EQ(run("cd new && " ZEM_BINARY_DIR "/bin/zem-import gcc ../build"), 0);
     EXPECT_NE(output().find("3 are below " + _dir.path("new/") + " instead of " + _dir.path() +
-                            "/ (ln -s " + _dir.path("new/src") + " " + _dir.path("src")),
+                            "/ (--map " + _dir.path() + "=" + _dir.path("new") + " finds them)"),
               std::string::npos)
         << output();
+    ASSERT_EQ(import("gcc -o new --map '" + _dir.path() + "=" + _dir.path("new") + "' build"), 0);
+    EXPECT_EQ(output().find("not found"), std::string::npos) << output();
 }
 
 TEST_F(ZemImportTest, TheSummaryIsOneLineWhateverTheFolderIsCalled)
@@ -398,7 +403,8 @@ TEST_F(ZemImportWordsTest, NothingLeftIsAnErrorAndLeavesNoFile)
     _dir.write("a.gcno", "not notes");
     EXPECT_EQ(import("gcc ."), 1);
     EXPECT_EQ(err(), "zem-import: " + fs::canonical(_dir.path()).string() +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_FALSE(fs::exists(_dir.path("coverage.log")));
@@ -437,7 +443,8 @@ TEST_F(ZemImportWordsTest, NamesCannotForgeAMessageOrSteerTheTerminal)
     _dir.write(name + "/a.gcno", "not notes");
     EXPECT_EQ(import("gcc " + word), 1);
     EXPECT_EQ(err(), "zem-import: " + here + "/" + shown +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_EQ(import("gcc " + word + "/none"), 1);

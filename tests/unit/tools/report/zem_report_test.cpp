@@ -182,8 +182,9 @@ TEST_F(ZemReportTest, AMapThatIsNotThereIsNamedWithTheLog)
     const ProgramResult result = run({log});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, " *** RptArea::report: Error processing " + log + ": map file " + map +
-                              ": fopen failed: No such file or directory; check that the file is "
-                              "there and that you may read it\n");
+                              ": fopen failed: No such file or directory; the log counts the "
+                              "blocks of this map: put it back, or import the same build again, "
+                              "which makes the same map\n");
 }
 
 TEST_F(ZemReportTest, DamageIsNamedWithItsRecordAndPlace)

@@ -109,6 +109,9 @@ const Name names[] = {
     {"g__FPM3FooFi_v", "g", "g(void (Foo::**)(int))", "g(void (Foo::**)(int))"},
     {"g__FQ23Foo3Bar", "g", "g(Foo::Bar)", "g(Foo::Bar)"},
     {"g__FQ2_3Foo3Bar", "g", "g(Foo::Bar)", "g(Foo::Bar)"},
+    {"g__FQ_10_1a1b1c1d1e1f1g1h1i1j", "g", "g(a::b::c::d::e::f::g::h::i::j)",
+     "g(a::b::c::d::e::f::g::h::i::j)"},
+    {"g__FMQ_2_1a1bi", "g", "g(int a::b::*)", "g(int a::b::*)"},
     {"g__FPQ23std6stringi", "g", "g(std::string *, int)", "g(std::string *, int)"},
     {"f__Q23Foo3BarFv", nullptr, nullptr, nullptr},
     {"f__Ct4List1ZiFv", nullptr, nullptr, nullptr},
@@ -242,6 +245,11 @@ TEST(DemangleTest, HugeCountsAreRefused)
 {
     EXPECT_EQ(readable("f__99999999999999999999999Foo", 0), "(none)");
     EXPECT_EQ(readable("f__FQ9" + repeated("1a", 8), 0), "(none)");
+    EXPECT_EQ(readable("f__FQ_12_" + repeated("1a", 11), 0), "(none)");
+    EXPECT_EQ(readable("f__FQ_99999999999999999999999_1a", 0), "(none)");
+    EXPECT_EQ(readable("f__FQ_0_1a", 0), "(none)");
+    EXPECT_EQ(readable("f__FQ__1a", 0), "(none)");
+    EXPECT_EQ(readable("f__FQ_21a1b", 0), "(none)");
     EXPECT_EQ(readable("f__t3Foo99999999999999999999Zi", 0), "(none)");
 }
 

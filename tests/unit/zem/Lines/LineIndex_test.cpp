@@ -107,6 +107,21 @@ TEST_F(LineIndexTest, OpenRefusesMoreLinesThanItIndexes)
     EXPECT_EQ(line(0), "(null)0");
 }
 
+TEST_F(LineIndexTest, ALineThatNobodyAsksForTakesItsStartOnly)
+{
+    constexpr long Lines = 1000000;
+    ASSERT_EQ(open(std::string(static_cast<size_t>(Lines), '\n')), 0);
+    EXPECT_LE(_index.indexBytes(), static_cast<size_t>(Lines) * 8 + 64 * 1024);
+    const SrcBrowser& looker = _index;
+    EXPECT_NE(looker.line(SrcBrowser::LinesWithCoverage - 1), nullptr);
+    EXPECT_EQ(looker.line(SrcBrowser::LinesWithCoverage), nullptr);
+    EXPECT_EQ(looker.line(Lines), nullptr);
+    EXPECT_EQ(line(Lines), "");
+    EXPECT_NE(looker.line(Lines), nullptr);
+    EXPECT_EQ(looker.line(Lines)->_offset, Lines);
+    EXPECT_EQ(looker.line(Lines / 2), nullptr);
+}
+
 TEST_F(LineIndexTest, ScanWithoutAFileFails)
 {
     EXPECT_EQ(_index.scan(), -1);

@@ -93,6 +93,20 @@ TEST_F(RptRowLayoutTest, BarsAreInProportionToTheLargest)
     EXPECT_EQ(text(_row.uncovered), "336,4 60x16");
 }
 
+// What zem-import shortens labels for: 100 columns show the longest label and a part of its bar.
+TEST_F(RptRowLayoutTest, FirstCanvasShowsAWideLabelAndItsBar)
+{
+    _layout._longestLabel = 70;
+    _layout._maxBlocks = 9999;
+    _layout._canvasWidth = (70 + 2 * 4) * 2 + 20; // as RptViewer::installView() has it
+    const std::string label(70, 'f');
+    layOut(label.c_str(), 9999, 9999);
+    EXPECT_EQ(_row.label.length, 70);
+    EXPECT_GE(_row.label.x, 0);
+    EXPECT_EQ(_row.covered.x, 89 * 6);
+    EXPECT_GT(_row.covered.width, 11 * 6);
+}
+
 TEST_F(RptRowLayoutTest, BarsHaveOneLengthByPercentage)
 {
     _layout._showPercentage = 1;
@@ -109,6 +123,17 @@ TEST_F(RptRowLayoutTest, ScaleIsTheLongestLabelFromFortyOn)
     _layout._longestLabel = 39;
     layOut("main", 8, 8);
     EXPECT_EQ(_row.covered.width, 6 * 40);
+}
+
+TEST_F(RptRowLayoutTest, BarsOfHugeLabelsAndCountsStayInProportion)
+{
+    _layout._longestLabel = INT_MAX;
+    _layout._maxBlocks = INT_MAX;
+    layOut("main", INT_MAX, INT_MAX);
+    EXPECT_EQ(_row.uncovered.width, 0);
+    EXPECT_GT(_row.nLight, 0);
+    layOut("main", 0, INT_MAX);
+    EXPECT_EQ(_row.covered.width, 0);
 }
 
 TEST_F(RptRowLayoutTest, CountsStandBehindTheBar)

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: MIT
+#include "tools/common/countRun.h"
+
+#include "tests/unit/tools/common/CovSample.h"
+#include "tools/common/finishCoverage.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Counts = std::vector<uint32_t>;
+
+class CountRunTest : public ::testing::Test
+{
+protected:
+    void addFile(const char* path, const std::vector<CovFunction>& functions)
+    {
+        _model._files.emplace_back();
+        _model._files.back()._path = path;
+        _model._files.back()._functions = functions;
+    }
+
+    CovFunction function(const char* symbol, uint32_t start, uint32_t end,
+                         const std::vector<CovSampleRange>& blocks)
+    {
+        return covFunction(_counts, symbol, start, end, blocks);
+    }
+
+    std::vector<Counts> count()
+    {
+        CoverageCounts result;
+        countRun(_model, _counts, result, _losses, 2);
+        return result._files;
+    }
+
+    CoverageModel _model;
+    std::vector<int64_t> _counts;
+    ImportLosses _losses;
+};
+
+TEST_F(CountRunTest, CountsFollowTheOrderOfTheMap)
+{
+    addFile("/s/b.cc",
+            {function("g", 5, 9, {{7, 7, 1}, {5, 5, 2}}), function("f", 1, 2, {{1, 2, 3}})});
+    addFile("/s/a.cc", {function("h", 1, 1, {{1, 1, 4}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    EXPECT_EQ(count(), (std::vector<Counts>{{4}, {3, 2, 1}}));
+    EXPECT_EQ(_losses._linesShownRed + _losses._linesShownBlack, 0u);
+}
+
+TEST_F(CountRunTest, EachRunHasItsOwnCounts)
+{
+    addFile("/s/a.cc", {function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    EXPECT_EQ(count(), (std::vector<Counts>{{4, 0}}));
+    _counts = {0, 7};
+    EXPECT_EQ(count(), (std::vector<Counts>{{0, 7}}));
+    EXPECT_EQ(_losses._linesShownRed + _losses._linesShownBlack, 0u);
+}
+
+TEST_F(CountRunTest, SumsAddUpTheGreatestOfEachGroup)
+{
+    CovFunction f = function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}});
+    _counts = {4, 9, 5, 1, 100};
+    f._sums = {{0, 0, 0}, {1, 0, 0}, {2, 1, 0}, {3, 1, 1}, {4, 1, 1}};
+    addFile("/s/a.cc", {f});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    EXPECT_EQ(count(), (std::vector<Counts>{{10, 100}}));
+    _counts = {-1, -9, -5, 1, 2};
+    EXPECT_EQ(count(), (std::vector<Counts>{{0, 2}}));
+}
+
+TEST_F(CountRunTest, CountsAreKeptWithinWhatViewsShow)
+{
+    addFile("/s/a.cc",
+            {function("f", 1, 4,
+                      {{1, 1, -1}, {2, 2, 2147483647}, {3, 3, 2147483648}, {4, 4, INT64_MAX}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    EXPECT_EQ(count(), (std::vector<Counts>{{0, 2147483647, 2147483647, 2147483647}}));
+    EXPECT_EQ(_losses._negativeCounts, 1u);
+    EXPECT_EQ(_losses._clampedCounts, 2u);
+}
+
+TEST_F(CountRunTest, SumsDoNotOverflow)
+{
+    CovFunction f = function("f", 1, 9, {{1, 1, 0}, {2, 2, 0}});
+    _counts = {INT64_MAX, 1, INT64_MIN, -1};
+    f._sums = {{0, 1, 0}, {1, 1, 1}, {2, 1, 0}, {3, 1, 1}};
+    addFile("/s/a.cc", {f});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    EXPECT_EQ(count(), (std::vector<Counts>{{2147483647, 0}}));
+}
+
+} // namespace
