@@ -10,6 +10,7 @@
 #include "tools/common/missingSources.h"
 #include "tools/common/parallel.h"
 #include "tools/import/ModelBuilder.h"
+#include "tools/import/excludeMarked.h"
 
 #include <ostream>
 
@@ -45,11 +46,14 @@ bool ImportJob::fail(const std::string& problem)
 
 bool ImportJob::makeModel()
 {
-    ImportedBuild build(_options._filter);
+    ImportedBuild build(_options._filter, _options._moves);
     if (!_importer.readBuild(build, _losses, _nThreads)) {
         return false;
     }
     buildModel(build, _options._keepsInstances, _nThreads, _model, _losses);
+    if (_options._obeysMarkers) {
+        excludeMarked(_model, _losses, _err, _nThreads);
+    }
     finishCoverage(_model, _options._names, _losses, _nThreads);
     if (_model._files.empty()) {
         return fail("nothing to write: no function is left" + textBehind(" (", _losses, ")"));

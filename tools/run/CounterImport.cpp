@@ -2,12 +2,10 @@
 #include "tools/run/CounterImport.h"
 
 #include "qip/Support/qipVisibleText.h"
-#include "tools/common/FolderWalk.h"
 #include "tools/run/Companion.h"
-#include "tools/run/CoveredProgram.h"
 #include "tools/run/Process.h"
+#include "tools/run/coveredPrograms.h"
 
-#include <algorithm>
 #include <cstring>
 #include <iostream>
 #include <sys/stat.h>
@@ -41,20 +39,6 @@ struct FileState
     long _nanoseconds = 0;
 };
 
-std::vector<std::string> profilesIn(const std::string& folder)
-{
-    std::vector<std::string> paths;
-    FolderWalk walk(folder);
-    while (walk.next()) {
-        if (walk.path().size() > 8 &&
-            walk.path().compare(walk.path().size() - 8, 8, ".profraw") == 0) {
-            paths.push_back(walk.path());
-        }
-    }
-    std::sort(paths.begin(), paths.end());
-    return paths;
-}
-
 } // namespace
 
 void CounterImport::fail(const std::string& problem)
@@ -86,11 +70,11 @@ bool CounterImport::findBinaries()
         _binaries = _request._binaries;
     }
     if (_binaries.empty() && !_request._build.empty()) {
-        _binaries = CoveredProgram::below(_request._build);
+        _binaries = coveredPrograms(_request._build);
     }
     for (const char* folder : usualBuilds) {
         if (_binaries.empty() && _request._build.empty()) {
-            _binaries = CoveredProgram::below(folder);
+            _binaries = coveredPrograms(folder);
         }
     }
     if (_binaries.empty()) {
@@ -141,8 +125,7 @@ void CounterImport::addLlvm(const std::string& folder, const std::string& name)
     }
     std::vector<std::string> words = {"llvm", "--merge"};
     words.insert(words.end(), _binaries.begin(), _binaries.end());
-    const std::vector<std::string> profiles = profilesIn(folder);
-    words.insert(words.end(), profiles.begin(), profiles.end());
+    words.push_back(folder);
     import(words, name);
 }
 

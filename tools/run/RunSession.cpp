@@ -27,7 +27,7 @@ constexpr int PatienceForOthers = 2000; // milliseconds
 
 // With the font that comes with the program's resources, 26 pixels a row: 30 rows and the rest of
 // the window.
-const char viewerGeometry[] = "900x950";
+const char viewerGeometry[] = "900x960";
 
 constexpr size_t MostNames = 8; // in one message
 
@@ -121,7 +121,7 @@ bool RunSession::prepare()
         return false;
     }
     TestDriver driver(_watch, _request._command, ownPath());
-    if (_request._isEach && !driver.prepare(_folder.ctest(), _environment)) {
+    if (_request._isEach && !driver.prepare(_folder.driver(), _environment)) {
         say(driver.problem());
         return false;
     }
@@ -129,7 +129,7 @@ bool RunSession::prepare()
     sayWhatIsReplaced();
     collectInto(_folder.all(), _environment);
     if (_request._isEach) {
-        _environment.set(eachVariable, _folder.each());
+        _environment.set(eachVariable, _folder.path());
     }
     return true;
 }

@@ -120,6 +120,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     losses._countersWithoutUnit = tree.strayCounters().size();
     losses._failedUnits += tree.findLostUnits();
     losses._unreadFolders = tree.unreadFolders();
+    losses._linkedFolders = tree.findLinkedFolders();
     tree.writeProblems(std::cerr);
     if (!isRead) {
         return false;

@@ -145,7 +145,8 @@ std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::
     graph->_kind = kind;
     FunctionCopy& copy = graph->_copy;
     copy._isBody = isBody(function);
-    copy._isHidden = kind == KnownFunction::Artificial;
+    // Also in files that are left out: the destructor of a pair of two user's classes.
+    copy._isHidden = function._isArtificial && !copy._isBody;
     copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::move(function._symbol);
     copy._file = source(folder, function._files[0])._number;
     copy._startLine = function._startLine;
@@ -246,7 +247,7 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         fail(GcovWords::otherCompiler());
         return true;
     case GcnoFile::NotNotes:
-        fail("the .gcno file holds no notes");
+        fail("the .gcno file holds no notes: compile the unit again, or delete the file");
         return true;
     case GcnoFile::Damaged:
         fail("the .gcno file is damaged: compile the unit again");

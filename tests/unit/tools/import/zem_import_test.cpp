@@ -387,9 +387,11 @@ TEST_F(ZemImportTest, SourcesThatMovedAreToldWithTheirNewPlace)
         << output();
     ASSERT_EQ(run("cd new && " ZEM_BINARY_DIR "/bin/zem-import gcc ../build"), 0);
     EXPECT_NE(output().find("3 are below " + _dir.path("new/") + " instead of " + _dir.path() +
-                            "/ (ln -s " + _dir.path("new/src") + " " + _dir.path("src")),
+                            "/ (--map " + _dir.path() + "=" + _dir.path("new") + " finds them)"),
               std::string::npos)
         << output();
+    ASSERT_EQ(import("gcc -o new --map '" + _dir.path() + "=" + _dir.path("new") + "' build"), 0);
+    EXPECT_EQ(output().find("not found"), std::string::npos) << output();
 }
 
 TEST_F(ZemImportTest, TheSummaryIsOneLineWhateverTheFolderIsCalled)
@@ -474,7 +476,8 @@ TEST_F(ZemImportWordsTest, NothingLeftIsAnErrorAndLeavesNoFile)
     _dir.write("a.gcno", "not notes");
     EXPECT_EQ(import("gcc ."), 1);
     EXPECT_EQ(err(), "zem-import: " + fs::canonical(_dir.path()).string() +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_FALSE(fs::exists(_dir.path("coverage.log")));
@@ -513,7 +516,8 @@ TEST_F(ZemImportWordsTest, NamesCannotForgeAMessageOrSteerTheTerminal)
     _dir.write(name + "/a.gcno", "not notes");
     EXPECT_EQ(import("gcc " + word), 1);
     EXPECT_EQ(err(), "zem-import: " + here + "/" + shown +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_EQ(import("gcc " + word + "/none"), 1);

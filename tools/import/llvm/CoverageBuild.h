@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+//
+// The functions of all programs and libraries of a build, each once, as the common model wants
+// them, and how their counts follow from a profile.
+//
+//   - A function that several files hold is read from the first. The counters of a profile do not
+//     tell its copies apart.
+//   - A function that units saw and none made has one block that never runs.
+//   - Text of a macro is left out: the use of the macro is a block. Text of a file that is included
+//     inside a function is the function's text in that file.
+//   - Regions with one counter are one block: they always run equally often.
+//   - Text of a lambda, or of a class inside a function, is none of the function around it.
+#pragma once
+
+#include "tools/common/ImportLosses.h"
+#include "tools/import/ImportedBuild.h"
+#include "tools/import/llvm/CountPlan.h"
+#include "tools/import/llvm/CoverageImage.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+class CoverageBuild
+{
+public:
+    // Takes a file. All files have to be there before read().
+    void add(std::unique_ptr<CoverageImage> image);
+
+    // Reads all functions with `nThreads` threads. The files are not needed afterwards, except for
+    // what images() is asked. To be called once.
+    void read(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads);
+
+    const CountPlan& plan() const { return _plan; }
+    const std::vector<const CoverageImage*>& images() const { return _views; }
+
+private:
+    friend class ShapeJob;
+    friend class CopyJob;
+
+    using Position = std::pair<uint32_t, uint32_t>; // line and column
+    using Range = std::pair<Position, Position>;
+    static constexpr uint32_t NoRange = UINT32_MAX;
+
+    // A record of one of the files, and what has to be known of all before one is made.
+    struct Entry
+    {
+        const CoverageImage* _image = nullptr;
+        const CoverageRecord* _record = nullptr;
+        SourceNumber _source;
+        Range _range;               // of all its text
+        Range _body;                // of its longest region
+        uint32_t _around = NoRange; // place in _nested of what lies in it
+        uint64_t _lines = 0;        // at most
+        bool _isDamaged = false;
+        bool _isLeftOut = false; // nothing of it is wanted
+    };
+    // What one entry gives.
+    struct Made
+    {
+        FunctionCopy _copy;
+        CountPlan::Function _plan;
+        uint64_t _macroRegions = 0;
+        uint64_t _otherLines = 0; // in files that are left out
+        bool _isDamaged = false;
+    };
+
+    void shape(Entry& entry, ImportedBuild& build) const;
+    void make(const Entry& entry, ImportedBuild& build, Made& made) const;
+    void addLines(const Entry& entry, const CoverageFunction& function,
+                  const std::vector<bool>& isOwn, const std::vector<uint32_t>& counters,
+                  ImportedBuild& build, Made& made) const;
+    void collect();
+    void leaveOut(ImportLosses& losses);
+    void leaveOutDummies();
+    void leaveOutCopies(ImportLosses& losses);
+    void boundLines(ImportLosses& losses);
+    void findNested();
+    void keep(std::vector<Made>& made, ImportedBuild& build, ImportLosses& losses);
+
+    std::vector<std::unique_ptr<CoverageImage>> _images;
+    std::vector<const CoverageImage*> _views;
+    std::vector<Entry> _entries;
+    std::vector<std::vector<Range>> _nested;
+    CountPlan _plan;
+};

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/llvm/LlvmBytes.h"
+
+#include <algorithm>
+
+void LlvmBytes::fail()
+{
+    _failed = true;
+    _position = _end;
+}
+
+uint64_t LlvmBytes::fixed(size_t size)
+{
+    if (left() < size) {
+        fail();
+        return 0;
+    }
+    uint64_t value = 0;
+    for (size_t i = 0; i < size; ++i) {
+        const size_t shift = 8 * (_isBigEndian ? size - 1 - i : i);
+        value |= uint64_t(_data[_position + i]) << shift;
+    }
+    _position += size;
+    return value;
+}
+
+uint64_t LlvmBytes::leb()
+{
+    // Nearly all numbers have one byte.
+    if (_position < _end && _data[_position] < 0x80) {
+        return _data[_position++];
+    }
+    uint64_t value = 0;
+    for (unsigned int shift = 0; shift < 70; shift += 7) {
+        if (_position == _end) {
+            break;
+        }
+        const unsigned char byte = _data[_position++];
+        if (shift == 63 && byte > 1) {
+            break;
+        }
+        value |= uint64_t(byte & 0x7f) << shift;
+        if (byte < 0x80) {
+            return value;
+        }
+    }
+    fail();
+    return 0;
+}
+
+uint32_t LlvmBytes::lebBelow(uint64_t bound)
+{
+    const uint64_t value = leb();
+    if (value >= bound) {
+        fail();
+        return 0;
+    }
+    return static_cast<uint32_t>(value);
+}
+
+size_t LlvmBytes::lebCount()
+{
+    const uint64_t value = leb();
+    if (value > left()) {
+        fail();
+        return 0;
+    }
+    return static_cast<size_t>(value);
+}
+
+const char* LlvmBytes::take(uint64_t size)
+{
+    if (size > left()) {
+        fail();
+        return nullptr;
+    }
+    const auto* start = reinterpret_cast<const char*>(_data + _position);
+    _position += static_cast<size_t>(size);
+    return start;
+}
+
+void LlvmBytes::align(size_t unit)
+{
+    const size_t rest = _position % unit;
+    _position = rest == 0 ? _position : std::min(_end, _position + (unit - rest));
+}
+
+void LlvmBytes::skipZeros()
+{
+    while (_position < _end && _data[_position] == 0) {
+        ++_position;
+    }
+}
