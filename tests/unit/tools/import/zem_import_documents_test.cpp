@@ -38,8 +38,9 @@ protected:
         const std::string text = output();
         const size_t at = text.find(word);
         const size_t open = text.find('(', at);
-        return at == std::string::npos ? text
-                                       : text.substr(open + 1, text.find(" lines", open) - open - 1);
+        return at == std::string::npos
+                   ? text
+                   : text.substr(open + 1, text.find(" lines", open) - open - 1);
     }
 
     const TempDir _dir;
