@@ -39,6 +39,7 @@ private:
     std::ostream& _out;
     std::ostream& _err;
     const unsigned int _nThreads;
+    ImportedBuild _build;
     CoverageModel _model;
     ImportLosses _losses; // of the build
     RunNames _names;
