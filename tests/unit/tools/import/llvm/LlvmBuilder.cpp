@@ -9,7 +9,7 @@ LlvmNumbers& LlvmNumbers::fixed(uint64_t value, size_t size)
 {
     for (size_t i = 0; i < size; ++i) {
         const size_t shift = 8 * (_isBigEndian ? size - 1 - i : i);
-        _bytes += static_cast<char>(value >> shift);
+        _bytes += shift < 64 ? static_cast<char>(value >> shift) : '\0';
     }
     return *this;
 }
