@@ -50,8 +50,16 @@ protected:
     std::vector<std::string> import(const std::string& build) const
     {
         const std::string folder = _dir.path(build);
-        return {builtProgram("zem-import"), "gcc",          "-o",    out(),         "--each-run",
-                "--run",                    folder + "/a",  "--run", folder + "/b", folder};
+        return {builtProgram("zem-import"),
+                "gcc",
+                "-o",
+                out(),
+                "--each-run",
+                "--run",
+                folder + "/a",
+                "--run",
+                folder + "/b",
+                folder};
     }
 
     std::string out() const { return _dir.path("out"); }

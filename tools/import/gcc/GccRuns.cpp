@@ -124,6 +124,6 @@ bool GccRuns::addRun(const char* folder, ImportLosses& losses, unsigned int nThr
 
 uint64_t GccRuns::unitsNotRun() const
 {
-    return static_cast<uint64_t>(std::count_if(
-        _units.begin(), _units.end(), [](const Unit& unit) { return !unit._hasRun; }));
+    return static_cast<uint64_t>(std::count_if(_units.begin(), _units.end(),
+                                               [](const Unit& unit) { return !unit._hasRun; }));
 }
