@@ -107,7 +107,7 @@ bool CounterFolder::create()
             return fail("cannot make a folder for counters in " + temporaryFolder(), errno);
         }
     } while (!isOwn(_fd, _path));
-    for (const std::string& folder : {all(), each(), ctest()}) {
+    for (const std::string& folder : {all(), each(), driver()}) {
         if (mkdir(folder.c_str(), PrivateMode) != 0) {
             return fail("cannot make the folder " + folder, errno);
         }

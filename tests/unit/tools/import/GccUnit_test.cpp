@@ -197,6 +197,21 @@ TEST_F(GccUnitTest, LinesThatFunctionsLeftOutHoldAreKept)
     EXPECT_EQ(_solved._blocksWithoutLine + _solved._linesOfOtherFiles, 0u);
 }
 
+TEST_F(GccUnitTest, WhatTheCompilerMadeInAFileLeftOutIsHiddenLikeAllItMade)
+{
+    GcovBuilder notes(12);
+    notes.notesHead(SampleStamp, "/build");
+    notes.function(1, 2, 3, "_ZNSt4pairIii1AED2Ev", 1, "/usr/include/x.h", 1, 6);
+    notes.blocks(3);
+    notes.arcs(0, {{2, 0}});
+    notes.arcs(2, {{1, 1}});
+    notes.lines(2, "a.cc", {9});
+    ASSERT_TRUE(_unit.readBlocks(notes.bytes(), nullptr));
+    const std::vector<FunctionCopy>& copies = solve();
+    ASSERT_EQ(copies.size(), 1u);
+    EXPECT_TRUE(copies[0]._isHidden);
+}
+
 TEST_F(GccUnitTest, ExcludedFunctionsAreCounted)
 {
     _filter.exclude("*.cc");
@@ -370,7 +385,8 @@ TEST_F(GccUnitTest, HugeFilesOfSomethingElseAreNamed)
     EXPECT_NE(_unit.failure().find("the .gcda file holds no counters"), std::string::npos);
     GccUnit other(_sources, _store);
     ASSERT_TRUE(other.readBlocks({huge, ""}));
-    EXPECT_EQ(other.failure(), "the .gcno file holds no notes");
+    EXPECT_EQ(other.failure(),
+              "the .gcno file holds no notes: compile the unit again, or delete the file");
 }
 
 TEST_F(GccUnitTest, NotesOfAnotherCompilerSayWhatWorks)

@@ -8,7 +8,8 @@
 #include "tests/unit/tools/import/GcovCounts.h"
 #include "tools/import/gcc/FlowSolver.h"
 #include "tools/import/gcc/GcdaFile.h"
-#include "tools/import/gcc/GcovLines.h"
+#include "tools/import/gcc/runGcov.h"
+#include "tools/import/gcov/GcovDocument.h"
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 #include "zem/Repository/ZEMRepository.h"
@@ -131,12 +132,14 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
 
     std::string json;
     ASSERT_TRUE(runGcov("gcov", {notesPath, countersPath}, json));
-    GcovLines gcov;
-    ASSERT_TRUE(gcov.parse(json));
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
-    for (const GcovLineFunction& entry : gcov.functions()) {
-        for (const CopyLine& line : entry._copy._lines) {
-            compilers[entry._file][line._line] += entry._counts[line._block];
+    GcovDocument gcov;
+    ASSERT_TRUE(gcov.parse(json)) << gcov.problem();
+    for (const GcovSource& source : gcov.sources()) {
+        for (const GcovFunction& entry : source._functions) {
+            for (const GcovLine& line : entry._lines) {
+                compilers[source._path][line._line] += line._count;
+            }
         }
     }
     for (const auto& file : own.lines()) {
@@ -435,7 +438,8 @@ TEST_F(ZemImportWordsTest, NothingLeftIsAnErrorAndLeavesNoFile)
     _dir.write("a.gcno", "not notes");
     EXPECT_EQ(import("gcc ."), 1);
     EXPECT_EQ(err(), "zem-import: " + fs::canonical(_dir.path()).string() +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_FALSE(fs::exists(_dir.path("coverage.log")));
@@ -474,7 +478,8 @@ TEST_F(ZemImportWordsTest, NamesCannotForgeAMessageOrSteerTheTerminal)
     _dir.write(name + "/a.gcno", "not notes");
     EXPECT_EQ(import("gcc " + word), 1);
     EXPECT_EQ(err(), "zem-import: " + here + "/" + shown +
-                         "/a.gcno: the .gcno file holds no notes\n"
+                         "/a.gcno: the .gcno file holds no notes: compile the unit again, or "
+                         "delete the file\n"
                          "zem-import: nothing to write: no function is left (1 units with an "
                          "error)\n");
     EXPECT_EQ(import("gcc " + word + "/none"), 1);
