@@ -23,6 +23,13 @@ bool hasText(const CoverageRegion& region)
     return region._kind == CoverageRegion::Code || region._kind == CoverageRegion::Expansion;
 }
 
+// A gap before the first case of a switch never runs by its nature.
+bool isCountedGap(const CoverageRegion& region)
+{
+    return region._kind == CoverageRegion::Gap &&
+           CoverageFunction::tagOf(region._counter) != CoverageFunction::Zero;
+}
+
 bool hidesText(const CoverageRegion& region)
 {
     return region._kind == CoverageRegion::Gap || region._kind == CoverageRegion::Skipped;
@@ -379,7 +386,7 @@ void CoverageBuild::make(const Entry& entry, ImportedBuild& build, Scratch& scra
     std::vector<uint32_t>& counters = scratch._counters;
     counters.clear();
     for (const CoverageRegion& region : function._regions) {
-        if (hasText(region) && scratch._isOwn[region._file]) {
+        if ((hasText(region) || isCountedGap(region)) && scratch._isOwn[region._file]) {
             counters.push_back(region._counter);
         }
     }
@@ -421,11 +428,12 @@ void CoverageBuild::findLines(const Entry& entry, ImportedBuild& build, Scratch&
             } else if (hasText(region) || hidesText(region)) {
                 const auto block =
                     std::lower_bound(counters.begin(), counters.end(), region._counter);
-                scratch._regions.add(
-                    {region._startLine, region._startColumn, region._endLine, region._endColumn,
-                     hasText(region) ? static_cast<uint32_t>(block - counters.begin())
-                                     : RegionLines::NoBlock,
-                     region._kind});
+                const bool isCounted = hasText(region) || isCountedGap(region);
+                scratch._regions.add({region._startLine, region._startColumn, region._endLine,
+                                      region._endColumn,
+                                      isCounted ? static_cast<uint32_t>(block - counters.begin())
+                                                : RegionLines::NoBlock,
+                                      region._kind, region._kind == CoverageRegion::Gap});
             }
         }
         if (!scratch._isOwn[file]) {

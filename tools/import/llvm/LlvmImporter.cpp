@@ -102,7 +102,7 @@ int LlvmImporter::option(char** words)
 
 void LlvmImporter::input(const char* word)
 {
-    _words.push_back(word);
+    _words.emplace_back(word);
 }
 
 void LlvmImporter::usage(std::ostream& out) const
@@ -136,7 +136,7 @@ bool LlvmImporter::recognises(const char* path) const
 bool LlvmImporter::findInputs(ImportLosses& losses)
 {
     bool isGood = true;
-    for (const char* word : _words) {
+    for (const std::string& word : _words) {
         isGood = _inputs.add(word) && isGood;
     }
     losses._unreadFolders += _inputs.unreadFolders();

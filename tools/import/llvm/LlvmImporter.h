@@ -42,7 +42,7 @@ private:
     bool isOfBuild(const ProfilePart& part) const;
     std::string nameOf(size_t run) const;
 
-    std::vector<const char*> _words;
+    std::vector<std::string> _words;
     bool _isMerged = false;
     bool _usesTools = false; // llvm-profdata and llvm-cov
     LlvmCov _tools;

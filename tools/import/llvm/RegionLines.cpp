@@ -51,8 +51,9 @@ void RegionLines::touch(const Region& region)
     }
 }
 
-// Gives each line up to `line` to the innermost region around its start.
-void RegionLines::goTo(uint32_t line)
+// Gives each line up to `line` to the innermost region around its start. `beginsText`: on the last
+// of them a region with text begins.
+void RegionLines::goTo(uint32_t line, bool beginsText)
 {
     while (_line < line) {
         ++_line;
@@ -63,7 +64,8 @@ void RegionLines::goTo(uint32_t line)
             _line = line;
             return;
         }
-        if (_open.back()->_endLine > _line || _open.back()->_endColumn > 1) {
+        const bool isHidden = _open.back()->_isGap && _line == line && beginsText;
+        if (!isHidden && (_open.back()->_endLine > _line || _open.back()->_endColumn > 1)) {
             touch(*_open.back());
         }
     }
@@ -75,9 +77,11 @@ void RegionLines::begin(const Region& region)
         _open.pop_back();
     }
     if (!isEmpty(region)) {
-        touch(region);
+        if (!region._isGap) {
+            touch(region);
+        }
         _open.push_back(&region);
-    } else if (!_open.empty()) {
+    } else if (!_open.empty() && !_open.back()->_isGap) {
         touch(*_open.back());
     }
 }
@@ -99,11 +103,11 @@ void RegionLines::append(uint32_t file, std::vector<CopyLine>& lines)
         } else if (first->_rank != region._rank) {
             continue;
         }
-        goTo(region._startLine);
+        goTo(region._startLine, region._block != NoBlock && !region._isGap);
         begin(region);
     }
     while (!_open.empty()) {
-        goTo(_open.back()->_endLine);
+        goTo(_open.back()->_endLine, false);
         _open.pop_back();
     }
 }

@@ -8,8 +8,9 @@
 //     column.
 //
 // That is the line's count as llvm-cov sees it, too: a region that begins again on a line, behind
-// another that ends there, does not have it. Gaps between statements, skipped text and text of
-// another function (a lambda) hide what is around them and have no lines.
+// another that ends there, does not have it. A gap between statements, which may hold the arguments
+// of a macro, has the lines in it on which nothing begins. Skipped text and text of another
+// function (a lambda) hide what is around them and have no lines.
 #pragma once
 
 #include "tools/import/FunctionCopy.h"
@@ -33,6 +34,7 @@ public:
         uint32_t _block = NoBlock;
         // Of two with one range the lower counts; equal ones both do.
         uint32_t _rank = 0;
+        bool _isGap = false;
     };
 
     void clear() { _regions.clear(); }
@@ -46,7 +48,7 @@ public:
     void append(uint32_t file, std::vector<CopyLine>& lines);
 
 private:
-    void goTo(uint32_t line);
+    void goTo(uint32_t line, bool beginsText);
     void begin(const Region& region);
     void touch(const Region& region);
 

@@ -64,6 +64,7 @@ ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& re
     posix_spawn_file_actions_adddup2(&actions, fileno(complaints), STDERR_FILENO);
     std::vector<std::string> copies = words;
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& word : copies) {
         pointers.push_back(word.data());
     }

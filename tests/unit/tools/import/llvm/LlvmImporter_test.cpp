@@ -171,15 +171,17 @@ TEST_F(LlvmImporterTest, LeavesOutWhatIsMadeElsewhere)
     const std::string program =
         write("program", llvmProgram(_target, files,
                                      {dummy("b.cc:_ZL1fv", 1), function("a.cc:_ZL1fv", 1, 5),
-                                      dummy("onlySeen", 11)}));
+                                      dummy("onlySeen", 11), dummy("moved", 51)}));
     const std::string library =
-        write("library.so",
-              llvmProgram(_target, files, {function("onlySeen", 11, 3), dummy("c.cc:_ZL1fv", 1)}));
+        write("library.so", llvmProgram(_target, files,
+                                        {function("onlySeen", 11, 3), function("moved", 61, 9),
+                                         dummy("c.cc:_ZL1fv", 1)}));
     const std::string profile =
         write("x.profraw", rawProfile(_target, {function("a.cc:_ZL1fv", 1, 5, {2}),
                                                 function("onlySeen", 11, 3, {8})}));
     ASSERT_TRUE(import({program, library, profile}));
-    EXPECT_EQ(text(), "a.cc:_ZL1fv 1-3 {1,2,3}=2; a.cc:onlySeen 11-13 {11,12,13}=8");
+    EXPECT_EQ(text(), "a.cc:_ZL1fv 1-3 {1,2,3}=2; a.cc:moved 61-63 {61,62,63}=0; "
+                      "a.cc:onlySeen 11-13 {11,12,13}=8");
 }
 
 // As a process that forks leaves it: one profile for each process.

@@ -59,6 +59,17 @@ TEST(RegionLinesTest, LetsGapsAndOtherTextHideWhatIsAround)
               "1: 0, 2: 0, 3: 1, 4: 0, 5: 0, 6: 0");
 }
 
+//  2 ASSERT_TRUE(              a gap from the macro's name to the next statement, block 1
+//  3     f(1, 2));
+//  4 g();                        what begins there has the line
+TEST(RegionLinesTest, GivesGapsTheLinesOnWhichNothingBegins)
+{
+    EXPECT_EQ(lines({{1, 1, 6, 2, 0}, {2, 12, 4, 1, 1, 3, true}, {4, 1, 6, 2, 2}}),
+              "1: 0, 2: 0, 3: 1, 4: 2, 5: 2, 6: 2");
+    EXPECT_EQ(lines({{1, 1, 6, 2, 0}, {2, 12, 4, 5, 1, 3, true}, {4, 5, 6, 2, 2}}),
+              "1: 0, 2: 0, 3: 1, 4: 2, 5: 2, 6: 2");
+}
+
 TEST(RegionLinesTest, LeavesOutAMacroThatIsAllOfARegion)
 {
     // Kinds are ranks; the use of a macro comes behind code.
