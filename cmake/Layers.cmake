@@ -23,7 +23,7 @@ macro(zem_rooms)
     zem_room(zemImportCobertura tools/import/cobertura
                                              qipSupport zemTools zemImport zemImportLines)
     zem_room(zemImportGcov tools/import/gcov qipSupport zemTools zemImport zemImportLines)
-    zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
+    zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport zemImportGcov)
     zem_room(zemImportLlvm tools/import/llvm qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)

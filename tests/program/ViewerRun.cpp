@@ -189,6 +189,21 @@ int ViewerRun::shownWindows()
     return nShown;
 }
 
+bool ViewerRun::waitUntilIdle()
+{
+    const std::string folder = "/proc/" + std::to_string(_program);
+    std::string before;
+    return waitFor([&] {
+        // The time that it has used so far, and its state behind its name.
+        const std::string now = TempDir::read(folder + "/schedstat");
+        const std::string state = TempDir::read(folder + "/stat");
+        const bool isAsleep = state.find(") S") != std::string::npos;
+        const bool isIdle = isAsleep && now == before;
+        before = isAsleep ? now : "";
+        return isIdle || !running();
+    });
+}
+
 std::string ViewerRun::picture(Window window, unsigned long color)
 {
     std::string previous;

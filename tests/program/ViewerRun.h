@@ -45,6 +45,10 @@ public:
     // or a dialog comes up.
     int shownWindows();
 
+    // Waits until the program has ended or waits for input itself. Returns false when it does not
+    // come to that.
+    bool waitUntilIdle();
+
     // Waits, for twenty seconds at most, until `condition` holds. Returns whether it does.
     bool waitFor(const std::function<bool()>& condition);
 

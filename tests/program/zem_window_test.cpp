@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <iterator>
+#include <map>
 #include <poll.h>
 #include <random>
 #include <regex>
@@ -151,6 +153,45 @@ TEST_F(ZemWindowTest, AUsersResourceFileChangesTheLook)
     ASSERT_NE(window, 0u);
     EXPECT_TRUE(comesToShow(window, _run.color("yellow")));
     EXPECT_EQ(_run.err(), "");
+}
+
+// The files of docs/resources, each by a colour or a width that only it brings.
+TEST_F(ZemWindowTest, EachResourceFileOfTheDocumentsChangesTheLook)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const std::map<std::string, const char*> colors = {
+        {"dark", "gray20"}, {"colour-blind", "khaki1"}, {"large", nullptr}, {"xft", nullptr}};
+    const int usual = _run.height(open({}));
+    const std::filesystem::path folder(ZEM_SOURCE_DIR "/docs/resources");
+    size_t nFiles = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename();
+        if (name == "README.md") {
+            continue;
+        }
+        ++nFiles;
+        SCOPED_TRACE(name);
+        ASSERT_EQ(colors.count(name), 1u);
+        setenv("XENVIRONMENT", entry.path().c_str(), 1);
+        const Window window = open({});
+        ASSERT_NE(window, 0u);
+        if (colors.at(name) != nullptr) {
+            EXPECT_TRUE(comesToShow(window, _run.color(colors.at(name))));
+        } else {
+            EXPECT_GT(_run.height(window), usual);
+        }
+        // A dialog has fonts and colours of its own.
+        const int nShown = _run.shownWindows();
+        XInput::key(_run.display(), XK_f, XK_Alt_L);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() > nShown; }));
+        _run.picture(window);
+        XInput::key(_run.display(), XK_l);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown + 1; }));
+        _run.picture(DefaultRootWindow(_run.display()));
+        saveScreenshot(_run.display(), DefaultRootWindow(_run.display()), "resources-" + name);
+        EXPECT_EQ(_run.err(), "");
+    }
+    EXPECT_EQ(nFiles, colors.size());
 }
 
 TEST_F(ZemWindowTest, TheWindowManagersCloseEndsTheProgramWithSuccess)

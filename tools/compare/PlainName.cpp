@@ -113,6 +113,22 @@ void dropTags(std::string& text, const char* tag)
     }
 }
 
+// Whether the argument list that is open at `at` is that of a template for the library's own use,
+// whose arguments are all given.
+bool isInInternalList(const std::string& text, size_t at)
+{
+    int depth = 1;
+    while (at > 0 && depth > 0) {
+        --at;
+        depth += text[at] == '>' ? 1 : text[at] == '<' ? -1 : 0;
+    }
+    size_t start = at;
+    while (start > 0 && isWord(text[start - 1])) {
+        --start;
+    }
+    return startsAt(text, start, "__");
+}
+
 // Takes out ", NAME<...>" where it ends an argument list: the standard library's defaults.
 void dropDefault(std::string& text, const std::string& name)
 {
@@ -120,7 +136,7 @@ void dropDefault(std::string& text, const std::string& name)
     for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + 1)) {
         const size_t end = pastBracket(text, at + from.size() - 1);
         const size_t next = text.find_first_not_of(' ', end);
-        if (next != std::string::npos && text[next] == '>') {
+        if (next != std::string::npos && text[next] == '>' && !isInInternalList(text, at)) {
             text.erase(at, end - at);
         }
     }

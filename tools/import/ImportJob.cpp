@@ -97,7 +97,7 @@ bool ImportJob::addRun(size_t run, CoverageWriter& writer)
     }
     CoverageCounts counts;
     counts._executionTime = read._executionTime;
-    countRun(_model, read._counts, counts, losses, _nThreads);
+    countRun(_model, read._counts, counts, losses, _nThreads, &_compared);
     std::vector<int64_t>().swap(read._counts);
     const std::string name =
         read._name.empty() ? _names.another(_options._output._name) : _names.fileName(read._name);

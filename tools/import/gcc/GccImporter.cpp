@@ -137,6 +137,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     }
     units = _tree.units();
     losses._unreadFolders = _tree.unreadFolders();
+    losses._linkedFolders = _tree.findLinkedFolders();
     _tree.writeProblems(std::cerr);
     _tree.forgetProblems();
     if (!isRead) {
@@ -148,7 +149,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     if (units.empty()) {
         std::cerr << (losses._probeUnits > 0
                           ? "zem-import: only probes of a build system found: --probes keeps them\n"
-                          : "zem-import: no .gcno file found; was it built with g++ --coverage?\n");
+                          : "zem-import: no .gcno file found; was it built with --coverage?\n");
         return false;
     }
     if (!_runs.empty() && !hasSeveralRuns() && !_tree.isAnyUnitRun()) {

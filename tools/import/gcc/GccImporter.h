@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// The importer of builds made with g++ --coverage: "zem-import gcc".
+// The importer of builds made with g++ or clang++ --coverage: "zem-import gcc".
 #pragma once
 
 #include "tools/import/Importer.h"

@@ -3,8 +3,11 @@
 // Finds the units of a build: each .gcno file and the .gcda file that belongs to it, if it ran.
 #pragma once
 
+#include "tools/common/FolderWalk.h"
+
 #include <cstdint>
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,6 +42,10 @@ public:
     // problem: what it stands for is missing from the map.
     uint64_t findLostUnits();
 
+    // How many links lead to folders that were not looked through, by that or any other path; the
+    // first is a problem. Call it when all folders are added.
+    uint64_t findLinkedFolders();
+
     // Whether any unit has counters.
     bool isAnyUnitRun() const;
 
@@ -63,4 +70,6 @@ private:
     std::vector<std::string> _runCounters;  // absolute
     std::vector<std::string> _problems;
     uint64_t _unreadFolders = 0;
+    std::set<FolderWalk::Identity> _folders; // that were looked through
+    std::vector<FolderWalk::Link> _links;    // to folders
 };

@@ -4,7 +4,8 @@
 #include "tools/common/SourcePath.h"
 #include "tools/import/gcc/GcdaFile.h"
 #include "tools/import/gcc/GcovInput.h"
-#include "tools/import/gcc/GcovLines.h"
+#include "tools/import/gcc/runGcov.h"
+#include "tools/import/gcov/GcovDocument.h"
 
 #include <algorithm>
 #include <utility>
@@ -144,7 +145,8 @@ std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::
     graph->_kind = kind;
     FunctionCopy& copy = graph->_copy;
     copy._isBody = isBody(function);
-    copy._isHidden = kind == KnownFunction::Artificial;
+    // Also in files that are left out: the destructor of a pair of two user's classes.
+    copy._isHidden = function._isArtificial && !copy._isBody;
     copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::move(function._symbol);
     copy._file = source(folder, function._files[0])._number;
     copy._startLine = function._startLine;
@@ -248,7 +250,7 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         fail(GcovWords::otherCompiler());
         return true;
     case GcnoFile::NotNotes:
-        fail("the .gcno file holds no notes");
+        fail("the .gcno file holds no notes: compile the unit again, or delete the file");
         return true;
     case GcnoFile::Damaged:
         fail("the .gcno file is damaged: compile the unit again");
@@ -364,39 +366,72 @@ void GccUnit::readRun(const GccUnitFiles& files, const char* gcov)
     }
 }
 
+// Makes a block of each line of the functions that are wanted. Returns false when a run has others
+// than the build.
+bool GccUnit::keepLines(GcovDocument& document)
+{
+    for (GcovSource& file : document.sources()) {
+        const SourceNumber source = this->source(document.folder(), file._path);
+        const KnownFunction::Kind kind = kindOf(GcnoFunction(), source);
+        _losses._linesOfOtherFiles += file._strayLines.size();
+        for (GcovFunction& function : file._functions) {
+            countKind(kind);
+            if (kind != KnownFunction::Wanted) {
+                continue;
+            }
+            auto graph = std::make_unique<GccGraph>();
+            FunctionCopy& copy = graph->_copy;
+            copy._symbol = std::move(function._symbol);
+            copy._file = source._number;
+            copy._startLine = function._startLine;
+            copy._startColumn = function._startColumn;
+            copy._endLine = function._endLine;
+            copy._endColumn = function._endColumn;
+            std::vector<int64_t> counts;
+            for (const GcovLine& line : function._lines) {
+                copy._lines.push_back(
+                    {static_cast<uint32_t>(counts.size()), source._number, line._line});
+                counts.push_back(line._count);
+            }
+            const ContentKey key = graph->key();
+            GccGraph* kept = _store.insert(key, std::move(graph));
+            if (kept == nullptr) {
+                return false;
+            }
+            _store.addLineCounts(*kept, counts);
+        }
+    }
+    _losses._linesWithoutNumber += document.linesWithoutNumber();
+    return true;
+}
+
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
 {
     std::string json;
-    GcovLines lines;
-    if (!runGcov(gcov, files, json) || !lines.parse(json)) {
-        fail(std::string(gcov) +
-             " gave no lines for it: name the gcov of its compiler with --gcov");
+    bool isRead = runGcov(gcov, files, json);
+    GcovDocument document;
+    bool isAny = false;
+    for (size_t start = 0; isRead && start < json.size();) {
+        const size_t end = std::min(json.find('\n', start), json.size());
+        if (end > start) {
+            isRead = document.parse(json.substr(start, end - start));
+            isAny = true;
+            if (isRead && !keepLines(document)) {
+                fail(std::string(gcov) + " gives other lines for this run than for the build");
+                return;
+            }
+        }
+        start = end + 1;
+    }
+    if (!isRead || !isAny) {
+        _losses = ImportLosses();
+        fail(std::string(gcov) + " gave no lines for it" +
+             (document.problem().empty() ? "" : " (" + document.problem() + ")") +
+             ": name the gcov of its compiler with --gcov");
         return;
     }
     _losses._unitsAsLines = 1;
-    _losses._linesOfOtherFiles = lines.strayLines();
     _losses._unitsNotRun = files._counters.empty() ? 1 : 0;
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
-    for (GcovLineFunction& entry : lines.functions()) {
-        const SourceNumber source = this->source(entry._folder, entry._file);
-        const KnownFunction::Kind kind = kindOf(GcnoFunction(), source);
-        countKind(kind);
-        if (kind != KnownFunction::Wanted) {
-            continue;
-        }
-        entry._copy._file = source._number;
-        for (CopyLine& line : entry._copy._lines) {
-            line._file = source._number;
-        }
-        auto graph = std::make_unique<GccGraph>();
-        graph->_copy = std::move(entry._copy);
-        const ContentKey key = graph->key();
-        GccGraph* kept = _store.insert(key, std::move(graph));
-        if (kept == nullptr) {
-            fail(std::string(gcov) + " gives other lines for this run than for the build");
-            return;
-        }
-        _store.addLineCounts(*kept, entry._counts);
-    }
     _form = Lines;
 }

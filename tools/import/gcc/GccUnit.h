@@ -15,6 +15,8 @@
 #include <unordered_map>
 #include <vector>
 
+class GcovDocument;
+
 class GccUnit
 {
 public:
@@ -75,6 +77,7 @@ private:
     std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
                                         KnownFunction::Kind kind);
     void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
+    bool keepLines(GcovDocument& document);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
     void failCounters(const std::string& reason);

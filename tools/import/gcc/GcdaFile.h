@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The counters that a run of a g++ --coverage build leaves, or adds to those that are there.
-// Layout, in words of 4 bytes:
+// The counters that a run of a g++ or clang++ --coverage build leaves, or adds to those that are
+// there. Layout, in words of 4 bytes:
 //
 //   head       magic "gcda", version, stamp, [checksum since 12]
 //   0xa1000000 summary: number of runs, greatest count

@@ -87,6 +87,31 @@ private:
     std::vector<ImportLosses> _losses;
 };
 
+// Gives functions whose notes say no more than where they begin an end: the last line that any
+// function has of its own file that begins there. Instances of one template have different last
+// lines, and must have one range all the same.
+void endOpenFunctions(std::vector<FunctionCopy>& copies)
+{
+    std::unordered_map<uint64_t, uint32_t> ends; // by file and first line
+    const auto placeOf = [](const FunctionCopy& copy) {
+        return uint64_t{copy._file} << 32 | copy._startLine;
+    };
+    for (const FunctionCopy& copy : copies) {
+        if (copy._endLine != 0) {
+            continue;
+        }
+        uint32_t& end = ends.emplace(placeOf(copy), copy._startLine).first->second;
+        for (const CopyLine& line : copy._lines) {
+            end = line._file == copy._file ? std::max(end, line._line) : end;
+        }
+    }
+    for (FunctionCopy& copy : copies) {
+        if (copy._endLine == 0) {
+            copy._endLine = ends[placeOf(copy)];
+        }
+    }
+}
+
 } // namespace
 
 ContentKey GccGraph::key() const
@@ -221,6 +246,7 @@ bool GraphStore::solve(unsigned int nThreads, ImportedBuild& build, std::vector<
     for (Part& part : _parts) {
         decltype(part._graphs)().swap(part._graphs);
     }
+    endOpenFunctions(build._copies);
     return true;
 }
 

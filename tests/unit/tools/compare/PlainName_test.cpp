@@ -27,6 +27,7 @@ const Filtered filtered[] = {
     {"std::vector<int, std::allocator<int> > copy<long>(long)", "copy<long>", "(long)"},
     {"name[abi:cxx11]()", "name", "()"},
     {"f(int) [clone .part.0]", "f", "(int)"},
+    {"std::__move<A, std::allocator<A> >(A)", "std::__move<A,allocator<A>>", "(A)"},
     {"S::S<>(, int)", "S::S<>", "(int)"},
     {"f<>(int, , A<,int>)", "f<>", "(int,A<,int>)"},
     {"Log::operator<<(std::__cxx11::basic_string<char, std::char_traits<char>, "
