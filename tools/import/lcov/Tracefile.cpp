@@ -320,6 +320,10 @@ bool Tracefile::beginSection(const char* at, const char* end)
         return fail("the source file has no name");
     }
     _table.beginSection(_table.file(_roots->find(_text)), run());
+    if (_table.runs() > MostTests) {
+        return fail("there are more than " + std::to_string(MostTests) +
+                    " tests: leave their names out (TN:), and all are one log");
+    }
     _places.clear();
     _isInSection = _hasSections = true;
     return true;
