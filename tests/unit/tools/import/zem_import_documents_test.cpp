@@ -62,6 +62,26 @@ TEST_F(ZemImportDocumentsTest, EachKindGivesTheTotalsOfItsTool)
     }
 }
 
+TEST_F(ZemImportDocumentsTest, EachLineOfATracefileComesOutAgain)
+{
+    _dir.write("lines.awk", "/^SF/ { file = $0 } /^DA/ { split($0, part, /[:,]/)\n"
+                            "sum[file \":\" part[2]] += part[3] }\n"
+                            "END { for (line in sum) print line, sum[line] }\n");
+    for (const char* name : {"lcov-1.16.info", "lcov-1.16-branches.info", "llvm-cov-14.info"}) {
+        const std::string sample = std::string("'") + samples + name + "'";
+        ASSERT_EQ(run("cp " + sample + " in.info && " + program + "import lcov --name t in.info"),
+                  0)
+            << output();
+        EXPECT_EQ(run(std::string(program) +
+                      "report --format lcov t.log > out.info && "
+                      "awk -f lines.awk in.info | sed 's,/clang/[.][.]/,/,' | sort > in.txt && "
+                      "awk -f lines.awk out.info | sort > out.txt && "
+                      "test -s in.txt && diff in.txt out.txt"),
+                  0)
+            << name << output();
+    }
+}
+
 TEST_F(ZemImportDocumentsTest, EachTestOfATracefileIsALog)
 {
     _dir.write("t.info", "TN:one\nSF:/a.c\nFN:1,f\nDA:1,1\nDA:2,0\nend_of_record\n"
