@@ -53,7 +53,8 @@ std::string outputs(const ReportCommandLine& options)
 std::string outputsOf(std::initializer_list<const char*> words)
 {
     ReportCommandLine options;
-    EXPECT_TRUE(Words(words).takenBy(options));
+    Words line(words); // lives as long as the options, which borrow from it
+    EXPECT_TRUE(line.takenBy(options));
     return outputs(options);
 }
 
