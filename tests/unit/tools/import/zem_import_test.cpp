@@ -190,7 +190,7 @@ std::vector<std::string> llvmLines(const std::string& text)
         const int line = std::atoi(row.c_str() + colon + 1);
         const std::string count = row.substr(row.find_first_not_of(' '), colon);
         if (line == 0 && row.compare(second, 8, ":Source:") == 0) {
-            file = row.substr(second + 8);
+            file = fs::path(row.substr(second + 8)).lexically_normal().string();
         } else if (line != 0 && count[0] != '-') {
             result.push_back(file + ":" + std::to_string(line) + " " +
                              std::to_string(std::atoll(count.c_str())));
@@ -216,8 +216,9 @@ TEST_F(ZemImportTest, EveryLineOfClangsFilesCountsWhatLlvmsToolSays)
         countLines(stem + ".gcno", stem + ".gcda", counts);
         std::vector<std::string> own;
         for (const auto& file : counts.lines()) {
+            const std::string path = fs::path(file.first).lexically_normal().string();
             for (const auto& line : file.second) {
-                own.push_back(file.first + ":" + std::to_string(line.first) + " " +
+                own.push_back(path + ":" + std::to_string(line.first) + " " +
                               std::to_string(line.second));
             }
         }
