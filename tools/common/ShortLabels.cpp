@@ -64,17 +64,21 @@ std::string withWordsOf(const std::string& text, size_t longest)
 // The longest words are cut until the text fits, or all are as short as words get.
 std::string withShortWords(const std::string& text, size_t longest)
 {
-    std::string result = text;
-    for (size_t word = longest; result.size() > longest && word >= ShortestWord; --word) {
-        result = withWordsOf(text, word);
+    if (text.size() <= longest) {
+        return text;
     }
-    return result;
+    size_t fits = ShortestWord;
+    for (size_t tooLong = longest + 1; fits + 1 < tooLong;) {
+        const size_t middle = (fits + tooLong) / 2;
+        (withWordsOf(text, middle).size() <= longest ? fits : tooLong) = middle;
+    }
+    return withWordsOf(text, fits);
 }
 
 // Where the last of the parts between "::" starts.
 size_t lastPart(const std::string& label)
 {
-    return NameText(label).lastPart();
+    return isPlainName(label) ? label.rfind(':') + 1 : NameText(label).lastPart();
 }
 
 std::string scopeOf(const std::string& label)
