@@ -146,7 +146,8 @@ std::string shortScope(const std::string& scope)
             }
         }
     }
-    return withShortWords(joined(parts), WidestScope);
+    const std::string result = joined(parts);
+    return withShortWords(result.size() < scope.size() ? result : scope, WidestScope);
 }
 
 // "Class<...>::~Class": 1 behind the '~', 0 without, -1 for what is none of the two.
@@ -177,8 +178,8 @@ std::string shortLast(const std::string& label)
     }
     const size_t last = lastPart(label);
     const int place = placeOfClass(label, last);
-    if (place >= 0) {
-        return label.substr(0, last + place) + Dots;
+    if (place >= 0 && label.size() - last > DotsLength + 1) {
+        return label.substr(0, last + static_cast<size_t>(place)) + Dots;
     }
     const size_t longest =
         std::max(WidestLast, ShortLabels::Widest - std::min(last, ShortLabels::Widest));
