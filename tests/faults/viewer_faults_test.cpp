@@ -33,7 +33,7 @@ class ViewerFaultsTest : public ::testing::Test
 protected:
     struct Screen
     {
-        std::string rows; // their pixels, from the top of the selected one; empty without one
+        std::string rows;      // their pixels, from the top of the selected one; empty without one
         int messagePixels = 0; // of text in the status bar's left half
     };
 
@@ -110,7 +110,7 @@ protected:
             // 255 is what the command line ends with.
             const bool isTold =
                 (((status > 0 && status < 128) || status == 255) && !_run.err().empty()) ||
-                                (status == 128 + SIGABRT && std::regex_match(_run.err(), assertion));
+                (status == 128 + SIGABRT && std::regex_match(_run.err(), assertion));
             return isTold ? "" : "ended with " + std::to_string(status) + ": " + _run.err();
         }
         if (!screen.rows.empty()) {

@@ -73,9 +73,8 @@ void ExclusionMarkers::read(const std::string& text)
         if (!isFamily(text, at)) {
             continue;
         }
-        const auto newlines =
-            std::count(text.begin() + static_cast<std::ptrdiff_t>(counted),
-                       text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+        const auto newlines = std::count(text.begin() + static_cast<std::ptrdiff_t>(counted),
+                                         text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
         line += static_cast<uint32_t>(newlines);
         counted = at;
         readMarker(text, at + middle.size(), line);

@@ -43,7 +43,7 @@ private:
     void add(uint32_t first, uint32_t last);
 
     std::vector<Range> _ranges; // in order, apart
-    uint32_t _open = 0;          // the line where a region begins; 0 when there is none
-    uint32_t _lineInRegion = 0;  // that is marked by itself too
+    uint32_t _open = 0;         // the line where a region begins; 0 when there is none
+    uint32_t _lineInRegion = 0; // that is marked by itself too
     std::vector<Problem> _problems;
 };

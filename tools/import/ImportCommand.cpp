@@ -110,8 +110,7 @@ ImportCommand::Reading ImportCommand::read(const ImportKind& kind, char** words)
 int ImportCommand::import(const Reading& reading)
 {
     if (reading._unknown != nullptr) {
-        return misuse("unknown option, or its value is missing: " +
-                      std::string(*reading._unknown));
+        return misuse("unknown option, or its value is missing: " + std::string(*reading._unknown));
     }
     if (reading._options._inputs.empty()) {
         return misuse(std::string("what to read is missing: ") + reading._kind->_inputs);
@@ -163,15 +162,16 @@ int ImportCommand::failToChoose(const std::vector<Reading>& readings,
         for (const size_t i : fitting) {
             commands.push_back(std::string("zem-import ") + readings[i]._kind->_name + " ...");
         }
-        return misuse(joined(inputs, " ") + " may be of several kinds; name one: " +
-                      joined(commands, ", or "));
+        return misuse(joined(inputs, " ") +
+                      " may be of several kinds; name one: " + joined(commands, ", or "));
     }
     std::vector<std::string> found;
     for (const std::string& input : inputs) {
         const std::string kinds = kindsOf(input, readings);
         if (kinds.empty()) {
-            return misuse("cannot tell what coverage is in " + input + "; name the kind: zem-import " +
-                          "KIND " + joined(inputs, " ") + ", where KIND is one of " + allKinds());
+            return misuse("cannot tell what coverage is in " + input +
+                          "; name the kind: zem-import " + "KIND " + joined(inputs, " ") +
+                          ", where KIND is one of " + allKinds());
         }
         found.push_back(input + " is " + kinds);
     }

@@ -45,9 +45,8 @@ bool PathMap::add(const std::string& words)
         return true;
     }
     _moves.push_back(move);
-    std::sort(_moves.begin(), _moves.end(), [](const Move& a, const Move& b) {
-        return a._from.size() > b._from.size();
-    });
+    std::sort(_moves.begin(), _moves.end(),
+              [](const Move& a, const Move& b) { return a._from.size() > b._from.size(); });
     return true;
 }
 

@@ -13,9 +13,9 @@ public:
     // Moves nothing.
     static const PathMap& none();
 
-    // Takes "OLD=NEW": what lies below the folder OLD is below NEW. Both are made absolute; OLD ends
-    // at the first "=". The same OLD again replaces the one before. Returns false when a part is
-    // missing.
+    // Takes "OLD=NEW": what lies below the folder OLD is below NEW. Both are made absolute; OLD
+    // ends at the first "=". The same OLD again replaces the one before. Returns false when a part
+    // is missing.
     bool add(const std::string& words);
 
     bool isEmpty() const { return _moves.empty(); }

@@ -48,8 +48,8 @@ std::unique_ptr<Importer> makeLlvm()
 std::vector<ImportKind> knownKinds()
 {
     return {
-        {"gcc", "BUILD_DIR...",
-         "read the .gcno and .gcda files of a build made with --coverage", makeGcc},
+        {"gcc", "BUILD_DIR...", "read the .gcno and .gcda files of a build made with --coverage",
+         makeGcc},
         {"llvm", "PROGRAM... PROFILE...",
          "read programs built with clang++ -fprofile-instr-generate -fcoverage-mapping and the "
          ".profraw\n"

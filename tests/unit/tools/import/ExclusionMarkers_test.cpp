@@ -15,8 +15,8 @@ protected:
         markers.read(text);
         std::string result;
         for (uint32_t line = 1; line < 12; ++line) {
-            result += markers.excludes(line) ? (result.empty() ? "" : " ") + std::to_string(line)
-                                             : "";
+            result +=
+                markers.excludes(line) ? (result.empty() ? "" : " ") + std::to_string(line) : "";
         }
         EXPECT_EQ(markers.isEmpty(), result.empty());
         for (const ExclusionMarkers::Problem& problem : markers.problems()) {
@@ -34,7 +34,8 @@ TEST_F(ExclusionMarkersTest, SourceWithoutMarkersExcludesNothing)
 
 TEST_F(ExclusionMarkersTest, LineMarkersOfEachFamily)
 {
-    EXPECT_EQ(read("a\nb // LCOV_EXCL_LINE\nc\nd /* GCOVR_EXCL_LINE */\ne\nGCOV_EXCL_LINE"), "2 4 6");
+    EXPECT_EQ(read("a\nb // LCOV_EXCL_LINE\nc\nd /* GCOVR_EXCL_LINE */\ne\nGCOV_EXCL_LINE"),
+              "2 4 6");
 }
 
 TEST_F(ExclusionMarkersTest, RegionHasItsFirstLineAndNotThatOfItsEnd)

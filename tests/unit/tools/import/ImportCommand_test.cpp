@@ -89,9 +89,10 @@ TEST_F(ImportCommandTest, InputOfSeveralKindsIsNotGuessed)
 
 TEST_F(ImportCommandTest, OptionsOfAKindHelpToGuess)
 {
-    EXPECT_EQ(run({"--first", "x.two"}),
-              "1\nzem-import: cannot tell what coverage is in x.two; name the kind: zem-import KIND "
-              "x.two, where KIND is one of one, two, three\nTry zem-import --help.\n");
+    EXPECT_EQ(
+        run({"--first", "x.two"}),
+        "1\nzem-import: cannot tell what coverage is in x.two; name the kind: zem-import KIND "
+        "x.two, where KIND is one of one, two, three\nTry zem-import --help.\n");
     const std::string told = run({"--second", "x.two"});
     EXPECT_EQ(told.find("0\nzem-import: taking x.two as two\n"), 0u) << told;
 }
@@ -129,7 +130,8 @@ TEST_F(ImportCommandTest, WhatIsMissingIsTold)
     EXPECT_TRUE(has(run({"one"}), "1\nzem-import: what to read is missing: ONE...\n"));
     EXPECT_TRUE(has(run({"-o", "x"}), "1\nzem-import: what to read is missing\n"));
     EXPECT_TRUE(has(run({"one", "a.one", "--map", "/x"}), "not OLD=NEW: --map '/x'\n"));
-    EXPECT_TRUE(has(run({"one", "a.one", "--name", "x/y"}), "not the name of a file: --name 'x/y'"));
+    EXPECT_TRUE(
+        has(run({"one", "a.one", "--name", "x/y"}), "not the name of a file: --name 'x/y'"));
     EXPECT_TRUE(has(run({"one", "a.one", "-o", ""}), "the folder to write into has no name"));
 }
 
