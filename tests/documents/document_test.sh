@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Runs the commands of a document:  document_test.sh PAGE SOURCE_DIR BUILD_DIR
+# PAGE "make" comes first: it makes the sample program that the others work with.
 #
 #   ```sh              run, one block after the other, beginning in the source tree
 #   ```text            compared with what the block before has printed; "..." stands for anything
 #   ```sh build        commands that build the project, and ```sh untried for other systems: the shell
 #                      reads them, and every file and preset of this tree that they name is there
 #
-# A manual page's commands are those of its EXAMPLES. The sample program is built and imported first,
-# under all names that the pages have for logs; a zem that they start opens its window on a display
+# A manual page's commands are those of its EXAMPLES. The sample program has been imported under all
+# names that the pages have for logs. A zem that they start opens its window on a display
 # in memory and is ended again. Exit status 77: cannot be tried here.
 set -euo pipefail
 page=$1
@@ -80,10 +81,11 @@ check_names() {
     done
 }
 
-prepare() {
-    cd "$source_dir"
-    cp -r docs/examples/calc "$scratch/work"
-    cd "$scratch/work"
+made=$build_dir/documents-test
+make_sample() {
+    rm -rf "$made"
+    cp -r "$source_dir/docs/examples/calc" "$made"
+    cd "$made"
     mkdir -p build
     g++ --coverage -O0 -o build/calc main.cpp parse/*.cpp eval/*.cpp
     build/calc '1 + 2 * 3' >/dev/null
@@ -94,11 +96,15 @@ prepare() {
     printf 'int main(int n, char**)\n{\n    if (n > 1)\n        return 0;\n    return 0;\n}\n' >part.cc
 }
 
-prepare
 case $page in
-    *.1) examples; start=$scratch/work ;;
-    docs/resources/*) blocks; start=$scratch/work
-        ln -s "$source_dir/docs" "$scratch/work/docs" ;;
+    make) make_sample; exit 0 ;;
+    *.1 | docs/resources/*) start=$scratch/work
+        cp -r "$made" "$start"
+        ln -s "$source_dir/docs" "$start/docs" ;;
+esac
+case $page in
+    *.1) examples ;;
+    docs/resources/*) blocks ;;
     *) blocks; start=$source_dir ;;
 esac
 cd "$start"

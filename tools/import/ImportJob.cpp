@@ -35,7 +35,8 @@ std::string textBehind(const char* before, const ImportLosses& losses, const cha
 
 ImportJob::ImportJob(Importer& importer, const ImportOptions& options, std::ostream& out,
                      std::ostream& err)
-    : _importer(importer), _options(options), _out(out), _err(err), _nThreads(coreCount())
+    : _importer(importer), _options(options), _out(out), _err(err), _nThreads(coreCount()),
+      _build(options._filter, options._moves)
 {}
 
 bool ImportJob::fail(const std::string& problem)
@@ -46,11 +47,10 @@ bool ImportJob::fail(const std::string& problem)
 
 bool ImportJob::makeModel()
 {
-    ImportedBuild build(_options._filter, _options._moves);
-    if (!_importer.readBuild(build, _losses, _nThreads)) {
+    if (!_importer.readBuild(_build, _losses, _nThreads)) {
         return false;
     }
-    buildModel(build, _options._keepsInstances, _nThreads, _model, _losses);
+    buildModel(_build, _options._keepsInstances, _nThreads, _model, _losses);
     if (_options._obeysMarkers) {
         excludeMarked(_model, _losses, _err, _nThreads);
     }
@@ -97,7 +97,7 @@ bool ImportJob::addRun(size_t run, CoverageWriter& writer)
     }
     CoverageCounts counts;
     counts._executionTime = read._executionTime;
-    countRun(_model, read._counts, counts, losses, _nThreads);
+    countRun(_model, read._counts, counts, losses, _nThreads, &_compared);
     std::vector<int64_t>().swap(read._counts);
     const std::string name =
         read._name.empty() ? _names.another(_options._output._name) : _names.fileName(read._name);

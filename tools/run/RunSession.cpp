@@ -157,15 +157,16 @@ void RunSession::watchForOthers()
 void RunSession::importTests()
 {
     std::vector<std::string> without;
+    std::vector<std::string> with;
     const std::vector<fs::path> tests = foldersIn(_folder.each());
     for (const fs::path& test : tests) {
-        const std::string name = test.filename().string();
-        if (!CounterKinds::in(test.string()).any()) {
-            without.push_back(name);
+        if (CounterKinds::in(test.string()).any()) {
+            with.push_back(test.string());
         } else {
-            _import.add(test.string(), name);
+            without.push_back(test.filename().string());
         }
     }
+    _import.addEach(with);
     if (tests.empty()) {
         fail("no test was started by \"zem-run --wrap\", so there is no log for each");
     } else if (!without.empty()) {

@@ -163,9 +163,9 @@ std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::
     return graph;
 }
 
-bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure)
+bool GccUnit::useCounters(GcdaFile& counters, uint32_t stamp, std::string& failure)
 {
-    const GcdaFile::Result result = counters.open(notes.stamp());
+    const GcdaFile::Result result = counters.open(stamp);
     if (result != GcdaFile::Ok) {
         failure = GcdaFile::text(result);
         return false;
@@ -208,7 +208,7 @@ bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
     bool isFit = true;
     GcnoFunction function;
     while (notes.findFunction(function)) {
-        Function entry = {function._ident, folder, nullptr, nullptr};
+        Function entry = {function, folder, nullptr, nullptr};
         notes.addContent(entry._bytes);
         if (!readFunction(notes, function, entry)) {
             continue;
@@ -228,7 +228,10 @@ void GccUnit::keep(GcdaFile* counters)
             function._known = _store.insert(function._bytes, std::move(function._read));
         }
         if (counters != nullptr) {
-            _store.addCounters(*function._known, *counters, function._ident);
+            _store.addCounters(*function._known, *counters, function._identity._ident);
+        }
+        if (_isKeptForRuns) {
+            _counted.push_back({function._identity, function._known});
         }
     }
     _functions.clear();
@@ -260,8 +263,9 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
     GcdaFile counters(bytesOf(bytes), bytes.size());
     std::string failure;
-    GcdaFile* used =
-        counterBytes != nullptr && useCounters(counters, notes, failure) ? &counters : nullptr;
+    GcdaFile* used = counterBytes != nullptr && useCounters(counters, notes.stamp(), failure)
+                         ? &counters
+                         : nullptr;
     _losses._unitsNotRun = counterBytes == nullptr ? 1 : 0;
 
     if (!readFunctions(notes, used)) {
@@ -277,6 +281,8 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         return true;
     }
     keep(used);
+    _form = Blocks;
+    _stamp = notes.stamp();
     if (!failure.empty()) {
         failCounters(failure);
     }
@@ -294,19 +300,75 @@ bool GccUnit::readBlocks(const GccUnitFiles& files)
     if (files._counters.empty()) {
         return readBlocks(notes.bytes(), nullptr);
     }
-    // Counters that cannot be read are a failure, not those of a unit that never ran.
+    std::string counters;
+    readCounters(files, counters);
+    return readBlocks(notes.bytes(), &counters);
+}
+
+// Counters that cannot be read are a failure, not those of a unit that never ran: `bytes` are empty
+// then.
+void GccUnit::readCounters(const GccUnitFiles& files, std::string& bytes)
+{
     GcovInput counters(GcovWords::CountersMagic);
+    _countersProblem.clear();
     if (!counters.read(files._counters)) {
         counters.bytes().clear();
         _countersProblem = "the .gcda file cannot be read: " + counters.problem();
     }
     _countersPath = files._counters;
     _executionTime = modificationTime(files._counters);
-    return readBlocks(notes.bytes(), &counters.bytes());
+    bytes.swap(counters.bytes());
 }
 
-// Makes a block of each line of the functions that are wanted.
-void GccUnit::keepLines(GcovDocument& document)
+void GccUnit::addRun(const std::string& counterBytes)
+{
+    GcdaFile counters(bytesOf(counterBytes), counterBytes.size());
+    std::string failure;
+    if (!useCounters(counters, _stamp, failure)) {
+        failCounters(failure);
+        return;
+    }
+    // Counts of a unit that does not fit are no counts, also those of functions that did.
+    const bool isFit =
+        std::all_of(_counted.begin(), _counted.end(), [&counters](const Counted& function) {
+            return counters.fits(function._identity, function._graph->_nCounters);
+        });
+    if (!isFit) {
+        _losses._mostRuns = 0;
+        failCounters(mismatch);
+        return;
+    }
+    for (const Counted& function : _counted) {
+        _store.addCounters(*function._graph, counters, function._identity._ident);
+    }
+}
+
+void GccUnit::readRun(const GccUnitFiles& files, const char* gcov)
+{
+    _losses = ImportLosses();
+    _failure.clear();
+    _executionTime = 0;
+    if (_form == Unread) {
+        return;
+    }
+    if (files._counters.empty()) {
+        _losses._unitsNotRun = 1;
+    } else if (_form == Lines) {
+        readLines(files, gcov);
+        // What was left out was counted when the build was read.
+        const uint64_t failed = _losses._failedUnits;
+        _losses = ImportLosses();
+        _losses._failedUnits = failed;
+    } else {
+        std::string counters;
+        readCounters(files, counters);
+        addRun(counters);
+    }
+}
+
+// Makes a block of each line of the functions that are wanted. Returns false when a run has others
+// than the build.
+bool GccUnit::keepLines(GcovDocument& document)
 {
     for (GcovSource& file : document.sources()) {
         const SourceNumber source = this->source(document.folder(), file._path);
@@ -332,10 +394,15 @@ void GccUnit::keepLines(GcovDocument& document)
                 counts.push_back(line._count);
             }
             const ContentKey key = graph->key();
-            _store.addLineCounts(*_store.insert(key, std::move(graph)), counts);
+            GccGraph* kept = _store.insert(key, std::move(graph));
+            if (kept == nullptr) {
+                return false;
+            }
+            _store.addLineCounts(*kept, counts);
         }
     }
     _losses._linesWithoutNumber += document.linesWithoutNumber();
+    return true;
 }
 
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
@@ -349,8 +416,9 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
         if (end > start) {
             isRead = document.parse(json.substr(start, end - start));
             isAny = true;
-            if (isRead) {
-                keepLines(document);
+            if (isRead && !keepLines(document)) {
+                fail(std::string(gcov) + " gives other lines for this run than for the build");
+                return;
             }
         }
         start = end + 1;
@@ -365,4 +433,5 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
     _losses._unitsAsLines = 1;
     _losses._unitsNotRun = files._counters.empty() ? 1 : 0;
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
+    _form = Lines;
 }

@@ -51,14 +51,19 @@ struct GcnoArc
     int64_t _count;
 };
 
-struct GcnoFunction
+// By what counters know a function.
+struct GcnoIdentity
+{
+    uint32_t _ident = 0;
+    uint32_t _lineChecksum = 0;
+    uint32_t _graphChecksum = 0;
+};
+
+struct GcnoFunction : GcnoIdentity
 {
     static constexpr uint32_t EntryBlock = 0;
     static constexpr uint32_t ExitBlock = 1;
 
-    uint32_t _ident = 0;
-    uint32_t _lineChecksum = 0;
-    uint32_t _graphChecksum = 0;
     std::string _symbol;
     bool _isArtificial = false;
     uint32_t _startLine = 0;

@@ -132,14 +132,20 @@ bool CountPlan::make(const CoverageFunction& function, const std::vector<uint32_
 
 uint32_t CountPlan::add(const Function& plan)
 {
-    const auto key =
-        _keys.emplace(Key(plan._name, plan._hash), static_cast<uint32_t>(_keys.size()));
+    return add(plan._name, plan._hash, plan._nCounters, plan._steps.data(), plan._steps.size(),
+               plan._blocks.data(), plan._blocks.size());
+}
+
+uint32_t CountPlan::add(uint64_t name, uint64_t hash, uint32_t nCounters, const Step* steps,
+                        size_t nSteps, const uint32_t* blocks, size_t nBlocks)
+{
+    const auto key = _keys.emplace(Key(name, hash), static_cast<uint32_t>(_keys.size()));
     if (key.second) {
-        _names.insert(plan._name);
+        _names.insert(name);
     }
-    _functions.push_back({key.first->second, plan._nCounters, _steps.size(), _blocks.size()});
-    _steps.insert(_steps.end(), plan._steps.begin(), plan._steps.end());
-    _blocks.insert(_blocks.end(), plan._blocks.begin(), plan._blocks.end());
+    _functions.push_back({key.first->second, nCounters, _steps.size(), _blocks.size()});
+    _steps.insert(_steps.end(), steps, steps + nSteps);
+    _blocks.insert(_blocks.end(), blocks, blocks + nBlocks);
     return static_cast<uint32_t>(_functions.back()._firstBlock);
 }
 

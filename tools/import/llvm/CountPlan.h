@@ -48,6 +48,11 @@ public:
     // Takes a function's plan. Returns the place of its first block among all counts.
     uint32_t add(const Function& plan);
 
+    // The same with steps and blocks of many functions behind each other: the `nSteps` at `steps`
+    // and the `nBlocks` at `blocks`.
+    uint32_t add(uint64_t name, uint64_t hash, uint32_t nCounters, const Step* steps, size_t nSteps,
+                 const uint32_t* blocks, size_t nBlocks);
+
     // The number of counts that a run has.
     size_t counts() const { return _blocks.size(); }
     size_t functions() const { return _functions.size(); }

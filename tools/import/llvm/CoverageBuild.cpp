@@ -3,7 +3,6 @@
 
 #include "tools/common/SourcePath.h"
 #include "tools/common/parallel.h"
-#include "tools/import/llvm/RegionLines.h"
 #include "tools/import/llvm/symbolOf.h"
 
 #include <algorithm>
@@ -31,8 +30,13 @@ bool hidesText(const CoverageRegion& region)
 
 // Which files of a function are text of the function itself: the first, and those that are included
 // in such. Only text that is included begins with its file; a macro's has its definition before it.
-std::vector<bool> ownFiles(const CoverageFunction& function)
+void findOwnFiles(const CoverageFunction& function, std::vector<bool>& isOwn)
 {
+    isOwn.assign(function._files.size(), false);
+    isOwn[0] = true;
+    if (isOwn.size() == 1) {
+        return;
+    }
     std::vector<const CoverageRegion*> first(function._files.size(), nullptr);
     std::vector<std::vector<uint32_t>> uses(function._files.size());
     for (const CoverageRegion& region : function._regions) {
@@ -41,9 +45,7 @@ std::vector<bool> ownFiles(const CoverageFunction& function)
             uses[region._file].push_back(region._expanded);
         }
     }
-    std::vector<bool> isOwn(function._files.size());
     std::vector<uint32_t> waiting{0};
-    isOwn[0] = true;
     while (!waiting.empty()) {
         const uint32_t file = waiting.back();
         waiting.pop_back();
@@ -56,7 +58,6 @@ std::vector<bool> ownFiles(const CoverageFunction& function)
             }
         }
     }
-    return isOwn;
 }
 
 // What the regions of one file of a function span.
@@ -91,6 +92,28 @@ void Extent::add(const CoverageRegion& region)
     ++_nRegions;
 }
 
+// Puts lines, which come file by file, into the order of blocks, each once.
+void sortLines(const std::vector<CopyLine>& lines, size_t nBlocks, std::vector<size_t>& ends,
+               std::vector<CopyLine>& result)
+{
+    ends.assign(nBlocks + 1, 0);
+    for (const CopyLine& line : lines) {
+        ++ends[line._block + 1];
+    }
+    for (size_t block = 0; block < nBlocks; ++block) {
+        ends[block + 1] += ends[block];
+    }
+    result.resize(lines.size());
+    for (const CopyLine& line : lines) {
+        result[ends[line._block]++] = line;
+    }
+    // Files do not come in the order of their numbers.
+    if (!std::is_sorted(result.begin(), result.end())) {
+        std::sort(result.begin(), result.end());
+    }
+    result.erase(std::unique(result.begin(), result.end()), result.end());
+}
+
 std::string absoluteName(const std::string& name)
 {
     return absolutePath(std::string(), name);
@@ -104,9 +127,10 @@ public:
     ShapeJob(CoverageBuild& owner, ImportedBuild& build) : _owner(owner), _build(build) {}
     void run(size_t item) override
     {
+        CoverageBuild::Scratch scratch;
         const size_t end = std::min((item + 1) * Slice, _owner._entries.size());
         for (size_t i = item * Slice; i < end; ++i) {
-            _owner.shape(_owner._entries[i], _build);
+            _owner.shape(_owner._entries[i], _build, scratch);
         }
     }
 
@@ -124,9 +148,12 @@ public:
     {}
     void run(size_t item) override
     {
-        const size_t end = std::min((item + 1) * Slice, _made.size());
+        CoverageBuild::Scratch scratch;
+        const size_t end = std::min((item + 1) * Slice, _owner._entries.size());
         for (size_t i = item * Slice; i < end; ++i) {
-            _owner.make(_owner._entries[i], _build, _made[i]);
+            if (!_owner._entries[i]._isLeftOut) {
+                _owner.make(_owner._entries[i], _build, scratch, _made[item]);
+            }
         }
     }
 
@@ -155,31 +182,44 @@ void CoverageBuild::collect()
 }
 
 // Finds the place of a function and how many lines it may have.
-void CoverageBuild::shape(Entry& entry, ImportedBuild& build) const
+void CoverageBuild::shape(Entry& entry, ImportedBuild& build, Scratch& scratch) const
 {
     const CoverageRecord& record = *entry._record;
     const std::vector<std::string>* files = entry._image->files(record._list);
-    CoverageFunction function;
-    if (files == nullptr || entry._image->name(record._name).empty() ||
+    CoverageFunction& function = scratch._function;
+    entry._name = entry._image->name(record._name);
+    if (files == nullptr || entry._name.empty() ||
         !function.read(record._mapping, record._size, files->size())) {
         entry._isDamaged = true;
         return;
     }
-    entry._source = build._sources.find(absoluteName((*files)[function._files[0]]));
-    const std::vector<bool> isOwn = ownFiles(function);
-    std::vector<Extent> extents(isOwn.size());
+    const std::string& file = (*files)[function._files[0]];
+    if (scratch._file != &file) {
+        // The functions of a unit stand together.
+        scratch._source = build._sources.find(absoluteName(file));
+        scratch._file = &file;
+    }
+    entry._source = scratch._source;
+    findOwnFiles(function, scratch._isOwn);
+    Extent extent;
+    uint32_t place = 0;
     for (const CoverageRegion& region : function._regions) {
-        if (isOwn[region._file]) {
-            extents[region._file].add(region);
+        if (!scratch._isOwn[region._file]) {
+            continue;
+        }
+        if (region._file != place) {
+            entry._lines += extent.lines();
+            extent = Extent();
+            place = region._file;
+        }
+        extent.add(region);
+        if (place == 0) {
+            entry._range = extent._range;
+            entry._body = extent._body;
         }
     }
-    for (const Extent& extent : extents) {
-        entry._lines += extent.lines();
-    }
-    const Extent& own = extents.front();
-    entry._range = own._range;
-    entry._body = own._body;
-    entry._isDamaged = own._nRegions == 0;
+    entry._lines += extent.lines();
+    entry._isDamaged = function._regions.front()._file != 0;
 }
 
 // Leaves out the functions of files that are not wanted, and those that are damaged.
@@ -191,7 +231,6 @@ void CoverageBuild::leaveOut(ImportLosses& losses)
     }
     leaveOutDummies();
     leaveOutCopies(losses);
-    boundLines(losses);
     for (Entry& entry : _entries) {
         if (entry._isLeftOut || entry._source._answer == SourceFilter::Kept) {
             continue;
@@ -211,17 +250,16 @@ void CoverageBuild::leaveOut(ImportLosses& losses)
 // of a header, which has another name in each unit.
 void CoverageBuild::leaveOutDummies()
 {
+    const bool isAny = std::any_of(_entries.begin(), _entries.end(),
+                                   [](const Entry& entry) { return entry._record->_isDummy; });
+    if (!isAny) {
+        return;
+    }
     std::unordered_set<uint64_t, MixedHash> names;
     std::set<std::pair<uint32_t, Position>> places;
     for (const Entry& entry : _entries) {
         if (!entry._isLeftOut && !entry._record->_isDummy) {
             names.insert(entry._record->_name);
-        }
-    }
-    const bool isAny = std::any_of(_entries.begin(), _entries.end(),
-                                   [](const Entry& entry) { return entry._record->_isDummy; });
-    for (const Entry& entry : _entries) {
-        if (isAny && !entry._isLeftOut && !entry._record->_isDummy) {
             places.emplace(entry._source._number, entry._range.first);
         }
     }
@@ -238,6 +276,9 @@ void CoverageBuild::leaveOutDummies()
 // Of a function that several files hold the first stays.
 void CoverageBuild::leaveOutCopies(ImportLosses& losses)
 {
+    if (_views.size() == 1) {
+        return; // which has one record of each name
+    }
     // Which entry has the name and the hash.
     std::unordered_map<std::pair<uint64_t, uint64_t>, size_t, MixedHash> first;
     std::set<std::pair<size_t, uint32_t>> files; // of the others
@@ -272,11 +313,13 @@ void CoverageBuild::boundLines(ImportLosses& losses)
         if (entry._isLeftOut) {
             continue;
         }
-        if (entry._lines > allowed) {
+        // What lies in a function is looked at for each instance of it.
+        const uint64_t needed = entry._lines + _nested[entry._around].size();
+        if (needed > allowed) {
             entry._isLeftOut = true;
             ++losses._damagedFunctions;
         } else {
-            allowed -= entry._lines;
+            allowed -= needed;
         }
     }
 }
@@ -326,108 +369,126 @@ void CoverageBuild::findNested()
 }
 
 // The blocks are the different counters, in the order of their numbers.
-void CoverageBuild::make(const Entry& entry, ImportedBuild& build, Made& made) const
+void CoverageBuild::make(const Entry& entry, ImportedBuild& build, Scratch& scratch,
+                         Made& made) const
 {
-    if (entry._isLeftOut) {
-        return;
-    }
     const CoverageRecord& record = *entry._record;
-    const std::vector<std::string>& files = *entry._image->files(record._list);
-    CoverageFunction function;
-    (void)function.read(record._mapping, record._size, files.size());
-    const std::vector<bool> isOwn = ownFiles(function);
-    std::vector<uint32_t> counters;
+    CoverageFunction& function = scratch._function;
+    (void)function.read(record._mapping, record._size, entry._image->files(record._list)->size());
+    findOwnFiles(function, scratch._isOwn);
+    std::vector<uint32_t>& counters = scratch._counters;
+    counters.clear();
     for (const CoverageRegion& region : function._regions) {
-        if (hasText(region) && isOwn[region._file]) {
+        if (hasText(region) && scratch._isOwn[region._file]) {
             counters.push_back(region._counter);
         }
     }
     std::sort(counters.begin(), counters.end());
     counters.erase(std::unique(counters.begin(), counters.end()), counters.end());
-    made._plan._name = record._name;
-    made._plan._hash = record._hash;
-    if (!CountPlan::make(function, counters, made._plan)) {
-        made._isDamaged = true;
+    CountPlan::Function& plan = scratch._plan;
+    if (!CountPlan::make(function, counters, plan)) {
+        ++made._losses._damagedFunctions;
         return;
     }
-    FunctionCopy& copy = made._copy;
-    copy._symbol = symbolOf(entry._image->name(record._name));
+    made._parts.push_back(
+        {record._name, record._hash, plan._nCounters, plan._steps.size(), plan._blocks.size()});
+    made._steps.insert(made._steps.end(), plan._steps.begin(), plan._steps.end());
+    made._blocks.insert(made._blocks.end(), plan._blocks.begin(), plan._blocks.end());
+    made._copies.emplace_back();
+    FunctionCopy& copy = made._copies.back();
+    copy._symbol = symbolOf(entry._name);
     copy._file = entry._source._number;
     std::tie(copy._startLine, copy._startColumn) = entry._range.first;
     std::tie(copy._endLine, copy._endColumn) = entry._range.second;
-    addLines(entry, function, isOwn, counters, build, made);
+    findLines(entry, build, scratch, made);
+    sortLines(scratch._lines, counters.size(), scratch._ends, copy._lines);
 }
 
-void CoverageBuild::addLines(const Entry& entry, const CoverageFunction& function,
-                             const std::vector<bool>& isOwn, const std::vector<uint32_t>& counters,
-                             ImportedBuild& build, Made& made) const
+// Adds the lines of all files of the function itself.
+void CoverageBuild::findLines(const Entry& entry, ImportedBuild& build, Scratch& scratch,
+                              Made& made) const
 {
-    const std::vector<std::string>& files = *entry._image->files(entry._record->_list);
-    std::vector<RegionLines> regions(function._files.size());
-    for (const CoverageRegion& region : function._regions) {
-        made._macroRegions += hasText(region) && !isOwn[region._file] ? 1 : 0;
-        if (isOwn[region._file] && (hasText(region) || hidesText(region))) {
-            const auto block = std::lower_bound(counters.begin(), counters.end(), region._counter);
-            regions[region._file].add(
-                {region._startLine, region._startColumn, region._endLine, region._endColumn,
-                 hasText(region) ? static_cast<uint32_t>(block - counters.begin())
-                                 : RegionLines::NoBlock,
-                 region._kind});
+    const CoverageFunction& function = scratch._function;
+    const std::vector<uint32_t>& counters = scratch._counters;
+    scratch._lines.clear();
+    size_t next = 0;
+    for (uint32_t file = 0; file < function._files.size(); ++file) {
+        scratch._regions.clear();
+        for (; next < function._regions.size() && function._regions[next]._file == file; ++next) {
+            const CoverageRegion& region = function._regions[next];
+            if (!scratch._isOwn[file]) {
+                made._losses._regionsOfMacros += hasText(region) ? 1 : 0;
+            } else if (hasText(region) || hidesText(region)) {
+                const auto block =
+                    std::lower_bound(counters.begin(), counters.end(), region._counter);
+                scratch._regions.add(
+                    {region._startLine, region._startColumn, region._endLine, region._endColumn,
+                     hasText(region) ? static_cast<uint32_t>(block - counters.begin())
+                                     : RegionLines::NoBlock,
+                     region._kind});
+            }
         }
-    }
-    for (const Range& range : _nested[entry._around]) {
-        regions[0].add({range.first.first, range.first.second, range.second.first,
-                        range.second.second, RegionLines::NoBlock, UINT32_MAX});
-    }
-    std::vector<CopyLine>& lines = made._copy._lines;
-    for (size_t file = 0; file < regions.size(); ++file) {
-        if (!isOwn[file]) {
+        if (!scratch._isOwn[file]) {
             continue;
         }
-        const SourceNumber source =
-            file == 0 ? entry._source
-                      : build._sources.find(absoluteName(files[function._files[file]]));
-        const size_t before = lines.size();
-        regions[file].append(source._number, lines);
+        SourceNumber source = entry._source;
+        if (file == 0) {
+            for (const Range& range : _nested[entry._around]) {
+                scratch._regions.add({range.first.first, range.first.second, range.second.first,
+                                      range.second.second, RegionLines::NoBlock, UINT32_MAX});
+            }
+        } else {
+            const auto& files = *entry._image->files(entry._record->_list);
+            source = build._sources.find(absoluteName(files[function._files[file]]));
+        }
+        const size_t before = scratch._lines.size();
+        scratch._regions.append(source._number, scratch._lines);
         if (source._answer != SourceFilter::Kept) {
-            made._otherLines += lines.size() - before;
-            lines.resize(before);
+            made._losses._linesOfOtherFiles += scratch._lines.size() - before;
+            scratch._lines.resize(before);
         }
     }
-    std::sort(lines.begin(), lines.end());
-    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-    lines.shrink_to_fit();
 }
 
-void CoverageBuild::keep(std::vector<Made>& made, ImportedBuild& build, ImportLosses& losses)
+void CoverageBuild::keep(Made& made, ImportedBuild& build, ImportLosses& losses)
 {
-    for (size_t i = 0; i < made.size(); ++i) {
-        Made& one = made[i];
-        losses._regionsOfMacros += one._macroRegions;
-        losses._linesOfOtherFiles += one._otherLines;
-        if (_entries[i]._isLeftOut) {
-            continue;
-        }
-        if (one._isDamaged || _plan.counts() + one._plan._blocks.size() > build.MostCounts) {
+    losses.add(made._losses);
+    const CountPlan::Step* steps = made._steps.data();
+    const uint32_t* blocks = made._blocks.data();
+    for (size_t i = 0; i < made._parts.size(); ++i) {
+        const Part& part = made._parts[i];
+        if (_plan.counts() + part._nBlocks > ImportedBuild::MostCounts) {
             ++losses._damagedFunctions;
             continue;
         }
-        one._copy._firstCount = _plan.add(one._plan);
-        build._copies.push_back(std::move(one._copy));
+        made._copies[i]._firstCount = _plan.add(part._name, part._hash, part._nCounters, steps,
+                                                part._nSteps, blocks, part._nBlocks);
+        steps += part._nSteps;
+        blocks += part._nBlocks;
+        build._copies.push_back(std::move(made._copies[i]));
     }
-    build._nCounts = static_cast<uint32_t>(_plan.counts());
+    made = Made();
 }
 
 void CoverageBuild::read(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
     collect();
+    const size_t nSlices = (_entries.size() + Slice - 1) / Slice;
     ShapeJob shapes(*this, build);
-    runParallel(shapes, (_entries.size() + Slice - 1) / Slice, nThreads);
+    runParallel(shapes, nSlices, nThreads);
     leaveOut(losses);
     findNested();
-    std::vector<Made> made(_entries.size());
+    boundLines(losses);
+    std::vector<Made> made(nSlices);
     CopyJob copies(*this, build, made);
-    runParallel(copies, (_entries.size() + Slice - 1) / Slice, nThreads);
-    keep(made, build, losses);
+    runParallel(copies, nSlices, nThreads);
     std::vector<Entry>().swap(_entries);
+    std::vector<std::vector<Range>>().swap(_nested);
+    for (const std::unique_ptr<CoverageImage>& image : _images) {
+        image->forget();
+    }
+    for (Made& slice : made) {
+        keep(slice, build, losses);
+    }
+    build._nCounts = static_cast<uint32_t>(_plan.counts());
 }

@@ -16,10 +16,12 @@
 #include "tools/import/ImportedBuild.h"
 #include "tools/import/llvm/CountPlan.h"
 #include "tools/import/llvm/CoverageImage.h"
+#include "tools/import/llvm/RegionLines.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -30,8 +32,7 @@ public:
     // Takes a file. All files have to be there before read().
     void add(std::unique_ptr<CoverageImage> image);
 
-    // Reads all functions with `nThreads` threads. The files are not needed afterwards, except for
-    // what images() is asked. To be called once.
+    // Reads all functions with `nThreads` threads; the images forget theirs. To be called once.
     void read(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads);
 
     const CountPlan& plan() const { return _plan; }
@@ -50,6 +51,7 @@ private:
     {
         const CoverageImage* _image = nullptr;
         const CoverageRecord* _record = nullptr;
+        std::string_view _name;
         SourceNumber _source;
         Range _range;               // of all its text
         Range _body;                // of its longest region
@@ -58,28 +60,48 @@ private:
         bool _isDamaged = false;
         bool _isLeftOut = false; // nothing of it is wanted
     };
-    // What one entry gives.
+    // A plan whose steps and blocks stand in those of Made, behind those of the one before.
+    struct Part
+    {
+        uint64_t _name;
+        uint64_t _hash;
+        uint32_t _nCounters;
+        size_t _nSteps;
+        size_t _nBlocks;
+    };
+    // What some entries give.
     struct Made
     {
-        FunctionCopy _copy;
+        std::vector<FunctionCopy> _copies;
+        std::vector<Part> _parts; // of each copy
+        std::vector<CountPlan::Step> _steps;
+        std::vector<uint32_t> _blocks;
+        ImportLosses _losses;
+    };
+    // What is used for one function after the other.
+    struct Scratch
+    {
+        CoverageFunction _function;
+        std::vector<bool> _isOwn; // text of the function itself, by file
+        std::vector<uint32_t> _counters;
         CountPlan::Function _plan;
-        uint64_t _macroRegions = 0;
-        uint64_t _otherLines = 0; // in files that are left out
-        bool _isDamaged = false;
+        RegionLines _regions;
+        std::vector<CopyLine> _lines;
+        std::vector<size_t> _ends;          // of the lines of each block
+        const std::string* _file = nullptr; // that was looked up last
+        SourceNumber _source;
     };
 
-    void shape(Entry& entry, ImportedBuild& build) const;
-    void make(const Entry& entry, ImportedBuild& build, Made& made) const;
-    void addLines(const Entry& entry, const CoverageFunction& function,
-                  const std::vector<bool>& isOwn, const std::vector<uint32_t>& counters,
-                  ImportedBuild& build, Made& made) const;
+    void shape(Entry& entry, ImportedBuild& build, Scratch& scratch) const;
+    void make(const Entry& entry, ImportedBuild& build, Scratch& scratch, Made& made) const;
+    void findLines(const Entry& entry, ImportedBuild& build, Scratch& scratch, Made& made) const;
     void collect();
     void leaveOut(ImportLosses& losses);
     void leaveOutDummies();
     void leaveOutCopies(ImportLosses& losses);
     void boundLines(ImportLosses& losses);
     void findNested();
-    void keep(std::vector<Made>& made, ImportedBuild& build, ImportLosses& losses);
+    void keep(Made& made, ImportedBuild& build, ImportLosses& losses);
 
     std::vector<std::unique_ptr<CoverageImage>> _images;
     std::vector<const CoverageImage*> _views;

@@ -80,15 +80,26 @@ bool CoverageImage::readRecords(bool isBigEndian)
         if (bytes.failed()) {
             return false;
         }
-        const std::vector<std::string>* files = _lists.find(record._list);
         // A dummy's mapping is short; most others need not be read here.
-        record._isDummy = record._hash == 0 && record._size < 64 && files != nullptr &&
-                          function.read(record._mapping, record._size, files->size()) &&
-                          function.isDummy();
+        if (record._hash == 0 && record._size < 64) {
+            const std::vector<std::string>* files = _lists.find(record._list);
+            record._isDummy = files != nullptr &&
+                              function.read(record._mapping, record._size, files->size()) &&
+                              function.isDummy();
+        }
         addRecord(record);
         bytes.align(RecordUnit);
     }
     return true;
+}
+
+void CoverageImage::forget()
+{
+    std::string().swap(_recordBytes);
+    _mappings.clear();
+    _names.forget();
+    std::vector<CoverageRecord>().swap(_records);
+    _byName.clear();
 }
 
 void CoverageImage::addFunction(const std::string& name, uint64_t hash,

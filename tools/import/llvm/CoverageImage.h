@@ -60,6 +60,8 @@ public:
 
     // In the order of the file; they point into the object.
     const std::vector<CoverageRecord>& records() const { return _records; }
+    // Gives back the memory of records and names; none is there afterwards.
+    void forget();
     // Null when there is none, or two that differ.
     const std::vector<std::string>* files(uint64_t list) const { return _lists.find(list); }
     std::string_view name(uint64_t hash) const { return _names.find(hash); }

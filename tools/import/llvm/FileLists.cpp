@@ -3,12 +3,16 @@
 
 #include "tools/common/SourcePath.h"
 #include "tools/import/llvm/LlvmBytes.h"
-#include "tools/import/llvm/LlvmText.h"
 #include "tools/import/llvm/md5Low.h"
 
 namespace {
 
 constexpr uint32_t FirstWithFolder = 5;
+
+// What names may need, unpacked, for each byte of the section; beyond that a few bytes could ask
+// for any memory.
+constexpr uint64_t FirstBytes = 4u << 20;
+constexpr uint64_t BytesForEach = 32;
 
 // Relative names count from the folder that stands first.
 void resolve(std::vector<std::string>& names)
@@ -27,9 +31,8 @@ bool FileLists::readList(const char* bytes, size_t size, uint32_t version)
 {
     LlvmBytes list(bytes, size);
     const uint64_t count = list.leb();
-    LlvmText reader;
     std::string text;
-    if (count == 0 || !reader.read(list, text) || count > text.size()) {
+    if (count == 0 || !_reader.read(list, text) || count > text.size()) {
         return false;
     }
     std::vector<std::string> names;
@@ -37,8 +40,8 @@ bool FileLists::readList(const char* bytes, size_t size, uint32_t version)
     for (uint64_t i = 0; i < count; ++i) {
         const size_t length = items.lebCount();
         const char* name = items.take(length);
-        if (items.failed()) {
-            return false;
+        if (items.failed() || (length == 0 && i > 0)) {
+            return false; // only the folder may be empty
         }
         names.emplace_back(name, length);
     }
@@ -55,6 +58,7 @@ bool FileLists::readList(const char* bytes, size_t size, uint32_t version)
 FileLists::Result FileLists::read(const std::string& bytes, bool isBigEndian)
 {
     LlvmBytes section(bytes, isBigEndian);
+    _reader.allow(FirstBytes + BytesForEach * bytes.size());
     while (section.left() > 0) {
         const uint32_t records = section.u32();
         const uint32_t size = section.u32();

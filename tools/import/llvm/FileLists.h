@@ -11,6 +11,8 @@
 // they stand.
 #pragma once
 
+#include "tools/import/llvm/LlvmText.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -41,6 +43,7 @@ public:
 private:
     bool readList(const char* bytes, size_t size, uint32_t version);
 
+    LlvmText _reader;
     std::map<uint64_t, std::vector<std::string>> _lists; // empty: void
     uint32_t _version = 0;
 };

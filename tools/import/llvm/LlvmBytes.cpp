@@ -9,27 +9,8 @@ void LlvmBytes::fail()
     _position = _end;
 }
 
-uint64_t LlvmBytes::fixed(size_t size)
+uint64_t LlvmBytes::longLeb()
 {
-    if (left() < size) {
-        fail();
-        return 0;
-    }
-    uint64_t value = 0;
-    for (size_t i = 0; i < size; ++i) {
-        const size_t shift = 8 * (_isBigEndian ? size - 1 - i : i);
-        value |= uint64_t(_data[_position + i]) << shift;
-    }
-    _position += size;
-    return value;
-}
-
-uint64_t LlvmBytes::leb()
-{
-    // Nearly all numbers have one byte.
-    if (_position < _end && _data[_position] < 0x80) {
-        return _data[_position++];
-    }
     uint64_t value = 0;
     for (unsigned int shift = 0; shift < 70; shift += 7) {
         if (_position == _end) {
@@ -46,16 +27,6 @@ uint64_t LlvmBytes::leb()
     }
     fail();
     return 0;
-}
-
-uint32_t LlvmBytes::lebBelow(uint64_t bound)
-{
-    const uint64_t value = leb();
-    if (value >= bound) {
-        fail();
-        return 0;
-    }
-    return static_cast<uint32_t>(value);
 }
 
 size_t LlvmBytes::lebCount()

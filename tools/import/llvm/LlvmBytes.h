@@ -24,17 +24,37 @@ public:
         : LlvmBytes(bytes.data(), bytes.size(), isBigEndian)
     {}
 
-    uint8_t u8() { return static_cast<uint8_t>(fixed(1)); }
     uint16_t u16() { return static_cast<uint16_t>(fixed(2)); }
     uint32_t u32() { return static_cast<uint32_t>(fixed(4)); }
     uint64_t u64() { return fixed(8); }
     // A number of `size` bytes, at most 8.
-    uint64_t fixed(size_t size);
+    uint64_t fixed(size_t size)
+    {
+        if (left() < size) {
+            fail();
+            return 0;
+        }
+        const uint64_t value = numberAt(_data + _position, size, _isBigEndian);
+        _position += size;
+        return value;
+    }
 
     // At most 10 bytes and 64 bits.
-    uint64_t leb();
+    uint64_t leb()
+    {
+        // Nearly all have one byte.
+        return _position < _end && _data[_position] < 0x80 ? _data[_position++] : longLeb();
+    }
     // Fails when it is not below `bound`.
-    uint32_t lebBelow(uint64_t bound);
+    uint32_t lebBelow(uint64_t bound)
+    {
+        const uint64_t value = leb();
+        if (value >= bound) {
+            fail();
+            return 0;
+        }
+        return static_cast<uint32_t>(value);
+    }
     // The number of things that follow, each of at least one byte: fails when it is above left().
     size_t lebCount();
 
@@ -55,6 +75,27 @@ public:
     void fail();
 
 private:
+    // Compilers make one load of each loop.
+    static uint64_t numberAt(const unsigned char* bytes, size_t size, bool isBigEndian)
+    {
+        uint64_t value = 0;
+        if (isBigEndian) {
+            for (size_t i = 0; i < size; ++i) {
+                value = value << 8 | bytes[i];
+            }
+        } else if (size == 8) {
+            for (size_t i = 0; i < 8; ++i) {
+                value |= uint64_t(bytes[i]) << 8 * i;
+            }
+        } else {
+            for (size_t i = size; i > 0; --i) {
+                value = value << 8 | bytes[i - 1];
+            }
+        }
+        return value;
+    }
+    uint64_t longLeb();
+
     const unsigned char* _data;
     size_t _position = 0;
     size_t _end;

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstring>
 #include <iostream>
+#include <map>
+#include <utility>
 
 namespace {
 
@@ -44,6 +46,19 @@ bool readAll(const std::string& path, std::string& bytes)
            complain(path, file.problem());
 }
 
+// How often the file has a profile of one program or library: processes that forked, and such that
+// wrote their counters more than once, add profiles to it.
+size_t timesOfOneImage(const RawProfile& profile)
+{
+    std::map<std::pair<std::vector<std::string>, size_t>, size_t> times;
+    size_t most = 0;
+    for (const ProfilePart& part : profile.parts()) {
+        size_t& seen = times[{part._binaryIds, part._records.size()}];
+        most = std::max(most, ++seen);
+    }
+    return most;
+}
+
 const char* textOf(RawProfile::Result result)
 {
     switch (result) {
@@ -56,7 +71,7 @@ const char* textOf(RawProfile::Result result)
         return "holds counters without functions: name the program that wrote it, built with "
                "-profile-correlate=binary";
     case RawProfile::UnknownVersion:
-        return "is of a version that is not known";
+        return "is of a version that is not known: try --via-llvm-cov";
     default:
         return "is damaged or cut short: run the program again";
     }
@@ -320,6 +335,7 @@ bool LlvmImporter::addParts(const std::string& path, const RawProfile& profile,
         }
     }
     losses._profilesOfOthers += others;
+    _addedRuns += timesOfOneImage(profile);
     losses._staleFunctions += found._otherHash + found._otherCount;
     if (others == profile.parts().size()) {
         return complain(path, "was written by another build of the program, or by a program that "
@@ -365,6 +381,7 @@ bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses
                            unsigned int nThreads)
 {
     _counters->clear();
+    _addedRuns = 0;
     const size_t first = _isMerged ? 0 : run;
     const size_t last = _isMerged ? _inputs.profiles().size() : run + 1;
     size_t isRead = 0;
@@ -383,7 +400,7 @@ bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses
     if (isRead == 0) {
         return false;
     }
-    losses._mostRuns = std::max<uint64_t>(losses._mostRuns, isRead);
+    losses._mostRuns = std::max<uint64_t>(losses._mostRuns, std::max(isRead, _addedRuns));
     result._name = nameOf(run);
     losses._staleFunctions += _counters->evaluate(result._counts, nThreads);
     return true;

@@ -17,10 +17,10 @@ bool LlvmText::read(LlvmBytes& bytes, std::string& text)
 {
     const uint64_t size = bytes.leb();
     const uint64_t packed = bytes.leb();
-    if (bytes.failed() || size > Largest - _read || packed > bytes.left()) {
+    if (bytes.failed() || size > _left || packed > bytes.left()) {
         return false;
     }
-    _read += size;
+    _left -= size;
     if (packed == 0) {
         const char* plain = bytes.take(size);
         text.assign(plain == nullptr ? "" : plain, plain == nullptr ? 0 : size);

@@ -11,13 +11,13 @@
 class LlvmText
 {
 public:
-    // More than this no text may have, and no sum of the texts that one object reads.
-    static constexpr uint64_t Largest = 256u << 20;
+    // So many bytes more may all texts together have, unpacked. None at first.
+    void allow(uint64_t bytes) { _left += bytes; }
 
     // Reads the sizes and the text behind them. Returns false when they do not fit together or are
-    // out of all proportion; nothing of `text` is certain then.
+    // more than is allowed; nothing of `text` is certain then.
     bool read(LlvmBytes& bytes, std::string& text);
 
 private:
-    uint64_t _read = 0; // by all calls
+    uint64_t _left = 0; // that is allowed
 };

@@ -8,9 +8,11 @@
 
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
+#include <vector>
 
 class ProfileNames
 {
@@ -25,7 +27,10 @@ public:
     // Adds one name. Returns its hash.
     uint64_t addName(const std::string& name);
 
-    bool isEmpty() const { return _names.empty(); }
+    // Gives back the memory; no name is there afterwards.
+    void forget();
+
+    bool isEmpty() const { return _names.empty() && _added.empty(); }
 
     // The name with this hash; empty when there is none. Valid for the object's life.
     std::string_view find(uint64_t hash) const;
@@ -33,5 +38,6 @@ public:
 private:
     LlvmText _reader;
     std::deque<std::string> _texts;
-    std::unordered_map<uint64_t, std::string_view> _names; // in _texts
+    std::vector<std::pair<uint64_t, std::string_view>> _names; // in _texts, sorted by hash
+    std::map<uint64_t, std::string> _added;
 };

@@ -123,8 +123,10 @@ uint64_t ProfilePart::counter(const ProfileRecord& record, uint32_t i) const
 
 void ProfilePart::appendCounters(const ProfileRecord& record, std::vector<uint64_t>& counters) const
 {
+    const size_t before = counters.size();
+    counters.resize(before + record._nCounters);
     for (uint32_t i = 0; i < record._nCounters; ++i) {
-        counters.push_back(counter(record, i));
+        counters[before + i] = counter(record, i);
     }
 }
 

@@ -84,7 +84,10 @@ void RegionLines::begin(const Region& region)
 
 void RegionLines::append(uint32_t file, std::vector<CopyLine>& lines)
 {
-    std::sort(_regions.begin(), _regions.end(), before);
+    // Compilers write them in this order, but for gaps and macros here and there.
+    if (!std::is_sorted(_regions.begin(), _regions.end(), before)) {
+        std::sort(_regions.begin(), _regions.end(), before);
+    }
     _lines = &lines;
     _file = file;
     _line = _regions.empty() ? 0 : _regions.front()._startLine;

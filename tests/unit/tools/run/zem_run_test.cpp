@@ -298,6 +298,8 @@ TEST_F(ZemRunTest, EachTestOfCtestHasALogNamedAfterIt)
     EXPECT_TRUE(holds(_out, "83% tests passed, 1 tests failed out of 6")) << _out;
     EXPECT_TRUE(holds(_err, "1 tests left no counters: script")) << _err;
     EXPECT_EQ(logs(), (Names{"one", "one-2", "start", "two_words_x"}));
+    EXPECT_EQ(shell("ls coverage/*.map | wc -l"), 0);
+    EXPECT_EQ(std::atoi(_out.c_str()), 1) << "one build, one map";
     EXPECT_EQ(hits("one", "leaf") + hits("one-2", "leaf"), Leaf);
     EXPECT_EQ(hits("start", "leaf"), 2 * Leaf);
     EXPECT_EQ(hits("two_words_x", "leaf"), 0);
@@ -341,6 +343,47 @@ TEST_F(ZemRunTest, OtherDriversHaveTheWrapperInTheirWords)
     EXPECT_EQ(shell("zem-run --wrap"), 125);
     EXPECT_EQ(shell("ZEM_RUN_EACH=/none zem-run --wrap build/sample"), 125);
     EXPECT_TRUE(holds(_err, "cannot make a folder for the counters of build/sample")) << _err;
+}
+
+TEST_F(ZemRunTest, ProgramsOfBothCompilersLeaveALogEach)
+{
+    if (shell("command -v clang++") != 0) {
+        GTEST_SKIP() << "clang++ is not installed";
+    }
+    ASSERT_EQ(shell("mkdir clang && clang++ -fprofile-instr-generate -fcoverage-mapping -o "
+                    "clang/sample src/*.cc"),
+              0)
+        << _err;
+    // What was there before belongs to no run.
+    EXPECT_EQ(shell("cd clang && ./sample leaf"), 7);
+    EXPECT_EQ(shell("zem-run --build clang clang/sample leaf"), 7);
+    EXPECT_EQ(hits("sample", "leaf"), 1);
+    EXPECT_EQ(shell("zem-run --binary clang/sample --name named -- clang/sample chain"), 0);
+    EXPECT_EQ(hits("named", "leaf"), 2);
+    EXPECT_EQ(shell("zem-run --build src clang/sample"), 125);
+    EXPECT_TRUE(holds(_err, "no program with a coverage map")) << _err;
+    EXPECT_EQ(shell("zem-run --binary build/sample -- clang/sample"), 125);
+
+    ASSERT_EQ(shell("mkdir both && mv build both/gcc && mv clang both/clang && mkdir build"), 0);
+    EXPECT_EQ(shell("zem-run --build both --name both -- sh -c "
+                    "'both/clang/sample leaf; both/clang/sample leaf; true'"),
+              0);
+    EXPECT_EQ(logs(), (Names{"both", "named", "sample"}));
+    EXPECT_EQ(hits("both", "leaf"), 2);
+    ASSERT_EQ(shell("mv both/gcc/*.gcno both/gcc/*.o both/gcc/sample build && rm -r coverage"), 0);
+    _dir.write("each.sh",
+               "for i in 1 2; do\n"
+               "    zem-run --wrap --name t sh -c 'build/sample leaf; clang/sample leaf'\n"
+               "done\ntrue\n");
+    ASSERT_EQ(shell("mv both/clang clang"), 0);
+    EXPECT_EQ(shell("zem-run --build . --name both sh -c 'build/sample; clang/sample leaf; true'"),
+              0);
+    EXPECT_EQ(shell("zem-run --build . --each sh each.sh"), 0) << _err;
+    EXPECT_EQ(logs(), (Names{"both-gcc", "both-llvm", "t-2-gcc", "t-2-llvm", "t-gcc", "t-llvm"}));
+    EXPECT_EQ(hits("both-gcc", "leaf"), 0);
+    EXPECT_EQ(hits("both-llvm", "leaf"), 1);
+    EXPECT_EQ(hits("t-2-gcc", "leaf"), Leaf);
+    EXPECT_EQ(hits("t-llvm", "leaf"), 1);
 }
 
 } // namespace

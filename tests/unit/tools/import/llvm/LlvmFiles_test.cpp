@@ -179,6 +179,18 @@ TEST(ProfileNamesTest, RefusesBombsAndDamage)
     }
 }
 
+// A few hundred bytes that would unpack to millions of names.
+TEST(FileListsTest, RefusesBombs)
+{
+    const std::string text = llvmText(std::string(8 << 20, '\0'), true);
+    const std::string list = LlvmNumbers().leb(8 << 20).text(text).bytes();
+    LlvmNumbers bytes;
+    bytes.u32(0).u32(list.size()).u32(0).u32(5).text(list);
+    FileLists lists;
+    EXPECT_EQ(lists.read(bytes.bytes(), false), FileLists::Damaged);
+    EXPECT_FALSE(ProfileNames().add(llvmText(std::string(40 << 20, '\x01'), true)));
+}
+
 TEST(SymbolOfTest, CutsWhatTheCompilerPutsAroundIt)
 {
     EXPECT_EQ(symbolOf("_Z1fv"), "_Z1fv");

@@ -182,6 +182,18 @@ TEST_F(LlvmImporterTest, LeavesOutWhatIsMadeElsewhere)
     EXPECT_EQ(text(), "a.cc:_ZL1fv 1-3 {1,2,3}=2; a.cc:onlySeen 11-13 {11,12,13}=8");
 }
 
+// As a process that forks leaves it: one profile for each process.
+TEST_F(LlvmImporterTest, SaysHowManyRunsAFileAddsUp)
+{
+    const std::vector<LlvmFunction> all = {function("f", 1, 5, {4})};
+    const std::string program = write("program", llvmProgram(_target, files, all));
+    const std::string one = rawProfile(_target, all);
+    const std::string profile = write("x.profraw", one + one + one);
+    ASSERT_TRUE(import({program, profile}));
+    EXPECT_EQ(text(), "a.cc:f 1-3 {1,2,3}=12");
+    EXPECT_EQ(_losses._mostRuns, 3u);
+}
+
 TEST_F(LlvmImporterTest, UnitesProgramsAndLibraries)
 {
     const std::vector<std::string> other = {"/w", "b.cc"};
