@@ -7,6 +7,7 @@
 #include "qip/Support/qipAssert.h"
 #include "tools/common/FunctionName.h"
 #include "tools/common/RecordPayload.h"
+#include "tools/common/ShortLabels.h"
 #include "tools/common/SymbolScan.h"
 #include "zem/Demangle/demangle.h"
 
@@ -43,6 +44,17 @@ void checkLength(const std::string& symbol)
     std::free(text);
 }
 
+// A label has a short form, and so has what belongs to the same class.
+void checkLabels(const std::string& label)
+{
+    ShortLabels labels;
+    labels.add(label);
+    labels.finish();
+    qipAssert(!labels.of(label).empty() && labels.of(label).size() <= label.size());
+    qipAssert(labels.isEmpty() == (label.size() <= ShortLabels::Widest));
+    qipAssert(!labels.of(label + "::f").empty());
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -68,5 +80,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const std::string full = shown(stored, 0);
     qipAssert(name.empty() == full.empty() && full.compare(0, name.size(), name) == 0);
     qipAssert(!templateName(symbols.front()).empty());
+    checkLabels(name.empty() ? stored : name);
     return 0;
 }

@@ -4,6 +4,7 @@
 #include "tests/support/TempDir.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <numeric>
@@ -14,6 +15,12 @@ std::string Fault::text() const
 {
     return call + " " + std::to_string(at) + " " + how + " (" + std::strerror(reason) + ")";
 }
+
+namespace {
+
+long nFaults = 0;
+
+} // namespace
 
 FaultEnvironment::FaultEnvironment(const Fault& fault, const std::string& countsFile)
     : _variables{
@@ -28,6 +35,7 @@ FaultEnvironment::FaultEnvironment(const Fault& fault, const std::string& counts
     if (fault.ownOnly) {
         _variables["ZEM_FAULT_OWN"] = "1";
     }
+    nFaults += fault.at > 0 ? 1 : 0;
     for (const auto& variable : _variables) {
         setenv(variable.first.c_str(), variable.second.c_str(), 1);
     }
@@ -66,6 +74,11 @@ ProgramResult runWithFault(const std::vector<std::string>& words, const Fault& f
         *counts = FaultEnvironment::counts(countsFile);
     }
     return result;
+}
+
+void tellFaults(const std::string& program)
+{
+    std::printf("%ld faults under %s\n", nFaults, program.c_str());
 }
 
 std::vector<long> chosenCalls(long total, size_t most)

@@ -39,6 +39,9 @@ private:
     std::map<std::string, std::string> _variables;
 };
 
+// Says how many programs with a fault this process has started so far: script/faults collects it.
+void tellFaults(const std::string& program);
+
 // Runs `words` and waits for its end. With `counts`, gives how many calls of each kind it made.
 ProgramResult runWithFault(const std::vector<std::string>& words, const Fault& fault,
                            std::map<std::string, long>* counts = nullptr);

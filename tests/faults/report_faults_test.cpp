@@ -104,6 +104,7 @@ TEST_P(ReportFaultsTest, IsRightOrSaysSo)
             }
         }
     }
+    tellFaults(GetParam()[0]);
 }
 
 INSTANTIATE_TEST_SUITE_P(

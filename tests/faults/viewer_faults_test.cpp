@@ -151,6 +151,7 @@ TEST_F(ViewerFaultsTest, WithoutMemoryItIsRightOrSaysSo)
             EXPECT_EQ(problem, "") << fault.text() << " of " << total << ": " << _run.err();
         }
     }
+    tellFaults("zem");
 }
 
 } // namespace

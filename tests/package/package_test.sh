@@ -18,9 +18,11 @@ package() { ls "$made"/zem_*.deb; }
 
 # dpkg on a system of its own below $scratch/root, in which nothing is installed.
 dpkg_there() {
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(fakeroot)
     mkdir -p "$scratch/root/var/lib/dpkg/"{info,updates,triggers}
     touch "$scratch/root/var/lib/dpkg/status"
-    dpkg --root="$scratch/root" --log=/dev/null --force-not-root --force-depends --force-confold "$@" \
+    "${as_root[@]}" dpkg --root="$scratch/root" --log=/dev/null --force-not-root --force-depends --force-confold "$@" \
         >"$scratch/dpkg.log" 2>&1 || { cat "$scratch/dpkg.log" >&2; fail "dpkg $*"; return 1; }
 }
 installed_files() { (cd "$scratch/root" && find . -path ./var -prune -o -type f -printf '/%P\n'); }
@@ -78,6 +80,7 @@ contents)
     ;;
 install)
     need dpkg
+    [ "$(id -u)" -eq 0 ] || need fakeroot
     dpkg_there -i "$(package)"
     bin=$scratch/root/usr/bin
     sample "$bin"
@@ -92,6 +95,7 @@ install)
     ;;
 upgrade)
     need dpkg
+    [ "$(id -u)" -eq 0 ] || need fakeroot
     dpkg_there -i "$(package)"
     # Settings that were changed here stay, the new ones lie beside them.
     echo 'zem.geometry: 900x700' >>"$scratch/root/etc/X11/app-defaults/zem"

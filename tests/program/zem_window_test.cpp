@@ -384,6 +384,15 @@ TEST_F(ZemWindowTest, TheUsersGeometrySizesAndPlacesTheMainWindow)
     EXPECT_EQ(_run.left(window), XServer::Width - 500);
     EXPECT_EQ(_run.top(window), 0);
     EXPECT_EQ(_run.height(window), XServer::Height);
+    // So is one that no screen has.
+    for (const char* geometry : {"99999x99999", "32767x32767+32767+32767", "99999x99999-9-9"}) {
+        window = open({"-geometry", geometry});
+        ASSERT_NE(window, 0u) << geometry;
+        EXPECT_EQ(_run.width(window), XServer::Width) << geometry;
+        EXPECT_EQ(_run.height(window), XServer::Height) << geometry;
+        EXPECT_EQ(_run.left(window), 0) << geometry;
+        EXPECT_EQ(_run.top(window), 0) << geometry;
+    }
     EXPECT_EQ(_run.err(), "");
 }
 

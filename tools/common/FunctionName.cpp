@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -47,10 +48,10 @@ bool canHaveTypes(const std::string& name)
 // The last part of a name without what the class report would be cut at.
 std::string withPlainLastPart(const std::string& name)
 {
-    const size_t part =
-        name.find_first_of("<(") == std::string::npos && name.find("operator ") == std::string::npos
-            ? name.rfind(':') + 1
-            : NameText(name).lastPart();
+    if (isPlainName(name)) {
+        return name;
+    }
+    const size_t part = NameText(name).lastPart();
     return name.find(':', part) == std::string::npos
                ? name
                : name.substr(0, part) + withoutQualifiers(name.substr(part));
@@ -104,6 +105,9 @@ bool isLongConversion(const std::string& name)
 // too.
 std::string withoutLists(const std::string& whole)
 {
+    if (isPlainName(whole)) {
+        return whole;
+    }
     std::string shown =
         whole.size() > LongestLabel ? NameText(whole).shortened(LongestLabel) : whole;
     if (shown.find("__") == std::string::npos) {
@@ -288,14 +292,13 @@ std::string sharedName(const std::vector<FunctionText>& instances)
 
 } // namespace
 
-std::string storedFunctionName(const std::vector<FunctionText>& instances, const NameStyle& style,
-                               ImportLosses& losses)
+FunctionText unitedText(std::vector<FunctionText>& instances, ImportLosses& losses)
 {
     for (const FunctionText& one : instances) {
         losses._namesNotUnfolded += one._isTooLarge ? 1 : 0;
     }
     if (instances.size() == 1) {
-        return storedForm(instances.front(), style, losses);
+        return std::move(instances.front());
     }
     FunctionText function;
     function._name = sharedName(instances);
@@ -304,6 +307,11 @@ std::string storedFunctionName(const std::vector<FunctionText>& instances, const
                                      [](const FunctionText& one) { return one._hasTypes; });
     function._isSymbol = std::all_of(instances.begin(), instances.end(),
                                      [](const FunctionText& one) { return one._isSymbol; });
+    return function;
+}
+
+std::string storedNameOf(const FunctionText& function, const NameStyle& style, ImportLosses& losses)
+{
     return storedForm(function, style, losses);
 }
 
@@ -315,12 +323,12 @@ std::string storedFunctionName(const std::vector<std::string>& symbols, const Na
     for (const std::string& symbol : symbols) {
         instances.push_back(readFunctionText(symbol));
     }
-    return storedFunctionName(instances, style, losses);
+    return storedForm(unitedText(instances, losses), style, losses);
 }
 
 std::string storedFunctionName(const std::string& symbol, ImportLosses& losses)
 {
-    return storedFunctionName({readFunctionText(symbol)}, NameStyle(), losses);
+    return storedFunctionName(std::vector<std::string>{symbol}, NameStyle(), losses);
 }
 
 std::string templateName(const FunctionText& text)

@@ -32,9 +32,13 @@ struct NameStyle
 std::string storedFunctionName(const std::vector<std::string>& symbols, const NameStyle& style,
                                ImportLosses& losses);
 
-// The same from what the symbols say, in the symbols' order.
-std::string storedFunctionName(const std::vector<FunctionText>& instances, const NameStyle& style,
-                               ImportLosses& losses);
+// What the instances of one function have in common; they stand in the order of their symbols.
+// Takes the texts. Counts symbols that are too large in `losses`.
+FunctionText unitedText(std::vector<FunctionText>& instances, ImportLosses& losses);
+
+// The stored form of a function of one text.
+std::string storedNameOf(const FunctionText& function, const NameStyle& style,
+                         ImportLosses& losses);
 
 // The same for one symbol, in the style of a report.
 std::string storedFunctionName(const std::string& symbol, ImportLosses& losses);

@@ -387,6 +387,16 @@ std::string withoutQualifiers(const std::string& text, int depth)
     return result;
 }
 
+bool isPlainName(const std::string& name)
+{
+    for (const char c : name) {
+        if (c == '<' || c == '(' || c == '{') {
+            return false;
+        }
+    }
+    return name.find(operatorWord) == std::string::npos;
+}
+
 size_t partsOf(const std::string& text)
 {
     size_t count = 1;
@@ -399,6 +409,9 @@ size_t partsOf(const std::string& text)
 std::vector<std::string> splitList(const std::string& types)
 {
     std::vector<std::string> result;
+    if (types.empty()) {
+        return result;
+    }
     if (types.find(',') == std::string::npos && types.find_first_not_of(' ') == 0 &&
         types.back() != ' ') {
         return {types};

@@ -80,6 +80,10 @@ size_t pastOperator(const std::string& text, size_t at);
 // names inside of more than `depth` brackets lose them.
 std::string withoutQualifiers(const std::string& text, int depth = -1);
 
+// Whether no character of the name is a bracket and no part an operator, as of most names. Such a
+// name needs no NameText.
+bool isPlainName(const std::string& name);
+
 // How many parts the "::" of a text make.
 size_t partsOf(const std::string& text);
 

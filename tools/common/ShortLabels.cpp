@@ -64,17 +64,21 @@ std::string withWordsOf(const std::string& text, size_t longest)
 // The longest words are cut until the text fits, or all are as short as words get.
 std::string withShortWords(const std::string& text, size_t longest)
 {
-    std::string result = text;
-    for (size_t word = longest; result.size() > longest && word >= ShortestWord; --word) {
-        result = withWordsOf(text, word);
+    if (text.size() <= longest) {
+        return text;
     }
-    return result;
+    size_t fits = ShortestWord;
+    for (size_t tooLong = longest + 1; fits + 1 < tooLong;) {
+        const size_t middle = (fits + tooLong) / 2;
+        (withWordsOf(text, middle).size() <= longest ? fits : tooLong) = middle;
+    }
+    return withWordsOf(text, fits);
 }
 
 // Where the last of the parts between "::" starts.
 size_t lastPart(const std::string& label)
 {
-    return NameText(label).lastPart();
+    return isPlainName(label) ? label.rfind(':') + 1 : NameText(label).lastPart();
 }
 
 std::string scopeOf(const std::string& label)
@@ -142,7 +146,8 @@ std::string shortScope(const std::string& scope)
             }
         }
     }
-    return withShortWords(joined(parts), WidestScope);
+    const std::string result = joined(parts);
+    return withShortWords(result.size() < scope.size() ? result : scope, WidestScope);
 }
 
 // "Class<...>::~Class": 1 behind the '~', 0 without, -1 for what is none of the two.
@@ -173,8 +178,8 @@ std::string shortLast(const std::string& label)
     }
     const size_t last = lastPart(label);
     const int place = placeOfClass(label, last);
-    if (place >= 0) {
-        return label.substr(0, last + place) + Dots;
+    if (place >= 0 && label.size() - last > DotsLength + 1) {
+        return label.substr(0, last + static_cast<size_t>(place)) + Dots;
     }
     const size_t longest =
         std::max(WidestLast, ShortLabels::Widest - std::min(last, ShortLabels::Widest));

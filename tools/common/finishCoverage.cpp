@@ -8,6 +8,7 @@
 #include "tools/common/shortenLabels.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -39,7 +40,11 @@ void nameFunction(CovFunction& function, const NameStyle& style, ImportLosses& l
     for (size_t i = texts.size(); i < function._symbols.size(); ++i) {
         texts.push_back(readFunctionText(function._symbols[i]));
     }
-    function._storedName = storedFunctionName(texts, style, losses);
+    FunctionText text = unitedText(texts, losses);
+    function._storedName = storedNameOf(text, style, losses);
+    if (mayNeedShortLabel(function._storedName, style)) {
+        function._texts.push_back(std::move(text));
+    }
 }
 
 void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
@@ -92,5 +97,5 @@ void finishCoverage(CoverageModel& model, const NameStyle& style, ImportLosses& 
     const auto kept = std::remove_if(model._files.begin(), model._files.end(),
                                      [](const CovFile& file) { return file._functions.empty(); });
     model._files.erase(kept, model._files.end());
-    shortenLabels(model, style);
+    shortenLabels(model, style, nThreads);
 }

@@ -1,58 +1,84 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/shortenLabels.h"
 
+#include "tools/common/parallel.h"
 #include "zem/Demangle/demangle.h"
 
 #include <cstdlib>
-#include <cstring>
+#include <vector>
 
 namespace {
 
-// What the simple report shows of a stored name that is wider than `width`; empty for others.
-std::string labelWiderThan(size_t width, const std::string& stored)
+// What the simple report shows of a stored name.
+std::string labelOf(const std::string& stored)
 {
     const size_t mark = stored.find("__");
-    if (stored.size() <= width ||
-        (mark != std::string::npos && mark <= width && stored.compare(mark, 4, "__op") != 0)) {
-        return "";
+    if (mark == std::string::npos) {
+        return stored;
+    }
+    if (mark > 0 && stored[mark - 1] != ':' && stored.compare(mark, 3, "__F") == 0) {
+        return stored.substr(0, mark);
     }
     char* text = demangle_name(stored.c_str(), -1);
     std::string label = text != nullptr ? text : stored;
     std::free(text);
-    return label.size() > width ? label : "";
+    return label;
 }
 
-void rename(CovFunction& function, const NameStyle& style)
+class RenameJob : public ParallelJob
 {
-    const std::string label = labelWiderThan(ShortLabels::WidestScope, function._storedName);
-    if (!label.empty() && style._shortLabels->of(label) != label) {
-        ImportLosses counted; // the function had a name already
-        function._storedName = storedFunctionName(function._symbols, style, counted);
+public:
+    RenameJob(CoverageModel& model, const NameStyle& style) : _model(model), _style(style) {}
+
+    void run(size_t item) override
+    {
+        for (CovFunction& function : _model._files[item]._functions) {
+            if (!function._texts.empty()) {
+                rename(function);
+                std::vector<FunctionText>().swap(function._texts);
+            }
+        }
     }
-}
+
+private:
+    void rename(CovFunction& function) const
+    {
+        const std::string label = labelOf(function._storedName);
+        if (_style._shortLabels->of(label) != label) {
+            ImportLosses counted; // the function had a name already
+            function._storedName = storedNameOf(function._texts.front(), _style, counted);
+        }
+    }
+
+    CoverageModel& _model;
+    const NameStyle& _style;
+};
 
 } // namespace
 
-void shortenLabels(CoverageModel& model, const NameStyle& style)
+bool mayNeedShortLabel(const std::string& stored, const NameStyle& style)
 {
-    if (style._isFull) {
-        return;
+    const size_t least = ShortLabels::WidestScope;
+    if (style._isFull || stored.size() <= least) {
+        return false;
     }
+    const size_t mark = stored.find("__");
+    return mark > least || stored.compare(mark, 4, "__op") == 0;
+}
+
+void shortenLabels(CoverageModel& model, const NameStyle& style, unsigned int nThreads)
+{
     ShortLabels labels;
     for (const CovFile& file : model._files) {
         for (const CovFunction& function : file._functions) {
-            labels.add(labelWiderThan(ShortLabels::Widest, function._storedName));
+            if (!function._texts.empty()) {
+                labels.add(labelOf(function._storedName));
+            }
         }
     }
     labels.finish();
-    if (labels.isEmpty()) {
-        return;
-    }
     NameStyle shortStyle = style;
     shortStyle._shortLabels = &labels;
-    for (CovFile& file : model._files) {
-        for (CovFunction& function : file._functions) {
-            rename(function, shortStyle);
-        }
-    }
+    RenameJob job(model, shortStyle);
+    runParallel(job, model._files.size(), nThreads);
 }

@@ -162,7 +162,7 @@ public:
           _keepsInstances(keepsInstances), _owners(_paths.size())
     {}
 
-    void makePlaces();
+    void makePlaces(unsigned int nThreads);
     void findTwoBuilds(ImportLosses& losses) const;
     // Both may be called for different places at once, distribute() in between.
     void split(Place& place) const;
@@ -173,7 +173,8 @@ public:
     std::vector<Place>& places() { return _places; }
 
 private:
-    void addPlaces(FunctionCopy* const* first, FunctionCopy* const* last);
+    void addPlaces(FunctionCopy* const* first, FunctionCopy* const* last, FunctionText* texts);
+    bool needsTexts(FunctionCopy* const* first, FunctionCopy* const* last) const;
     Destination destinationOf(const Place& place, const CopyLine& line) const;
     void splitCopy(Place& place, FunctionCopy& copy) const;
     std::string keyOf(Place& place) const;
@@ -222,30 +223,64 @@ void addCopy(Place& place, FunctionCopy* copy)
     place._copies.push_back(copy);
 }
 
-// Makes places of copies with one range, which are sorted by symbol.
-void ModelBuilder::addPlaces(FunctionCopy* const* first, FunctionCopy* const* last)
+// Makes places of copies with one range, which are sorted by symbol. `texts` says what the first
+// copy of each symbol is, when there are several symbols.
+void ModelBuilder::addPlaces(FunctionCopy* const* first, FunctionCopy* const* last,
+                             FunctionText* texts)
 {
-    const bool isOneSymbol = (*first)->_symbol == (*(last - 1))->_symbol;
-    const bool needsTexts = !isOneSymbol && !_keepsInstances;
+    const bool needsTexts = this->needsTexts(first, last);
     std::map<std::string, size_t> byName;
     while (first != last) {
         const std::string& symbol = (*first)->_symbol;
-        const FunctionText text = needsTexts ? readFunctionText(symbol) : FunctionText();
-        const auto found = byName.emplace(needsTexts ? templateName(text) : symbol, _places.size());
+        const auto found =
+            byName.emplace(needsTexts ? templateName(*texts) : symbol, _places.size());
         if (found.second) {
             _places.emplace_back();
         }
         Place& place = _places[found.first->second];
         if (needsTexts) {
-            place._texts.push_back(text);
+            place._texts.push_back(std::move(*texts));
         }
-        for (; first != last && (*first)->_symbol == symbol; ++first) {
+        for (; first != last && (*first)->_symbol == symbol; ++first, ++texts) {
             addCopy(place, *first);
         }
     }
 }
 
-void ModelBuilder::makePlaces()
+// Whether copies with one range have several symbols, which may be one function's.
+bool ModelBuilder::needsTexts(FunctionCopy* const* first, FunctionCopy* const* last) const
+{
+    return !_keepsInstances && (*first)->_symbol != (*(last - 1))->_symbol;
+}
+
+// Reads the symbols of copies that share their range with others, the first copy of each.
+class TextJob : public ParallelJob
+{
+public:
+    explicit TextJob(const std::vector<const std::string*>& symbols)
+        : _symbols(symbols), _texts(symbols.size())
+    {}
+
+    void run(size_t item) override
+    {
+        const size_t end = std::min(_symbols.size(), (item + 1) * ItemsAtOnce);
+        for (size_t i = item * ItemsAtOnce; i < end; ++i) {
+            if (_symbols[i] != nullptr) {
+                _texts[i] = readFunctionText(*_symbols[i]);
+            }
+        }
+    }
+    size_t nItems() const { return (_symbols.size() + ItemsAtOnce - 1) / ItemsAtOnce; }
+    FunctionText* texts() { return _texts.data(); }
+
+private:
+    static constexpr size_t ItemsAtOnce = 64;
+
+    const std::vector<const std::string*>& _symbols;
+    std::vector<FunctionText> _texts;
+};
+
+void ModelBuilder::makePlaces(unsigned int nThreads)
 {
     std::vector<FunctionCopy*> order;
     order.reserve(_copies.size());
@@ -255,12 +290,25 @@ void ModelBuilder::makePlaces()
     std::sort(order.begin(), order.end(), placeBefore);
     endBodies(order);
     std::sort(order.begin(), order.end(), rangeBefore);
-    for (size_t first = 0; first < order.size();) {
+    std::vector<size_t> ends;                              // of the copies with one range
+    std::vector<const std::string*> symbols(order.size()); // that must be read
+    for (size_t first = 0; first < order.size(); first = ends.back()) {
         size_t last = first + 1;
         while (last < order.size() && sameRange(*order[first], *order[last])) {
             ++last;
         }
-        addPlaces(order.data() + first, order.data() + last);
+        ends.push_back(last);
+        const bool isRead = needsTexts(order.data() + first, order.data() + last);
+        for (size_t i = first; i < last && isRead; ++i) {
+            const bool isFirst = i == first || order[i]->_symbol != order[i - 1]->_symbol;
+            symbols[i] = isFirst ? &order[i]->_symbol : nullptr;
+        }
+    }
+    TextJob reading(symbols);
+    runParallel(reading, reading.nItems(), nThreads);
+    size_t first = 0;
+    for (const size_t last : ends) {
+        addPlaces(order.data() + first, order.data() + last, reading.texts() + first);
         first = last;
     }
     for (uint32_t i = 0; i < _places.size(); ++i) {
@@ -477,7 +525,7 @@ void buildModel(ImportedBuild& build, bool keepsInstances, unsigned int nThreads
     qipAssert(build._nCounts <= ImportedBuild::MostCounts);
     model._isBoolean = build._isBoolean;
     ModelBuilder builder(build, keepsInstances);
-    builder.makePlaces();
+    builder.makePlaces(nThreads);
     builder.findTwoBuilds(losses);
     SplitJob splitting(builder);
     runParallel(splitting, builder.places().size(), nThreads);

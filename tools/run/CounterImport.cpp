@@ -102,6 +102,7 @@ void CounterImport::import(std::vector<std::string> words, const std::string& na
     words.insert(words.end(), {"-o", _request._folder, "--name", name});
     words.insert(words.end(), _request._importWords.begin(), _request._importWords.end());
     std::vector<FileState> before;
+    before.reserve(logNames.size());
     for (const std::string& logName : logNames) {
         before.emplace_back(_request._folder + "/" + logName + ".log");
     }

@@ -110,8 +110,9 @@ std::string nameOf(const std::string& counters, char* const* command)
 std::string newFolder(const std::string& parent, const std::string& name)
 {
     for (unsigned i = 1;; ++i) {
-        std::string path = parent + "/" + name;
-        path += i == 1 ? "" : "-" + std::to_string(i);
+        std::string path = parent;
+        path.append("/").append(name);
+        path.append(i == 1 ? "" : "-" + std::to_string(i));
         if (mkdir(path.c_str(), 0777) == 0) {
             return path;
         }

@@ -6,8 +6,9 @@
 #include <cstring>
 #include <unistd.h>
 
-static void passOn(int)
+static void sendOneBack(int)
 {
+    std::signal(SIGINT, SIG_IGN);
     kill(getppid(), SIGINT);
 }
 
@@ -26,6 +27,9 @@ int main(int argc, char** argv)
     if (std::strcmp(what, "wait") == 0) {
         return waitForSignal(0);
     }
+    if (std::strcmp(what, "apart") == 0) {
+        return countApart();
+    }
     if (std::strcmp(what, "behind") == 0) {
         return leaveBehind();
     }
@@ -33,7 +37,7 @@ int main(int argc, char** argv)
         return waitForSignal(getppid());
     }
     if (std::strcmp(what, "stubborn") == 0) { // and is sent again: only a kill ends this
-        std::signal(SIGINT, passOn);
+        std::signal(SIGINT, sendOneBack);
         kill(getppid(), SIGINT);
         for (;;) {
             pause();

@@ -48,6 +48,19 @@ int waitForSignal(int sender)
     return 0;
 }
 
+// Counts the interrupts that come for a while, in a process group that the terminal sends none.
+int countApart()
+{
+    std::signal(SIGINT, count);
+    setpgid(0, 0);
+    std::puts("ready");
+    std::fflush(stdout);
+    const timespec while_ = {0, 500000000};
+    nanosleep(&while_, nullptr);
+    std::printf("interrupts: %d\n", static_cast<int>(nSignals));
+    return 0;
+}
+
 // A process that goes on until somebody removes the file "goon".
 int leaveBehind()
 {

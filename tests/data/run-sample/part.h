@@ -4,4 +4,5 @@
 int leaf();
 int becomeLeaf(const char* program);
 int waitForSignal(int sender);
+int countApart();
 int leaveBehind();

@@ -232,6 +232,7 @@ bool GccImporter::readForRuns(const std::vector<GccUnitFiles>& files, ImportedBu
         _result._executionTime = std::max(_result._executionTime, _eachRun->executionTime());
     }
     losses._unitsNotRun = _eachRun->unitsNotRun();
+    losses._mostRuns = _eachRun->mostRuns();
     const bool isGood = _eachRun->store().solve(nThreads, build, _result._counts, losses);
     _eachRun.reset();
     return isGood || tooLarge();

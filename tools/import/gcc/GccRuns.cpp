@@ -61,12 +61,13 @@ private:
 void GccRuns::collect(ImportLosses& losses)
 {
     _executionTime = 0;
-    for (const Unit& unit : _units) {
+    for (Unit& unit : _units) {
         if (!unit._unit->failure().empty()) {
             std::cerr << "zem-import: " << qipVisibleText(unit._notes.c_str()) << ": "
                       << qipVisibleText(unit._unit->failure().c_str()) << '\n';
         }
         losses.add(unit._unit->losses());
+        unit._runs += unit._unit->losses()._mostRuns;
         _executionTime = std::max(_executionTime, unit._unit->executionTime());
     }
 }
@@ -84,7 +85,7 @@ void GccRuns::readNotes(const std::vector<GccUnitFiles>& units, bool takesLines,
                         SourceTable& sources, ImportLosses& losses, unsigned int nThreads)
 {
     for (const GccUnitFiles& files : units) {
-        _units.push_back({files._notes, std::make_unique<GccUnit>(sources, _store), false});
+        _units.push_back({files._notes, std::make_unique<GccUnit>(sources, _store), false, 0});
         _units.back()._unit->keepForRuns();
     }
     NotesJob job(units, this->units(), _gcov, takesLines);
@@ -126,4 +127,13 @@ uint64_t GccRuns::unitsNotRun() const
 {
     return static_cast<uint64_t>(std::count_if(_units.begin(), _units.end(),
                                                [](const Unit& unit) { return !unit._hasRun; }));
+}
+
+uint64_t GccRuns::mostRuns() const
+{
+    uint64_t most = 0;
+    for (const Unit& unit : _units) {
+        most = std::max(most, unit._runs);
+    }
+    return most;
 }

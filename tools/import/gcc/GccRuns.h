@@ -36,6 +36,9 @@ public:
     // How many units have counters of no run that was added.
     uint64_t unitsNotRun() const;
 
+    // The greatest number of runs that the counters of one unit add up, over all that were added.
+    uint64_t mostRuns() const;
+
     GraphStore& store() { return _store; }
 
 private:
@@ -44,6 +47,7 @@ private:
         std::string _notes;
         std::unique_ptr<GccUnit> _unit;
         bool _hasRun = false;
+        uint64_t _runs = 0; // that its counters say they add up
     };
 
     std::vector<GccUnit*> units() const;

@@ -56,21 +56,20 @@ bool takeLargeCount(const char*& at, const char* end, int64_t& count)
 {
     constexpr size_t LongestCount = 64;
     constexpr double Limit = 9223372036854775808.0; // 2^63
-    const std::string text(at, std::min(static_cast<size_t>(end - at), LongestCount));
-    if (text.empty() || (!isDigit(text[0]) && text[0] != '-')) {
+    const char* behind = at;
+    while (behind != end && std::strchr("0123456789.eE+-", *behind) != nullptr && *behind != '\0') {
+        ++behind;
+    }
+    const std::string text(at, behind);
+    if (text.empty() || text.size() > LongestCount || (!isDigit(text[0]) && text[0] != '-')) {
         return false;
     }
-    const size_t length = text.find_first_not_of("0123456789.eE+-");
-    char* behind = nullptr;
-    const double value = std::strtod(text.substr(0, length).c_str(), &behind);
-    if (!std::isfinite(value)) {
+    char* last = nullptr;
+    const double value = std::strtod(text.c_str(), &last);
+    if (!std::isfinite(value) || *last != '\0') {
         return false;
     }
-    const bool isWhole = length != std::string::npos || text.size() < LongestCount;
-    if (*behind != '\0' || !isWhole) {
-        return false;
-    }
-    at += std::min(length, text.size());
+    at = behind;
     count = value >= Limit ? INT64_MAX : value <= -Limit ? INT64_MIN : static_cast<int64_t>(value);
     return true;
 }
@@ -320,6 +319,10 @@ bool Tracefile::beginSection(const char* at, const char* end)
         return fail("the source file has no name");
     }
     _table.beginSection(_table.file(_roots->find(_text)), run());
+    if (_table.runs() > MostTests) {
+        return fail("there are more than " + std::to_string(MostTests) +
+                    " tests: leave their names out (TN:), and all are one log");
+    }
     _places.clear();
     _isInSection = _hasSections = true;
     return true;

@@ -36,6 +36,9 @@ public:
     // The greatest length of a record that is used, in bytes. Others may have any.
     static constexpr size_t LongestRecord = 1u << 20;
 
+    // Each test is a log with counts of all files: more than these are refused.
+    static constexpr size_t MostTests = 10000;
+
     // Borrows `table` for its life.
     explicit Tracefile(LineTable& table) : _table(table) {}
 

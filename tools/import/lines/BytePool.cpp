@@ -6,6 +6,9 @@
 const char* BytePool::keep(const char* bytes, size_t size)
 {
     constexpr size_t ChunkSize = 256 * 1024;
+    if (size == 0) {
+        return "";
+    }
     if (size > ChunkSize / 8) {
         _chunks.emplace_back(new char[size]);
         std::memcpy(_chunks.back().get(), bytes, size);

@@ -158,6 +158,7 @@ private:
     void endFunctions();
     void findOwners();
     void makeCopies();
+    static bool isInstance(const Function& owner, std::string& name, const Function& function);
     void nameCopies();
 
     File& _file;
@@ -260,6 +261,20 @@ void LineTable::FileBuild::makeCopies()
     }
 }
 
+// Whether two functions have one range and are instances of one template. `name` is what
+// templateName() says of the first one, empty until it was asked.
+bool LineTable::FileBuild::isInstance(const Function& owner, std::string& name,
+                                      const Function& function)
+{
+    if (owner._first != function._first || owner._last != function._last) {
+        return false;
+    }
+    if (name.empty()) {
+        name = templateName(std::string(owner._name, owner._size));
+    }
+    return name == templateName(std::string(function._name, function._size));
+}
+
 // Names the copies and gives them their ranges. A function without lines is no loss when it is
 // another instance of the one that has them.
 void LineTable::FileBuild::nameCopies()
@@ -274,10 +289,8 @@ void LineTable::FileBuild::nameCopies()
         copy._endLine = function._last;
         if (!copy._lines.empty()) {
             owner = &function;
-            ownerName = copy._symbol;
-        } else if (owner == nullptr || owner->_first != function._first ||
-                   owner->_last != function._last ||
-                   templateName(ownerName) != templateName(copy._symbol)) {
+            ownerName.clear();
+        } else if (owner == nullptr || !isInstance(*owner, ownerName, function)) {
             ++_losses._functionsWithoutLines;
         }
     }

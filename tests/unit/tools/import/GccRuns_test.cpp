@@ -117,6 +117,7 @@ TEST_F(GccRunsTest, RunsAreAddedUpOtherwise)
     EXPECT_EQ(_result._name, "");
     EXPECT_NE(_result._executionTime, 0u);
     EXPECT_EQ(_losses._unitsNotRun, 1u); // in none of the runs
+    EXPECT_EQ(_losses._mostRuns, 6u);    // the samples say three
     EXPECT_EQ(_losses._failedUnits, 0u);
 }
 

@@ -202,6 +202,16 @@ TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
     EXPECT_EQ(problemOf("#" + large + "\nbad\n"), ":2: this is no record of a tracefile: bad\n");
 }
 
+TEST_F(LcovImporterTest, ManyTestsAreRefused)
+{
+    std::string text;
+    for (size_t i = 0; i <= Tracefile::MostTests; ++i) {
+        text += "TN:" + std::to_string(i) + "\nSF:/a.c\nend_of_record\n";
+    }
+    EXPECT_EQ(problemOf(text), ":30002: there are more than 10000 tests: leave their names out "
+                               "(TN:), and all are one log\n");
+}
+
 TEST_F(LcovImporterTest, RelativePathsAreFoundBesideTheTracefile)
 {
     _dir.write("src/a.c", "");

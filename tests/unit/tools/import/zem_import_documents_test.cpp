@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <sys/wait.h>
 
 namespace {
@@ -58,6 +59,75 @@ TEST_F(ZemImportDocumentsTest, EachKindGivesTheTotalsOfItsTool)
                   0)
             << output();
         EXPECT_NE(totals(name + ".log").find("59 tested, 10 untested"), std::string::npos)
+            << name << output();
+    }
+}
+
+// The indented block of docs/importing.md that has a line beginning with `command`.
+std::string blockWith(const std::string& command)
+{
+    std::istringstream lines(TempDir::read(ZEM_SOURCE_DIR "/docs/importing.md"));
+    std::string block;
+    bool isWanted = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.compare(0, 4, "    ") == 0) {
+            isWanted = isWanted || line.compare(4, command.size(), command) == 0;
+            block += line.substr(4) + "\n";
+        } else if (isWanted) {
+            break;
+        } else {
+            block.clear();
+        }
+    }
+    return isWanted ? block : std::string();
+}
+
+// The window is none of this test's: the report has the same numbers.
+TEST_F(ZemImportDocumentsTest, CommandsOfTheDocumentWork)
+{
+    _dir.write("main.cc", "int half(int n)\n{\n    return n / 2;\n}\n\nint main(int argc, char**)\n"
+                          "{\n    return argc > 1 ? half(argc) : 0;\n}\n");
+    _dir.write("bin/zem", std::string("#!/bin/sh\nexec ") + program + "report \"$@\"\n");
+    ASSERT_EQ(run("chmod +x bin/zem && g++ --coverage -c main.cc && g++ --coverage main.o -o p && "
+                  "./p"),
+              0)
+        << output();
+    const std::pair<const char*, const char*> rows[] = {{"lcov", "zem-import lcov"},
+                                                        {"gcovr", "zem-import cobertura"},
+                                                        {"gcov", "zem-import gcov"},
+                                                        {"clang++", "clang++ --coverage"}};
+    for (const auto& row : rows) {
+        // Another compiler does not add to what the first one left.
+        const std::string head = row.first == std::string("clang++") ? "rm main.gc*\n" : "";
+        const std::string block = head + blockWith(row.second);
+        ASSERT_NE(block, head) << row.second;
+        if (run(std::string("command -v ") + row.first) != 0) {
+            continue;
+        }
+        EXPECT_EQ(
+            run("export PATH=\"$PWD/bin:" ZEM_BINARY_DIR "/bin:$PATH\"\nset -e\n" + block + "true"),
+            0)
+            << block << output();
+        EXPECT_NE(output().find("tested, "), std::string::npos) << block << output();
+    }
+}
+
+TEST_F(ZemImportDocumentsTest, EachLineOfATracefileComesOutAgain)
+{
+    _dir.write("lines.awk", "/^SF/ { file = $0 } /^DA/ { split($0, part, /[:,]/)\n"
+                            "sum[file \":\" part[2]] += part[3] }\n"
+                            "END { for (line in sum) print line, sum[line] }\n");
+    for (const char* name : {"lcov-1.16.info", "lcov-1.16-branches.info", "llvm-cov-14.info"}) {
+        const std::string sample = std::string("'") + samples + name + "'";
+        ASSERT_EQ(run("cp " + sample + " in.info && " + program + "import lcov --name t in.info"),
+                  0)
+            << output();
+        EXPECT_EQ(run(std::string(program) +
+                      "report --format lcov t.log > out.info && "
+                      "awk -f lines.awk in.info | sed 's,/clang/[.][.]/,/,' | sort > in.txt && "
+                      "awk -f lines.awk out.info | sort > out.txt && "
+                      "test -s in.txt && diff in.txt out.txt"),
+                  0)
             << name << output();
     }
 }

@@ -10,6 +10,7 @@
 #include "tools/import/gcc/GcdaFile.h"
 #include "tools/import/gcc/runGcov.h"
 #include "tools/import/gcov/GcovDocument.h"
+#include "zem/Data/ZEMLogFile.h"
 #include "zem/Data/ZEMMapFile.h"
 #include "zem/Repository/ZEMRepository.h"
 
@@ -74,6 +75,20 @@ protected:
     int import(const std::string& words) { return run(ZEM_BINARY_DIR "/bin/zem-import " + words); }
 
     std::string output() const { return TempDir::read(_dir.path("out")); }
+
+    // All counts of a log.
+    std::vector<uint32_t> countsOf(const std::string& name) const
+    {
+        ZEMLogFile log;
+        EXPECT_EQ(log.open(_dir.path(name).c_str(), qipVLRecFile::READ, 0), 0);
+        EXPECT_GT(log.load(), 0);
+        std::vector<uint32_t> counts;
+        ListIterator<ZEMLogFileRecord*> records(log.toc());
+        while (const ZEMLogFileRecord* record = records.next()) {
+            counts.insert(counts.end(), record->_hits, record->_hits + record->_nBlocks);
+        }
+        return counts;
+    }
 
     // The only map of this name in a folder of the test's.
     std::string mapOf(const std::string& name, const std::string& folder = ".") const
@@ -175,7 +190,7 @@ std::vector<std::string> llvmLines(const std::string& text)
         const int line = std::atoi(row.c_str() + colon + 1);
         const std::string count = row.substr(row.find_first_not_of(' '), colon);
         if (line == 0 && row.compare(second, 8, ":Source:") == 0) {
-            file = row.substr(second + 8);
+            file = fs::path(row.substr(second + 8)).lexically_normal().string();
         } else if (line != 0 && count[0] != '-') {
             result.push_back(file + ":" + std::to_string(line) + " " +
                              std::to_string(std::atoll(count.c_str())));
@@ -201,8 +216,9 @@ TEST_F(ZemImportTest, EveryLineOfClangsFilesCountsWhatLlvmsToolSays)
         countLines(stem + ".gcno", stem + ".gcda", counts);
         std::vector<std::string> own;
         for (const auto& file : counts.lines()) {
+            const std::string path = fs::path(file.first).lexically_normal().string();
             for (const auto& line : file.second) {
-                own.push_back(file.first + ":" + std::to_string(line.first) + " " +
+                own.push_back(path + ":" + std::to_string(line.first) + " " +
                               std::to_string(line.second));
             }
         }
@@ -291,6 +307,25 @@ TEST_F(ZemImportTest, AnotherRunGivesTheSameMapAndALogThatMerges)
     EXPECT_EQ(map, TempDir::read(mapOf("none")));
     EXPECT_NE(TempDir::read(_dir.path("one.log")).substr(128),
               TempDir::read(_dir.path("two.log")).substr(128));
+
+    // Both at once, read as what the folder is found to hold.
+    ASSERT_EQ(import("--each-run --run run1 --run run2 -o each build"), 0) << output();
+    EXPECT_EQ(output().find("zem-import: taking build as gcc\nzem-import: each/run1.log of map "),
+              0u)
+        << output();
+    EXPECT_EQ(map, TempDir::read(mapOf("coverage", "each")));
+    EXPECT_EQ(countsOf("each/run1.log"), countsOf("one.log"));
+    EXPECT_EQ(countsOf("each/run2.log"), countsOf("two.log"));
+    ASSERT_EQ(import("gcc --run run1 --run run2 --name sum build"), 0) << output();
+    const std::vector<uint32_t> one = countsOf("one.log");
+    const std::vector<uint32_t> two = countsOf("two.log");
+    const std::vector<uint32_t> sum = countsOf("sum.log");
+    ASSERT_EQ(sum.size(), one.size());
+    for (size_t i = 0; i < sum.size(); ++i) {
+        // Where a function's copies differ the greatest of a line counts, of each run or of both.
+        EXPECT_LE(std::max(one[i], two[i]), sum[i]) << i;
+        EXPECT_LE(sum[i], one[i] + two[i]) << i;
+    }
 
     ZEMRepository repository;
     ASSERT_EQ(repository.processFile(_dir.path("one.log").c_str()), 0);

@@ -17,10 +17,11 @@ std::string nameOf(const std::string& table, std::vector<std::string> words)
     return mesonName(table, pointers.data());
 }
 
-const char* const json = R"([{"name": "first", "cmd": ["/b/prog", "1"], "suite": ["p"]},
+const char* const json = R"([{"name": "empty", "cmd": ["/b/prog", ""]},
+    {"name": "odd", "cmd": "/b/odd"}, {"cmd": ["/b/nameless"]}, 7,
+    {"name": "first", "cmd": ["/b/prog", "1"], "suite": ["p"]},
     {"name": "two words", "cmd": ["/b/prog", "2 \n"]}, {"name": "bare", "cmd": ["/b/prog"]},
-    {"name": "again", "cmd": ["/b/prog", "1"]}, {"name": "empty", "cmd": ["/b/prog", ""]},
-    {"name": "odd", "cmd": "/b/odd"}, {"cmd": ["/b/nameless"]}, 7])";
+    {"name": "again", "cmd": ["/b/prog", "1"]}])";
 
 TEST(MesonNamesTest, ATestIsFoundByAllWordsOfItsCommand)
 {

@@ -114,6 +114,8 @@ TEST_F(ZemRunTest, EachProcessLeavesItsCountersAndTheStatusIsTheCommands)
     EXPECT_EQ(shell("zem-run --name crash sh -c 'build/sample leaf; exec build/sample abort'"),
               128 + SIGABRT);
     EXPECT_EQ(hits("crash", "leaf"), Leaf);
+    EXPECT_EQ(shell("zem-run build/sample abort; true"), 0);
+    EXPECT_TRUE(holds(_err, "Aborted")) << "the shell is told of the signal: " << _err;
 
     // From within the build, and by name from elsewhere.
     EXPECT_EQ(shell("cd build && zem-run -o ../coverage --name within ./sample leaf"), 7);
@@ -148,6 +150,11 @@ TEST_F(ZemRunTest, TheCommandHasTheUsersEnvironmentButForItsCounters)
     EXPECT_EQ(_out, "text\n");
     EXPECT_EQ(shell("zem-run sh -c 'build/sample; test -e /proc/self/fd/0' <&-"), 1);
     EXPECT_EQ(shell("zem-run build/sample leaf 2>&-"), 7);
+    // Nobody reads the messages.
+    EXPECT_EQ(shell("{ zem-run sh -c 'build/sample; sleep 0.3'; echo $? > status; } 2>&1 | true; "
+                    "until test -s status; do sleep 0.1; done; read status < status; "
+                    "test $status -ne 141"),
+              0);
 }
 
 TEST_F(ZemRunTest, SaysWhyThereIsNoCoverage)
@@ -229,10 +236,14 @@ TEST_F(ZemRunTest, AnInterruptReachesTheCommandOnceAndWhatItRanIsImported)
     EXPECT_GE(hits("sample", "waitForSignal"), 1);
 
     fs::current_path(_dir.path());
-    const std::string shown = interruptedOnTerminal(
+    std::string shown = interruptedOnTerminal(
         {"env", "TMPDIR=tmp", "zem-run", "--name", "typed", "build/sample", "wait"});
     EXPECT_TRUE(holds(shown, "interrupts: 1\r\n")) << shown;
     EXPECT_TRUE(holds(shown, "wrote coverage/typed.log")) << shown;
+    // What the terminal sends is not sent again.
+    shown = interruptedOnTerminal(
+        {"env", "TMPDIR=tmp", "zem-run", "--name", "typed", "build/sample", "apart"});
+    EXPECT_TRUE(holds(shown, "interrupts: 0\r\n")) << shown;
 
     // One that comes while the counters are imported ends that.
     fs::create_directory(_dir.path("slow"));
