@@ -31,12 +31,8 @@ newer_package() {
     echo '! new' >>"$scratch/newer/etc/X11/app-defaults/zem"
     dpkg-deb --root-owner-group -b "$scratch/newer" "$scratch/newer.deb" >/dev/null
 }
-# A program with coverage, imported by the installed importer to $scratch/cov/sample.log.
-sample() {
-    cp "$source_dir"/tests/data/gcc-coverage/* "$scratch"
-    (cd "$scratch" && g++ --coverage -O0 ./*.cc -o sample && ./sample >/dev/null &&
-        "$1/zem-import" gcc -o cov --name sample . >import.log)
-}
+# The sample program, imported by the importer in folder $1 to $scratch/cov/sample.log.
+sample() { "$1/zem-import" gcc -o "$scratch/cov" --name sample "$made/sample" >"$scratch/import.log"; }
 
 case $case_ in
 make)
@@ -45,6 +41,10 @@ make)
         { cat "$scratch/log"; fail "cpack"; }
     rm -rf "$made/_CPack_Packages"
     package >/dev/null || fail "no package"
+    # A program with coverage, for those that run what is in the package.
+    mkdir "$made/sample"
+    cp "$source_dir"/tests/data/gcc-coverage/* "$made/sample"
+    (cd "$made/sample" && g++ --coverage -O0 ./*.cc -o sample && ./sample >/dev/null)
     ;;
 lintian)
     need lintian
@@ -168,7 +168,7 @@ completion)
         try $shell --relative zem-import --re
         try $shell untouched__Fi zem cov/sample.log -ff unt
         try $shell jobs zem-report cov/sample.log -fo jo
-        try $shell "$scratch/main.cc" zem cov/sample.log -fF "$scratch/m"
+        try $shell "$made/sample/main.cc" zem cov/sample.log -fF "$made/sample/m"
     done
     try bash cov/sample.log zem cov/
     try bash Square zem cov/sample.log -fo jobs::Squ
@@ -206,7 +206,7 @@ source)
     cpack --config "$build_dir/CPackSourceConfig.cmake" -B "$scratch/out" >"$scratch/log" 2>&1 ||
         { cat "$scratch/log"; fail "cpack"; }
     mkdir "$scratch/tree"
-    tar -xf "$scratch"/out/zem-*.tar.xz -C "$scratch/tree" --strip-components=1
+    tar -xf "$scratch"/out/zem-*.tar.gz -C "$scratch/tree" --strip-components=1
     [ ! -e "$scratch/tree/.git" ] && [ ! -e "$scratch/tree/build" ] || fail "more than sources"
     cmake -S "$scratch/tree" -B "$scratch/configured" >"$scratch/log" 2>&1 ||
         { cat "$scratch/log"; fail "does not configure"; }

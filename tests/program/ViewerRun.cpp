@@ -54,8 +54,13 @@ ViewerRun::~ViewerRun()
 
 void ViewerRun::start(const std::vector<std::string>& words)
 {
+    startProgram("zem", words);
+}
+
+void ViewerRun::startProgram(const std::string& name, const std::vector<std::string>& words)
+{
     stop();
-    const std::string program = builtProgram("zem");
+    const std::string program = builtProgram(name);
     const int out = fileFor(_dir.path("out"));
     const int err = fileFor(_dir.path("err"));
     _program = fork();
@@ -64,7 +69,7 @@ void ViewerRun::start(const std::vector<std::string>& words)
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
         dup2(out, STDOUT_FILENO);
         dup2(err, STDERR_FILENO);
-        std::vector<char*> argv = {const_cast<char*>("zem")};
+        std::vector<char*> argv = {const_cast<char*>(name.c_str())};
         for (const std::string& word : words) {
             argv.push_back(const_cast<char*>(word.c_str()));
         }

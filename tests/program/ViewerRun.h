@@ -29,6 +29,8 @@ public:
 
     // Runs zem with these words, in place of one that still runs.
     void start(const std::vector<std::string>& words);
+    // The same for another of the built programs, which starts zem.
+    void startProgram(const std::string& name, const std::vector<std::string>& words);
 
     // The main window, once it is on the screen; 0 when it does not come or the program ends.
     Window mainWindow();

@@ -4,6 +4,9 @@
 #include "qip/Support/qipAssert.h"
 
 #include <algorithm>
+#include <set>
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -13,19 +16,26 @@ struct LineUse
     uint32_t _place = 0;    // among the lines with code
     uint32_t _function = 0; // that shows the line
     bool _isUsed = false;
-    bool _isAlone = true;   // one block only
-    bool _isShared = false; // several functions
+    bool _isAlone = true;    // one block only
+    bool _isShared = false;  // several functions
+    bool _isCarried = false; // by one around them, which has no code on it
 };
 
-// On a line that another function shows: the value of a basic block that touches it.
+// On a line that another function shows: the value of a basic block that touches it, and which of
+// the line's blocks it counts in.
 struct OtherUse
 {
     uint32_t _line = 0;
+    uint32_t _group = 0;
     uint32_t _value = 0;
 
+    bool isWith(const OtherUse& other) const
+    {
+        return _line == other._line && _group == other._group;
+    }
     bool operator<(const OtherUse& other) const
     {
-        return _line != other._line ? _line < other._line : _value < other._value;
+        return std::tie(_line, _group, _value) < std::tie(other._line, other._group, other._value);
     }
 };
 
@@ -33,6 +43,10 @@ bool startsBefore(const CovBlock& a, const CovBlock& b)
 {
     return a._startLine != b._startLine ? a._startLine < b._startLine : a._stopLine < b._stopLine;
 }
+
+constexpr int MostTries = 16; // functions whose ranges overlap without being in each other
+
+using Widths = std::set<std::pair<int64_t, uint32_t>>; // of functions, each with its number
 
 class FileArranger
 {
@@ -45,7 +59,11 @@ public:
 
 private:
     uint32_t lastLine() const;
+    int64_t widthOf(uint32_t function) const;
     void use(uint32_t function, uint32_t line);
+    void findCarriers();
+    bool canCarry(uint32_t function, uint32_t other) const;
+    void giveToCarrier(LineUse& use, const Widths& around) const;
     void numberLines();
     void addBlocks(uint32_t function);
     size_t addBlock(uint32_t function, size_t first);
@@ -75,6 +93,12 @@ uint32_t FileArranger::lastLine() const
     return std::min(last, GreatestBlockLine);
 }
 
+// In lines. Their numbers have 32 bits, so differences fit when taken as 64.
+int64_t FileArranger::widthOf(uint32_t function) const
+{
+    return int64_t{_functions[function]._endLine} - int64_t{_functions[function]._startLine};
+}
+
 void FileArranger::use(uint32_t function, uint32_t line)
 {
     LineUse& use = _uses[line];
@@ -86,12 +110,57 @@ void FileArranger::use(uint32_t function, uint32_t line)
     use._isAlone = false;
     if (use._function != function) {
         use._isShared = true;
-        // Line numbers are bounded by 32 bits, so differences are, too, when taken as 64.
-        const auto width = [this](uint32_t f) {
-            return int64_t{_functions[f]._endLine} - int64_t{_functions[f]._startLine};
-        };
-        if (width(function) > width(use._function)) {
+        if (widthOf(function) > widthOf(use._function)) {
             use._function = function;
+        }
+    }
+}
+
+// Whether a function without code on a line can show it for another.
+bool FileArranger::canCarry(uint32_t function, uint32_t other) const
+{
+    return _functions[function]._startLine <= _functions[other]._startLine &&
+           _functions[other]._endLine <= _functions[function]._endLine;
+}
+
+// Gives the line to the narrowest function that is around the one that would show it.
+void FileArranger::giveToCarrier(LineUse& use, const Widths& around) const
+{
+    auto wider = around.upper_bound({widthOf(use._function), UINT32_MAX});
+    for (int tries = 0; wider != around.end() && tries < MostTries; ++wider, ++tries) {
+        if (canCarry(wider->second, use._function)) {
+            use._function = wider->second;
+            use._isCarried = true;
+            return;
+        }
+    }
+}
+
+// Gives each line that several functions share, two lambdas, to the innermost function around them.
+void FileArranger::findCarriers()
+{
+    std::vector<uint32_t> order;
+    for (uint32_t i = 0; i < _functions.size(); ++i) {
+        if (!_functions[i]._isPart && widthOf(i) >= 0) {
+            order.push_back(i);
+        }
+    }
+    std::sort(order.begin(), order.end(), [this](uint32_t a, uint32_t b) {
+        return _functions[a]._startLine < _functions[b]._startLine;
+    });
+    Widths around;
+    std::set<std::pair<uint32_t, uint32_t>> ends; // of these
+    auto next = order.begin();
+    for (uint32_t line = 0; line < _uses.size(); ++line) {
+        for (; next != order.end() && _functions[*next]._startLine <= line; ++next) {
+            around.insert({widthOf(*next), *next});
+            ends.insert({_functions[*next]._endLine, *next});
+        }
+        for (; !ends.empty() && ends.begin()->first < line; ends.erase(ends.begin())) {
+            around.erase({widthOf(ends.begin()->second), ends.begin()->second});
+        }
+        if (_uses[line]._isShared) {
+            giveToCarrier(_uses[line], around);
         }
     }
 }
@@ -121,7 +190,7 @@ void FileArranger::addLine(uint32_t function, uint32_t line, uint32_t value)
     }
     const LineUse& use = _uses[line];
     if (use._isShared && use._function != function) {
-        _others.push_back({line, value});
+        _others.push_back({line, use._isCarried ? function : 0, value});
         _isOutside = true;
         return;
     }
@@ -169,7 +238,7 @@ void FileArranger::addBlocks(uint32_t function)
 }
 
 // Each line that several functions touch has a block with the sum of what others than the one that
-// shows it ran there.
+// shows it ran there; when that has no code on the line, one for each of the others.
 void FileArranger::addOthers()
 {
     std::sort(_others.begin(), _others.end());
@@ -177,7 +246,7 @@ void FileArranger::addOthers()
     uint32_t value = _firstValue;
     for (size_t i = 0; i < _others.size(); ++i) {
         const uint32_t line = _others[i]._line;
-        const bool isLast = i + 1 == _others.size() || _others[i + 1]._line != line;
+        const bool isLast = i + 1 == _others.size() || !_others[i + 1].isWith(_others[i]);
         qipAssert(_others[i]._value <= CovTerm::GreatestCount);
         _file._sums.push_back({_others[i]._value & CovTerm::GreatestCount, 1, isLast ? 1u : 0u});
         if (isLast) {
@@ -198,6 +267,7 @@ void FileArranger::arrange()
             }
         }
     }
+    findCarriers();
     numberLines();
     for (uint32_t i = 0; i < _functions.size(); ++i) {
         addBlocks(i);

@@ -9,8 +9,10 @@
 //     stretch: a block from the first of them to the last.
 //   - On a line that several blocks touch each has a block of that one line.
 //   - A line that several functions touch is shown by one of them, the one with the most lines
-//     (else the first in file order): its own blocks and one more with the hits of the others. Each
-//     basic block of the others that touches such lines has one block with lines 0 for all of them.
+//     (else the first in file order): its own blocks and one more with the hits of the others. When
+//     a function around them has no code there, two lambdas on a line, the innermost such function
+//     shows the line: one block for each of them. Each basic block of the others that touches such
+//     lines has one block with lines 0 for all of them.
 //   - Lines past 65535 do not fit; they too are one block with lines 0.
 //
 // Thereby a line is red exactly when no block that touches it ran, whatever the counts are.

@@ -63,6 +63,7 @@ struct CovFunction
     std::string _storedName; // as the map stores it, see FunctionName.h; set by finishCoverage()
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
+    bool _isPart = false; // lines in this file of a function that is another's
     uint32_t _nBasicBlocks = 0;
     std::vector<CovTerm> _sums;    // of each basic block, from the counts of a run
     std::vector<CovLine> _lines;   // by basic block, then line, each once

@@ -28,6 +28,10 @@ bool FolderWalk::openNext()
         _waiting.pop_back();
         _current = opendir(_folder.c_str());
         if (_current != nullptr) {
+            struct stat status = {};
+            if (fstat(dirfd(_current), &status) == 0) {
+                _folders.emplace_back(status.st_dev, status.st_ino);
+            }
             return true;
         }
         _problems.push_back({_folder, std::strerror(errno)});
@@ -35,13 +39,20 @@ bool FolderWalk::openNext()
     return false;
 }
 
-bool FolderWalk::isFolder(const dirent& entry) const
+bool FolderWalk::isFolder(const dirent& entry)
 {
-    if (entry.d_type != DT_UNKNOWN) {
+    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
         return entry.d_type == DT_DIR;
     }
     struct stat status = {};
-    return lstat(_path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    if (entry.d_type == DT_UNKNOWN && lstat(_path.c_str(), &status) == 0 &&
+        !S_ISLNK(status.st_mode)) {
+        return S_ISDIR(status.st_mode);
+    }
+    if (stat(_path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+        _links.push_back({_path, {status.st_dev, status.st_ino}});
+    }
+    return false;
 }
 
 bool FolderWalk::isFile() const

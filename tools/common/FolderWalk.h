@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 //
-// Goes through a folder and all below. Links to folders are not followed. A folder that cannot be
-// read is remembered and the walk goes on with the others, so that a caller can say what it missed.
-// Holds one folder open at a time.
+// Goes through a folder and all below. Links to folders are not followed: they may lead out of the
+// tree, or round in it. Such a link, and a folder that cannot be read, is remembered and the walk
+// goes on with the others, so that a caller can say what it missed. Holds one folder open at a
+// time.
 #pragma once
 
 #include <dirent.h>
 #include <string>
+#include <sys/types.h>
+#include <utility>
 #include <vector>
 
 class FolderWalk
@@ -17,6 +20,15 @@ public:
     {
         std::string _folder;
         std::string _reason; // the system's
+    };
+
+    // What tells one folder from all others, by whatever path.
+    using Identity = std::pair<dev_t, ino_t>;
+
+    struct Link
+    {
+        std::string _path;
+        Identity _target;
     };
 
     explicit FolderWalk(const std::string& folder);
@@ -33,11 +45,14 @@ public:
     bool isFile() const;
 
     const std::vector<Problem>& problems() const { return _problems; }
+    // Links to folders, and the folders that the walk went through.
+    const std::vector<Link>& links() const { return _links; }
+    const std::vector<Identity>& folders() const { return _folders; }
 
 private:
     bool openNext();
     void closeCurrent();
-    bool isFolder(const dirent& entry) const;
+    bool isFolder(const dirent& entry);
 
     std::vector<std::string> _waiting; // folders to come
     std::string _folder;               // the one that is open
@@ -45,4 +60,6 @@ private:
     std::string _path;
     unsigned char _type = DT_UNKNOWN; // of the entry
     std::vector<Problem> _problems;
+    std::vector<Link> _links;
+    std::vector<Identity> _folders;
 };

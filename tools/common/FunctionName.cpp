@@ -93,9 +93,16 @@ std::string encodedName(const FunctionText& function, const std::string& shown, 
     return isEncoded && stored.size() <= RecordPayload::LongestText ? stored : "";
 }
 
-// What the simple report shows of a name. A name with "__" has no form with types, so argument
-// lists with it are left out of short names, too.
-std::string shortLabel(const std::string& whole)
+// Whether the name is one of "S::operator ns::T" and too long with its namespaces.
+bool isLongConversion(const std::string& name)
+{
+    return name.size() > LongestLabel && name.find("operator ") != std::string::npos &&
+           !conversionName(NameText(name)).empty();
+}
+
+// A name with "__" has no form with types, so argument lists with it are left out of short names,
+// too.
+std::string withoutLists(const std::string& whole)
 {
     std::string shown =
         whole.size() > LongestLabel ? NameText(whole).shortened(LongestLabel) : whole;
@@ -106,6 +113,16 @@ std::string shortLabel(const std::string& whole)
     return plain.find("__") == std::string::npos ? plain : shown;
 }
 
+// What the simple report shows of a name.
+std::string shownLabel(const std::string& whole, const NameStyle& style)
+{
+    if (style._isFull) {
+        return whole;
+    }
+    std::string shown = withoutLists(whole);
+    return style._shortLabels == nullptr ? shown : style._shortLabels->of(shown);
+}
+
 std::string storedForm(const FunctionText& function, const NameStyle& style, ImportLosses& losses)
 {
     bool isRenamed = false;
@@ -114,10 +131,11 @@ std::string storedForm(const FunctionText& function, const NameStyle& style, Imp
         stored = plainName(function._name, isRenamed);
     } else {
         const std::string whole = withPlainLastPart(function._name);
-        const std::string shown = style._isFull ? whole : shortLabel(whole);
+        const std::string shown = shownLabel(whole, style);
+        const bool isShort = shown != whole || (!style._isFull && isLongConversion(function._name));
         size_t nChanged = 0;
         if (function._hasTypes) {
-            stored = encodedName(function, shown, shown != whole, nChanged);
+            stored = encodedName(function, shown, isShort, nChanged);
         }
         if (stored.empty()) {
             stored = plainName(shown, isRenamed);
@@ -230,6 +248,15 @@ std::string withoutInstance(const std::string& name)
                : NameText(name.substr(0, text.conversionType())).withoutDetails() + "auto";
 }
 
+// What a conversion's shared name has of it: all but the type.
+std::string conversionFront(const std::string& name)
+{
+    const size_t type = NameText(name).conversionType();
+    return type == NameText::None ? name : name.substr(0, type);
+}
+
+// The name of several instances: no template arguments, and of the parameters of lambdas and of
+// functions around those that all have.
 std::string sharedName(const std::vector<FunctionText>& instances)
 {
     const std::string& first = instances.front()._name;
@@ -237,14 +264,26 @@ std::string sharedName(const std::vector<FunctionText>& instances)
                     [&first](const FunctionText& one) { return one._name == first; })) {
         return first;
     }
-    const std::string shared = NameText(first).withoutArguments();
-    return std::all_of(instances.begin(), instances.end(),
-                       [&](const FunctionText& one) {
-                           return one._name == first ||
-                                  NameText(one._name).withoutArguments() == shared;
-                       })
-               ? shared
-               : withoutInstance(first);
+    const std::string plain = NameText(first).withoutArguments();
+    const std::string front = conversionFront(plain);
+    const NameText text(front);
+    const std::vector<std::string> details = text.details();
+    std::vector<bool> keeps(details.size(), true);
+    bool isSameConversion = true;
+    for (const FunctionText& one : instances) {
+        const std::string other = NameText(one._name).withoutArguments();
+        if (other == plain) {
+            continue;
+        }
+        const std::string otherFront = conversionFront(other);
+        isSameConversion =
+            isSameConversion && other.substr(otherFront.size()) == plain.substr(front.size());
+        const std::vector<std::string> others = NameText(otherFront).details();
+        for (size_t i = 0; i < keeps.size(); ++i) {
+            keeps[i] = keeps[i] && i < others.size() && others[i] == details[i];
+        }
+    }
+    return text.withDetails(keeps) + (isSameConversion ? plain.substr(front.size()) : "auto");
 }
 
 } // namespace

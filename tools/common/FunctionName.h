@@ -13,6 +13,7 @@
 
 #include "tools/common/FunctionText.h"
 #include "tools/common/ImportLosses.h"
+#include "tools/common/ShortLabels.h"
 
 #include <string>
 #include <vector>
@@ -20,6 +21,8 @@
 struct NameStyle
 {
     bool _isFull = false; // no template argument list is left out because a name is long
+    // Shorter forms of long names, borrowed; null while they are not known.
+    const ShortLabels* _shortLabels = nullptr;
 };
 
 // The stored form of the function that all of `symbols` are: instances of one template, variants of

@@ -282,6 +282,43 @@ std::string NameText::withoutDetails() const
     return without(_deepestList, AllParameters);
 }
 
+// Whether the bracket at `at` opens parameters of a lambda or of a function that the name is local
+// to.
+bool NameText::isDetail(size_t at) const
+{
+    static const std::string lambda = "{lambda";
+    const bool isOfLambda = _text[at] == '(' && at >= lambda.size() && _partner[at] != None &&
+                            startsAt(_text, at - lambda.size(), lambda.c_str());
+    return isOfLambda || isLocalParameters(at);
+}
+
+std::vector<std::string> NameText::details() const
+{
+    std::vector<std::string> result;
+    for (size_t i = 0; i < _text.size(); ++i) {
+        if (isDetail(i)) {
+            result.push_back(_text.substr(i, _partner[i] + 1 - i));
+            i = _partner[i];
+        }
+    }
+    return result;
+}
+
+std::string NameText::withDetails(const std::vector<bool>& keeps) const
+{
+    std::string result;
+    size_t number = 0;
+    for (size_t i = 0; i < _text.size(); ++i) {
+        if (!isDetail(i)) {
+            result += _text[i];
+            continue;
+        }
+        result += keeps[number++] ? _text.substr(i, _partner[i] + 1 - i) : std::string(Dots);
+        i = _partner[i];
+    }
+    return result;
+}
+
 namespace {
 
 // Takes the last qualified part off the end of `text`: a word, its lists and parameters, and what

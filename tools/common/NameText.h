@@ -43,6 +43,10 @@ public:
     // The same, and "(...)" for the parameters of lambdas and of functions that the name is local
     // to: those differ among instances, too.
     std::string withoutDetails() const;
+    // Those parameters, with their brackets, from the left.
+    std::vector<std::string> details() const;
+    // "(...)" for those that are not kept; `keeps` has as many as details().
+    std::string withDetails(const std::vector<bool>& keeps) const;
 
 private:
     void matchBrackets();
@@ -57,6 +61,7 @@ private:
     bool holds(size_t bracket, std::string_view word) const;
     bool isLeftOut(size_t bracket, bool isLambda, Parameters parameters) const;
     size_t lambdaParameters(size_t at) const;
+    bool isDetail(size_t at) const;
     bool isLocalParameters(size_t at) const;
 
     std::string _text;

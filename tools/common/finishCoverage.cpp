@@ -5,6 +5,7 @@
 #include "tools/common/RecordPayload.h"
 #include "tools/common/SourcePath.h"
 #include "tools/common/parallel.h"
+#include "tools/common/shortenLabels.h"
 
 #include <algorithm>
 
@@ -91,4 +92,5 @@ void finishCoverage(CoverageModel& model, const NameStyle& style, ImportLosses& 
     const auto kept = std::remove_if(model._files.begin(), model._files.end(),
                                      [](const CovFile& file) { return file._functions.empty(); });
     model._files.erase(kept, model._files.end());
+    shortenLabels(model, style);
 }

@@ -50,20 +50,23 @@ bool isNameGood(const PlainName& name, int level, const std::string& shown, bool
     if (isShown(expected, shown, Placeholders::None)) {
         return true;
     }
-    // "__" inside of brackets would end the name for the viewer, so what they hold is left out.
     const std::string simple = spelling(name._shortName, level);
+    const std::string params = level == 0 ? "" : name._params;
+    const std::string whole = spelling(name._wholeName + params, level);
+    const Placeholders inWhole = isOfSeveral ? Placeholders::OfInstances : Placeholders::None;
+    if (level == 0 ? isShownCut(simple, shown) : isShownShortened(simple, whole, shown, inWhole)) {
+        return true;
+    }
+    // "__" inside of brackets would end the name for the viewer, so what they hold is left out.
     const bool isLong =
-        name._shortName.size() > LongestSimpleName || simple.find("__") != std::string::npos;
+        name._name.size() > LongestSimpleName || simple.find("__") != std::string::npos;
     if (!isOfSeveral && !isLong) {
         return false;
     }
     const Placeholders placeholders =
         isOfSeveral ? Placeholders::OfInstances : Placeholders::OfLongName;
-    const std::string params = level == 0 ? "" : name._params;
     return isShown(expected, shown, placeholders) ||
-           isShown(spelling(name._shortName + params, level), shown, placeholders) ||
-           (level > 0 && isShownShortened(simple, spelling(name._wholeName + params, level), shown,
-                                          isOfSeveral ? placeholders : Placeholders::None));
+           isShown(spelling(name._shortName + params, level), shown, placeholders);
 }
 
 bool anyBlockRan(const ZEMFuncRecord& function)
@@ -138,7 +141,7 @@ bool CoverageComparison::isFunction(const std::string& shown)
         }
     }
     return std::any_of(_names.begin(), _names.end(), [&shown](const std::string& name) {
-        return isShown(name, shown, Placeholders::OfInstances);
+        return isShown(name, shown, Placeholders::OfInstances) || isShownCut(name, shown);
     });
 }
 

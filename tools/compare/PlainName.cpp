@@ -3,8 +3,11 @@
 
 #include <cctype>
 #include <cstring>
+#include <vector>
 
 namespace {
+
+constexpr size_t ShortestCut = 48; // of names that are cut, in characters
 
 bool isWord(char c)
 {
@@ -110,6 +113,22 @@ void dropTags(std::string& text, const char* tag)
     }
 }
 
+// Whether the argument list that is open at `at` is that of a template for the library's own use,
+// whose arguments are all given.
+bool isInInternalList(const std::string& text, size_t at)
+{
+    int depth = 1;
+    while (at > 0 && depth > 0) {
+        --at;
+        depth += text[at] == '>' ? 1 : text[at] == '<' ? -1 : 0;
+    }
+    size_t start = at;
+    while (start > 0 && isWord(text[start - 1])) {
+        --start;
+    }
+    return startsAt(text, start, "__");
+}
+
 // Takes out ", NAME<...>" where it ends an argument list: the standard library's defaults.
 void dropDefault(std::string& text, const std::string& name)
 {
@@ -117,7 +136,7 @@ void dropDefault(std::string& text, const std::string& name)
     for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + 1)) {
         const size_t end = pastBracket(text, at + from.size() - 1);
         const size_t next = text.find_first_not_of(' ', end);
-        if (next != std::string::npos && text[next] == '>') {
+        if (next != std::string::npos && text[next] == '>' && !isInInternalList(text, at)) {
             text.erase(at, end - at);
         }
     }
@@ -467,6 +486,52 @@ bool isShown(const std::string& expected, const std::string& shown, Placeholders
     return isRestShown(expected, 0, shown, 0, placeholders);
 }
 
+namespace {
+
+// Whether dots stand for more than what brackets hold.
+bool hasDotsOutside(const std::string& shown)
+{
+    for (size_t at = shown.find("..."); at != std::string::npos; at = shown.find("...", at + 3)) {
+        if (at == 0 || (shown[at - 1] != '<' && shown[at - 1] != '(')) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool isShownCut(const std::string& expected, const std::string& shown)
+{
+    if (expected.size() <= ShortestCut || !hasDotsOutside(shown)) {
+        return false;
+    }
+    // For each place in `expected`, whether what is behind it can be what is behind a place in
+    // `shown`: from the last to the first.
+    std::vector<bool> isGood(expected.size() + 1, false);
+    isGood[expected.size()] = true;
+    std::vector<std::vector<bool>> behind(shown.size() + 1);
+    behind[shown.size()] = isGood;
+    for (size_t s = shown.size(); s-- > 0;) {
+        isGood.assign(expected.size() + 1, false);
+        for (size_t e = 0; e < expected.size(); ++e) {
+            isGood[e] = expected[e] == shown[s] && behind[s + 1][e + 1];
+        }
+        if (startsAt(shown, s, "...")) {
+            // The dots stand for any text; a number that tells two from each other may follow.
+            bool isAny = false;
+            const size_t number =
+                std::min(shown.find_first_not_of("0123456789", s + 3), shown.size());
+            for (size_t e = expected.size() + 1; e-- > 0;) {
+                isAny = isAny || behind[s + 3][e] || behind[number][e];
+                isGood[e] = isGood[e] || isAny;
+            }
+        }
+        behind[s] = isGood;
+    }
+    return behind[0][0];
+}
+
 bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown,
                       Placeholders placeholders)
 {
@@ -485,6 +550,7 @@ bool isShownShortened(const std::string& name, const std::string& whole, const s
         return false;
     }
     const std::string inside = shown.substr(bracket + 1, shown.size() - bracket - 2);
-    return isShown(name, shown.substr(0, bracket), Placeholders::OfLongName) &&
+    const std::string label = shown.substr(0, bracket);
+    return (isShown(name, label, Placeholders::OfLongName) || isShownCut(name, label)) &&
            isShown(whole, inside, placeholders);
 }

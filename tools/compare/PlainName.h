@@ -45,6 +45,10 @@ enum class Placeholders {
 // Whether `shown` is `expected`, both in the compared spelling.
 bool isShown(const std::string& expected, const std::string& shown, Placeholders placeholders);
 
+// Whether `shown` is a name that is too wide for the report, with "..." for parts and ends of
+// words, perhaps with a number behind that tells it from another name with the same form.
+bool isShownCut(const std::string& expected, const std::string& shown);
+
 // Whether `shown` is the form with parameters of a long name: the name with placeholders, and the
 // whole text in the place of the parameters; that has `placeholders`, too.
 bool isShownShortened(const std::string& name, const std::string& whole, const std::string& shown,

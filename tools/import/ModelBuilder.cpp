@@ -56,6 +56,7 @@ struct Place
     uint32_t _file = 0;
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
+    bool _isPart = false; // an entry in another file
     std::vector<std::string> _symbols;
     std::vector<FunctionText> _texts; // of the first symbols, as far as they were read
     std::vector<FunctionCopy*> _copies;
@@ -370,6 +371,7 @@ void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
         Place entry;
         entry._file = piece._destination._number;
         entry._startLine = UINT32_MAX;
+        entry._isPart = true;
         _places.push_back(std::move(entry));
     }
     Place& entry = _places[found.first->second];
@@ -409,6 +411,7 @@ void ModelBuilder::unite(Place& place, CovFunction& function) const
     function._texts.swap(place._texts);
     function._startLine = place._startLine;
     function._endLine = place._endLine;
+    function._isPart = place._isPart;
     std::vector<Piece>& pieces = place._pieces;
     const bool isSame = std::all_of(pieces.begin(), pieces.end(), [&pieces](const Piece& piece) {
         return piece._lines == pieces.front()._lines;

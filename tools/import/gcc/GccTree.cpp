@@ -2,7 +2,6 @@
 #include "tools/import/gcc/GccTree.h"
 
 #include "qip/Support/qipVisibleText.h"
-#include "tools/common/FolderWalk.h"
 #include "tools/common/SourcePath.h"
 
 #include <algorithm>
@@ -53,6 +52,8 @@ bool GccTree::findFiles(const std::string& folder, std::vector<std::string>& not
             counters.push_back(walk.path());
         }
     }
+    _folders.insert(walk.folders().begin(), walk.folders().end());
+    _links.insert(_links.end(), walk.links().begin(), walk.links().end());
     bool isRead = true;
     for (const FolderWalk::Problem& problem : walk.problems()) {
         _problems.push_back("cannot read the folder " + problem._folder + ": " + problem._reason);
@@ -160,10 +161,33 @@ uint64_t GccTree::findLostUnits()
     return result;
 }
 
+uint64_t GccTree::findLinkedFolders()
+{
+    uint64_t result = 0;
+    std::string first;
+    for (const FolderWalk::Link& link : _links) {
+        if (_folders.count(link._target) == 0) {
+            first = result == 0 ? link._path : std::min(first, link._path);
+            ++result;
+        }
+    }
+    if (result > 0) {
+        _problems.push_back(first + " is a link to a folder, which was not looked through: if it " +
+                            "holds units of the build, name it, too");
+    }
+    return result;
+}
+
 bool GccTree::isAnyUnitRun() const
 {
     return std::any_of(_notes.begin(), _notes.end(),
                        [this](const std::string& notes) { return !countersOf(notes).empty(); });
+}
+
+void GccTree::forgetProblems()
+{
+    _problems.clear();
+    _unreadFolders = 0;
 }
 
 void GccTree::writeProblems(std::ostream& out) const

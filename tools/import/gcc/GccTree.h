@@ -3,8 +3,11 @@
 // Finds the units of a build: each .gcno file and the .gcda file that belongs to it, if it ran.
 #pragma once
 
+#include "tools/common/FolderWalk.h"
+
 #include <cstdint>
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,6 +32,9 @@ public:
     // The units in the order of their paths, each once.
     std::vector<GccUnitFiles> units() const;
 
+    // The .gcda file of the unit with these notes; empty when it never ran.
+    std::string countersOf(const std::string& notes) const;
+
     // The .gcda files that belong to none of the units.
     std::vector<std::string> strayCounters() const;
 
@@ -36,11 +42,18 @@ public:
     // problem: what it stands for is missing from the map.
     uint64_t findLostUnits();
 
+    // How many links lead to folders that were not looked through, by that or any other path; the
+    // first is a problem. Call it when all folders are added.
+    uint64_t findLinkedFolders();
+
     // Whether any unit has counters.
     bool isAnyUnitRun() const;
 
     // How many folders could not be read.
     uint64_t unreadFolders() const { return _unreadFolders; }
+
+    // Forgets the problems that were written, and the folders that could not be read.
+    void forgetProblems();
 
     // Writes a line for each problem met so far; of very many only the first ones and how many.
     void writeProblems(std::ostream& out) const;
@@ -48,7 +61,6 @@ public:
 private:
     bool findFiles(const std::string& folder, std::vector<std::string>& notes,
                    std::vector<std::string>& counters);
-    std::string countersOf(const std::string& notes) const;
     bool isOfBuild(const std::string& counters) const;
 
     std::vector<std::string> _notes;        // absolute
@@ -58,4 +70,6 @@ private:
     std::vector<std::string> _runCounters;  // absolute
     std::vector<std::string> _problems;
     uint64_t _unreadFolders = 0;
+    std::set<FolderWalk::Identity> _folders; // that were looked through
+    std::vector<FolderWalk::Link> _links;    // to folders
 };

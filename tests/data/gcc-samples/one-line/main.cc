@@ -7,7 +7,7 @@ PAIR(unused) //= red
 
 int apply(int n)
 {
-    const auto add = [](int a) { return a + 1; }; const auto take = [](int a) { return a - 1; }; //= run
+    const auto add = [](int a) { return a + 1; }; const auto take = [](int a) { return a - 1; }; //= part
     return n > 0 ? add(n) : [&] { return take(n); }(); //= part
 }
 

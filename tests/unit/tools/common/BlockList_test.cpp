@@ -83,6 +83,27 @@ TEST_F(BlockListTest, LineOfAnotherFunctionEndsAStretch)
     EXPECT_EQ(arrange(), "1-2:0 8-9:0\n4-5:7");
 }
 
+TEST_F(BlockListTest, FunctionAroundShowsALineOfLambdas)
+{
+    add(1, 20, {{{1}, 3}, {{20}, 3}});
+    add(4, 9, {{{4}, 3}, {{9}, 3}}); // the innermost around
+    add(6, 6, {{{6}, 2}});
+    add(6, 6, {{{6}, 0}, {{6}, 0}});
+    EXPECT_EQ(arrange(), "1-1:3 20-20:3\n4-4:3 6-6:2 6-6:0 9-9:3\n0-0:2\n0-0:0 0-0:0");
+}
+
+TEST_F(BlockListTest, WhatIsNotAroundShowsNoLineOfOthers)
+{
+    add(1, 9, {{{1}, 3}});
+    _file._functions.back()._isPart = true; // of a function elsewhere
+    add(2, 4, {{{2}, 1}});
+    add(4, 6, {{{6}, 1}});
+    add(4, 5, {{{4}, 2}});
+    add(4, 5, {{{4}, 0}});
+    add(9, 8, {{{9}, 1}});
+    EXPECT_EQ(arrange(), "1-1:3\n2-2:1\n4-4:2 4-4:0 6-6:1\n0-0:2\n0-0:0\n9-9:1");
+}
+
 TEST_F(BlockListTest, WidestFunctionShowsALineOfSeveral)
 {
     add(5, 5, {{{5}, 0}, {{5}, 4}});

@@ -23,12 +23,16 @@ protected:
             result.push_back(walk.path() + (walk.isFile() ? "" : "*"));
         }
         _problems = walk.problems();
+        _links = walk.links();
+        _folders = walk.folders();
         std::sort(result.begin(), result.end());
         return result;
     }
 
     const TempDir _dir;
     std::vector<FolderWalk::Problem> _problems;
+    std::vector<FolderWalk::Link> _links;
+    std::vector<FolderWalk::Identity> _folders;
 };
 
 TEST_F(FolderWalkTest, GivesFilesOfAllFoldersBelow)
@@ -51,6 +55,19 @@ TEST_F(FolderWalkTest, LinksToFoldersAreNotFollowed)
     EXPECT_EQ(walk(_dir.path("a") + "/"),
               (std::vector<std::string>{_dir.path("a/file"), _dir.path("a/link"),
                                         _dir.path("a/lost*"), _dir.path("a/up*")}));
+    ASSERT_EQ(_links.size(), 1u);
+    EXPECT_EQ(_links[0]._path, _dir.path("a/up"));
+    EXPECT_EQ(_folders.size(), 1u);
+}
+
+TEST_F(FolderWalkTest, FolderIsKnownByWhateverPath)
+{
+    fs::create_directories(_dir.path("a/b"));
+    fs::create_symlink("b", _dir.path("a/link"));
+    walk(_dir.path("a"));
+    ASSERT_EQ(_links.size(), 1u);
+    EXPECT_EQ(_folders.size(), 2u);
+    EXPECT_NE(std::find(_folders.begin(), _folders.end(), _links[0]._target), _folders.end());
 }
 
 TEST_F(FolderWalkTest, FolderThatIsNotThereIsAProblem)

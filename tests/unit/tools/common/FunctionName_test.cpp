@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cxxabi.h>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -42,6 +43,18 @@ TEST_P(FunctionNameTest, StoresWhatTheDecoderGivesBack)
     const std::string stored = storedFunctionName(GetParam().symbol, losses);
     EXPECT_EQ(stored, GetParam().stored);
     EXPECT_EQ(decoded(stored, 1), GetParam().shown != nullptr ? GetParam().shown : "(as stored)");
+}
+
+// What other tools make of a symbol before they write it down.
+TEST_P(FunctionNameTest, ReadableFormIsStoredTheSame)
+{
+    const std::string symbol = GetParam().symbol;
+    int status = 0;
+    char* text = abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status);
+    const std::string readable = text != nullptr ? text : symbol;
+    std::free(text);
+    ImportLosses losses;
+    EXPECT_EQ(storedFunctionName(readable, losses), storedFunctionName(symbol, losses)) << readable;
 }
 
 TEST_P(FunctionNameTest, ClassIsNotCutInsideBrackets)
@@ -253,6 +266,14 @@ const InstancesRow instancesRows[] = {
     {"LambdaInTemplate",
      {"_ZZ1fIcEvT_ENKUlcE_clEc", "_ZZ1fIiEvT_ENKUliE_clEi"},
      "f<...>(...)::{lambda(...)#1}::operator()(auto)",
+     "f<...>(...)::{lambda(...)#1}::operator()"},
+    {"LambdaWithParametersOfItsOwn",
+     {"_ZZ1fIcEvT_ENKUliE_clEi", "_ZZ1fIiEvT_ENKUliE_clEi"},
+     "f<...>(...)::{lambda(int)#1}::operator()(int)",
+     "f<...>(...)::{lambda(...)#1}::operator()"},
+    {"LambdaWithInstancesAsParameters",
+     {"_ZZ1fIcEviENKUl1AIcEE_clES1_", "_ZZ1fIiEviENKUl1AIiEE_clES1_"},
+     "f<...>(int)::{lambda(A<...>)#1}::operator()(A<...>)",
      "f<...>(...)::{lambda(...)#1}::operator()"},
     {"ConversionToParameter",
      {"_ZN1SIcEcvcEv", "_ZN1SIiEcviEv"},

@@ -84,6 +84,15 @@ TEST(WithoutQualifiersTest, LeavesTheLastWordOfEachName)
     EXPECT_EQ(withoutQualifiers(">::a"), "a");
 }
 
+TEST(NameTextTest, DetailsAreKeptOrLeftOut)
+{
+    const NameText text("f<...>(int)::{lambda(A<...>, char)#1}::operator()(int) const::L::g");
+    EXPECT_EQ(text.details(), (std::vector<std::string>{"(int)", "(A<...>, char)", "(int)"}));
+    EXPECT_EQ(text.withDetails({false, true, false}),
+              "f<...>(...)::{lambda(A<...>, char)#1}::operator()(...) const::L::g");
+    EXPECT_EQ(NameText("(anonymous namespace)::f").details().size(), 0u);
+}
+
 TEST(SplitListTest, CommasInBracketsStay)
 {
     EXPECT_EQ(splitList("a<b, c>, d (*)(e, f)").size(), 2u);

@@ -64,6 +64,37 @@ TEST_F(FinishCoverageTest, OrderDoesNotDependOnTheOrderGivenOrOnCounts)
     EXPECT_EQ(one.map(), two.map()); // named after their content
 }
 
+// A class with a name of 62 letters, one of its functions too wide for the report with it.
+constexpr char WideClass[] = "aVeryLongNameOfAClassWhoseFunctionsAreTooWideForTheReportOfAll";
+const std::string wideFunction = "_ZN62" + std::string(WideClass) + "17aFunctionOfItOwnsEi";
+const std::string otherFunction = "_ZN62" + std::string(WideClass) + "1fEi";
+
+TEST_F(FinishCoverageTest, NamesTooWideForTheReportAreShortened)
+{
+    addFile("/s/a.cc", {function(wideFunction.c_str(), 1, 1, {{1, 1, 0}}),
+                        function("_ZN2ns1fEi", 2, 2, {{2, 2, 0}})});
+    addFile("/s/b.cc", {function(otherFunction.c_str(), 1, 1, {{1, 1, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 2);
+    const std::string code = "__FFi_Q262" + std::string(WideClass);
+    EXPECT_EQ(_model._files[0]._functions[0]._storedName,
+              "aVeryLongNameOfAClassWh...oWideForTheReportOfAll::aFunctionOfItOwns" + code +
+                  "17aFunctionOfItOwns");
+    EXPECT_EQ(_model._files[0]._functions[1]._storedName, "ns::f__Fi");
+    EXPECT_EQ(_model._files[1]._functions[0]._storedName,
+              "aVeryLongNameOfAClassWh...oWideForTheReportOfAll::f" + code + "1f");
+    EXPECT_EQ(_losses._renamedFunctions, 0u);
+}
+
+TEST_F(FinishCoverageTest, FullNamesStayWhole)
+{
+    addFile("/s/a.cc", {function(wideFunction.c_str(), 1, 1, {{1, 1, 0}})});
+    NameStyle style;
+    style._isFull = true;
+    finishCoverage(_model, style, _losses, 1);
+    EXPECT_EQ(_model._files[0]._functions[0]._storedName,
+              std::string(WideClass) + "::aFunctionOfItOwns__Fi");
+}
+
 TEST_F(FinishCoverageTest, WhatHasNoBlocksIsTakenOut)
 {
     addFile("/s/a.cc", {function("f", 1, 4, {}), function("g", 1, 4, {})});

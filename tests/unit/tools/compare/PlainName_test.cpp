@@ -27,6 +27,7 @@ const Filtered filtered[] = {
     {"std::vector<int, std::allocator<int> > copy<long>(long)", "copy<long>", "(long)"},
     {"name[abi:cxx11]()", "name", "()"},
     {"f(int) [clone .part.0]", "f", "(int)"},
+    {"std::__move<A, std::allocator<A> >(A)", "std::__move<A,allocator<A>>", "(A)"},
     {"S::S<>(, int)", "S::S<>", "(int)"},
     {"f<>(int, , A<,int>)", "f<>", "(int,A<,int>)"},
     {"Log::operator<<(std::__cxx11::basic_string<char, std::char_traits<char>, "
@@ -116,6 +117,34 @@ TEST(IsShownTest, LongNameHasItsWholeTextAsParameters)
     EXPECT_FALSE(isGood("ns::f<...>(ns::f<...>(char))"));
     EXPECT_FALSE(isGood("ns::f<...>"));
     EXPECT_FALSE(isGood(")"));
+}
+
+TEST(IsShownTest, DotsOfACutNameStandForAnyText)
+{
+    const std::string name =
+        "a_test_with_a_very_long_name_Test::run()::{lambda()#1}::operator()()::Local<int>::go";
+    EXPECT_TRUE(isShownCut(name, "a_test...name_Test::run()::...::Local<...>::go"));
+    EXPECT_TRUE(isShownCut(name, "a_test...2name_Test::...::Local<int>::go"));
+    EXPECT_TRUE(isShownCut(name, "a_test_with_a_very_long_name_Test::..."));
+    EXPECT_FALSE(isShownCut(name, "a_test...name_Test::...::Local<int>::run"));
+    EXPECT_FALSE(isShownCut(name, "b_test...name_Test::...::Local<int>::go"));
+    EXPECT_FALSE(isShownCut(name, "a_test_with_a_very_long_name_Test::run()::{lambda()#1}::"
+                                  "operator()()::Local<...>::go"));
+    EXPECT_FALSE(isShownCut("ns::f::Local::go", "ns::...::go")); // short enough
+    EXPECT_FALSE(isShownCut(name, ""));
+}
+
+TEST(IsShownTest, CutNameHasItsWholeTextAsParameters)
+{
+    const std::string name = "a_test_with_a_very_long_name_Test::run()::Local::go";
+    const auto isGood = [&name](const std::string& label, const std::string& inside) {
+        return isShownShortened(name, name + "(int)", label + "(" + inside + ")",
+                                Placeholders::None);
+    };
+    EXPECT_TRUE(isGood("a_test...name_Test::...::Local::go", name + "(int)"));
+    EXPECT_FALSE(isGood("a_test...name_Test::...::Local::go", name + "(char)"));
+    EXPECT_FALSE(isGood("a_test...name_Test::...::Local::no", name + "(int)"));
+    EXPECT_FALSE(isGood("a_test...name_Test::...::Local::go", "int"));
 }
 
 TEST(IsShownTest, LongNameOfInstancesHasPlaceholdersInItsWholeTextToo)

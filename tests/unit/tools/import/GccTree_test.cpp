@@ -53,6 +53,34 @@ TEST_F(GccTreeTest, FolderGivenTwiceGivesEachUnitOnce)
     EXPECT_EQ(_tree.units().size(), 1u);
 }
 
+TEST_F(GccTreeTest, LinkedFoldersAreNotLookedThroughAndNamed)
+{
+    const TempDir elsewhere;
+    elsewhere.write("two.gcno", "");
+    _dir.write("a/one.gcno", "");
+    std::filesystem::create_symlink(elsewhere.path(), _dir.path("a/out"));
+    std::filesystem::create_symlink(elsewhere.path(), _dir.path("b"));
+    std::filesystem::create_symlink("..", _dir.path("a/up")); // looked through anyway
+    ASSERT_TRUE(_tree.addBuild(_dir.path().c_str()));
+    EXPECT_EQ(_tree.units().size(), 1u);
+    EXPECT_EQ(_tree.findLinkedFolders(), 2u);
+    EXPECT_EQ(problems(), "zem-import: " + _dir.path("a/out") +
+                              " is a link to a folder, which was not looked through: if it holds "
+                              "units of the build, name it, too\n");
+}
+
+TEST_F(GccTreeTest, LinkedFolderThatIsNamedTooIsNoProblem)
+{
+    const TempDir elsewhere;
+    elsewhere.write("two.gcno", "");
+    std::filesystem::create_symlink(elsewhere.path(), _dir.path("out"));
+    ASSERT_TRUE(_tree.addBuild(_dir.path().c_str()));
+    ASSERT_TRUE(_tree.addBuild(_dir.path("out").c_str()));
+    EXPECT_EQ(_tree.units().size(), 1u);
+    EXPECT_EQ(_tree.findLinkedFolders(), 0u);
+    EXPECT_EQ(problems(), "");
+}
+
 TEST_F(GccTreeTest, CountersWithoutNotesAreStray)
 {
     _dir.write("one.gcda", "");
