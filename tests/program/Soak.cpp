@@ -160,7 +160,7 @@ bool Soak::help()
     }
     Window window = 0;
     if (!_run.waitFor([&] { return (window = _run.titled(HelpTitle)) != 0; })) {
-        return fail("no help");
+        return fail("no help from the menu");
     }
     if (pick(2) == 0) {
         XInput::closeWindow(_display, window);
@@ -185,7 +185,7 @@ bool Soak::contextHelp()
         settle();
         XInput::click(_display, _main, x, 150);
     }
-    return _run.waitFor([this] { return _run.titled(HelpTitle) != 0; }) || fail("no help");
+    return _run.waitFor([this] { return _run.titled(HelpTitle) != 0; }) || fail("no help in context");
 }
 
 bool Soak::select()
