@@ -159,6 +159,7 @@ int ImportCommand::failToChoose(const std::vector<Reading>& readings,
     const std::vector<std::string>& inputs = readings.front()._options._inputs;
     if (fitting.size() > 1) {
         std::vector<std::string> commands;
+        commands.reserve(fitting.size());
         for (const size_t i : fitting) {
             commands.push_back(std::string("zem-import ") + readings[i]._kind->_name + " ...");
         }
@@ -170,10 +171,11 @@ int ImportCommand::failToChoose(const std::vector<Reading>& readings,
         const std::string kinds = kindsOf(input, readings);
         if (kinds.empty()) {
             return misuse("cannot tell what coverage is in " + input +
-                          "; name the kind: zem-import " + "KIND " + joined(inputs, " ") +
+                          "; name the kind: zem-import KIND " + joined(inputs, " ") +
                           ", where KIND is one of " + allKinds());
         }
-        found.push_back(input + " is " + kinds);
+        found.emplace_back(input);
+        found.back() += " is " + kinds;
     }
     return misuse("one import is of one kind: " + joined(found, ", "));
 }
