@@ -18,10 +18,16 @@ macro(zem_rooms)
     zem_room(zemOptions    zem/Options       qipSupport zemRows)
     zem_room(zemTools      tools/common      qipSupport zemData zemDemangle zemLines)
     zem_room(zemImport     tools/import      qipSupport zemTools)
-    zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport)
+    zem_room(zemImportLines tools/import/lines zemTools zemImport)
+    zem_room(zemImportLcov tools/import/lcov qipSupport zemTools zemImport zemImportLines)
+    zem_room(zemImportCobertura tools/import/cobertura
+                                             qipSupport zemTools zemImport zemImportLines)
+    zem_room(zemImportGcov tools/import/gcov qipSupport zemTools zemImport zemImportLines)
+    zem_room(zemImportGcc  tools/import/gcc  qipSupport zemTools zemImport zemImportGcov)
+    zem_room(zemImportLlvm tools/import/llvm qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
-    zem_room(zemRun        tools/run         qipSupport zemTools)
+    zem_room(zemRun        tools/run         qipSupport zemTools zemImportLlvm)
     zem_room(zemFormats    tools/formats     qipSupport zemData zemDemangle zemRows zemTools)
     zem_room(zemReporting  tools/report      qipSupport zemData zemRows zemRepository zemOptions
                                              zemFormats)

@@ -5,26 +5,34 @@
 #include "fuzz/FuzzBytes.h"
 #include "fuzz/fuzzTarget.h"
 #include "qip/Support/qipAssert.h"
-#include "tools/import/gcc/GcovLines.h"
+#include "tools/import/gcov/GcovDocument.h"
 
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
 
-using Lines = std::vector<std::pair<uint32_t, int64_t>>; // number, count
+using Lines = std::map<uint32_t, int64_t>; // number > count
+
+// Lines from 1 in order, each once.
+void check(const std::vector<GcovLine>& lines)
+{
+    uint32_t before = 0;
+    for (const GcovLine& line : lines) {
+        qipAssert(line._line > before);
+        before = line._line;
+    }
+}
 
 // Whatever the text was, what is kept of it holds together.
-void check(std::vector<GcovLineFunction>& functions)
+void check(std::vector<GcovSource>& sources)
 {
-    for (const GcovLineFunction& function : functions) {
-        qipAssert(function._copy._lines.size() == function._copy._hits.size());
-        for (size_t i = 0; i < function._copy._lines.size(); ++i) {
-            qipAssert(function._copy._lines[i]._block == i);
-            qipAssert(function._copy._lines[i]._line != 0);
+    for (const GcovSource& source : sources) {
+        for (const GcovFunction& function : source._functions) {
+            check(function._lines);
         }
+        check(source._strayLines);
     }
 }
 
@@ -44,6 +52,15 @@ std::string field(const char* name, int64_t number)
     return "\"" + std::string(name) + "\": " + std::to_string(number);
 }
 
+Lines linesOf(const std::vector<GcovLine>& lines)
+{
+    Lines result;
+    for (const GcovLine& line : lines) {
+        result[line._line] = line._count;
+    }
+    return result;
+}
+
 // One file with functions that do not overlap, each of ten lines.
 void checkGood(FuzzBytes& bytes)
 {
@@ -51,7 +68,8 @@ void checkGood(FuzzBytes& bytes)
     std::map<std::string, Lines> wanted;
     std::string functions;
     std::string lines;
-    uint64_t stray = 0;
+    Lines strays;
+    uint64_t withoutNumber = 0;
     for (uint32_t i = 0; i < nFunctions; ++i) {
         const std::string name = "f" + std::to_string(i);
         wanted[name];
@@ -65,27 +83,28 @@ void checkGood(FuzzBytes& bytes)
         const std::string name = "f" + std::to_string(named);
         const std::string around = "f" + std::to_string(line == 0 ? 99 : (line - 1) / 10);
         const auto owner = wanted.find(wanted.count(name) != 0 ? name : around);
-        if (owner != wanted.end() && line != 0) {
-            owner->second.emplace_back(line, count);
+        if (line == 0) {
+            ++withoutNumber;
         } else {
-            ++stray;
+            int64_t& sum = (owner != wanted.end() ? owner->second : strays)[line];
+            sum = __builtin_add_overflow(sum, count, &sum) ? INT64_MAX : sum;
         }
         lines += std::string(lines.empty() ? "" : ", ") + "{" + field("line_number", line) + ", " +
                  field("count", count) + ", " + field("function_name", name) + "}";
     }
-    GcovLines reader;
-    qipAssert(reader.parse("{" + field("current_working_directory", "/b") + ", \"files\": [{" +
+    GcovDocument reader;
+    qipAssert(reader.parse("{" + field("format_version", "1") + ", " +
+                           field("current_working_directory", "/b") + ", \"files\": [{" +
                            field("file", "a.c") + ", \"functions\": [" + functions +
                            "], \"lines\": [" + lines + "]}]}\n"));
-    check(reader.functions());
-    qipAssert(reader.strayLines() == stray && reader.functions().size() == nFunctions);
-    for (const GcovLineFunction& function : reader.functions()) {
-        Lines found;
-        for (size_t i = 0; i < function._copy._lines.size(); ++i) {
-            found.emplace_back(function._copy._lines[i]._line, function._copy._hits[i]);
-        }
-        qipAssert(found == wanted[function._copy._symbol]);
-        qipAssert(function._file == "a.c" && function._folder == "/b");
+    check(reader.sources());
+    const GcovSource& source = reader.sources().at(0);
+    qipAssert(reader.linesWithoutNumber() == withoutNumber);
+    qipAssert(source._functions.size() == nFunctions);
+    qipAssert(source._path == "a.c" && reader.folder() == "/b");
+    qipAssert(linesOf(source._strayLines) == strays);
+    for (const GcovFunction& function : source._functions) {
+        qipAssert(linesOf(function._lines) == wanted[function._symbol]);
     }
 }
 
@@ -99,8 +118,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         checkGood(bytes);
         return 0;
     }
-    GcovLines reader;
+    GcovDocument reader;
     (void)reader.parse(std::string(reinterpret_cast<const char*>(data), size));
-    check(reader.functions());
+    check(reader.sources());
     return 0;
 }

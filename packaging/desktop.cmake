@@ -12,6 +12,10 @@ foreach(size 32 64 128)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps RENAME zem.png)
 endforeach()
 
+# What the tutorial and the page on resources speak of.
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/examples ${CMAKE_SOURCE_DIR}/docs/resources
+    DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN README.md EXCLUDE)
+
 # bash looks for a file of the program's name, so each program that has completion gets a link.
 set(completionDir ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/completions/zem.bash DESTINATION ${completionDir}

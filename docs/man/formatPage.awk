@@ -25,7 +25,7 @@ function inline(text,    out, start, length_, code, target)
         sub(/\)$/, "", target)
         sub(/^\[/, "", code)
         sub(/\].*/, "", code)
-        if (target ~ /^(map|log|container)\.md/) {
+        if (target ~ /^(map|log|container|lcov|cobertura|report-csv|report-json)\.md/) {
             sub(/\.md.*/, "", target)
             code = code " (see `zem-" target "`(5))"
         }

@@ -79,6 +79,9 @@ _zem()
             mapfile -t COMPREPLY < <(compgen -f -X '!*.log' -- "$cur"; compgen -d -- "$cur") ;;
         zem-dump,*)
             mapfile -t COMPREPLY < <(compgen -f -X '!*.@(log|map)' -- "$cur"; compgen -d -- "$cur") ;;
+        zem-run,*)
+            # A command with its arguments.
+            mapfile -t COMPREPLY < <(compgen -c -- "$cur"; compgen -f -- "$cur") ;;
         *)
             mapfile -t COMPREPLY < <(compgen -f -- "$cur") ;;
     esac

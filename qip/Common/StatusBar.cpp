@@ -15,6 +15,11 @@ namespace {
 
 constexpr char MessageTag[] = "FNT_STATUSBAR_MSG";
 
+// Bytes of a text that are shown: the toolkit counts a label's width in 16 bits, and one that is
+// wider than that would be next to nothing.
+constexpr size_t LongestText = 2000;
+constexpr char Cut[] = "...";
+
 } // namespace
 
 StatusBar::StatusBar(const char* name) : qipVCell(name), _msgArea(nullptr), _timer(this) {}
@@ -80,9 +85,14 @@ void StatusBar::setLabelText(Widget label, const char* text, const char* tag)
 {
     const qipVisibleText visible(text);
     std::string copy;
-    if (visible.length() != std::strlen(text)) {
+    const bool isTooLong = visible.length() > LongestText;
+    if (isTooLong || visible.length() != std::strlen(text)) {
         try {
             copy = visible.string();
+            if (isTooLong) {
+                copy.resize(LongestText);
+                copy += Cut;
+            }
         } catch (const std::bad_alloc&) {
             return;
         }

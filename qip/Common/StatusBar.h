@@ -41,8 +41,8 @@ protected:
     // Puts `text` into the message label. Called for every change of it.
     virtual void showMessage(const char* text);
 
-    // Sets the text of a label, as qipVisibleText prints it, in the font of `tag`. When no compound
-    // string can be made the label keeps its text.
+    // Sets the text of a label, as qipVisibleText prints it and no more than 2000 bytes of that, in
+    // the font of `tag`. When no compound string can be made the label keeps its text.
     static void setLabelText(Widget label, const char* text, const char* tag);
 
     qipCString _permMsg; // null until one is set

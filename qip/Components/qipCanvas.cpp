@@ -35,7 +35,7 @@ unsigned side(long long pixels)
 
 qipCanvas::qipCanvas(const char* name)
     : qipScrolledWindow(name), _gc(nullptr), _currentView(0), _newView(0), _hPixels(0), _vPixels(0),
-      _bg(0), _fg(0), _topShadow(0), _botShadow(0), _gcDisplay(nullptr)
+      _bg(0), _fg(0), _topShadow(0), _botShadow(0), _gcDisplay(nullptr), _hasFocus(false)
 {}
 
 qipCanvas::~qipCanvas()
@@ -45,6 +45,7 @@ qipCanvas::~qipCanvas()
         XtRemoveCallback(_clientArea, XmNexposeCallback, expose_cbk, this);
         XtRemoveCallback(_clientArea, XmNresizeCallback, resize_cbk, this);
         XtRemoveEventHandler(_clientArea, XtAllEvents, False, input_cbk, this);
+        XtRemoveEventHandler(_clientArea, XtAllEvents, False, focus_cbk, this);
     }
     if (_gc != nullptr) {
         XFreeGC(_gcDisplay, _gc);
@@ -66,6 +67,7 @@ void qipCanvas::install(qipVCell* parent)
     XtAddCallback(_clientArea, XmNexposeCallback, expose_cbk, this);
     XtAddCallback(_clientArea, XmNresizeCallback, resize_cbk, this);
     XtAddEventHandler(_clientArea, ButtonPressMask | KeyPressMask, False, input_cbk, this);
+    XtAddEventHandler(_clientArea, FocusChangeMask, False, focus_cbk, this);
 }
 
 int qipCanvas::heightFor(int rows) const
@@ -142,6 +144,19 @@ void qipCanvas::input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
         break;
     default:
         break;
+    }
+}
+
+// A grab, by a menu that comes down, takes the keys for a while only.
+void qipCanvas::focus_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*)
+{
+    auto* canvas = static_cast<qipCanvas*>(data);
+    if (event->xfocus.mode != NotifyNormal || event->xfocus.detail == NotifyPointer) {
+        return;
+    }
+    canvas->_hasFocus = event->type == FocusIn;
+    if (canvas->_gc != nullptr && XtWindow(widget) != 0) {
+        canvas->drawFrame(XtWindow(widget));
     }
 }
 
@@ -230,7 +245,7 @@ void qipCanvas::render(qipView v)
     XSetForeground(display, _gc, _bg);
     XFillRectangle(display, _currentView, _gc, 0, 0, width, height);
     drawCells(v);
-    drawFrame(width, height);
+    drawFrame(_currentView);
     refreshDisplay();
     XFreePixmap(display, _currentView);
     _currentView = 0;
@@ -263,21 +278,29 @@ void qipCanvas::drawCells(const qipView& v)
 }
 
 // A raised frame, two pixels wide, along the edges of the picture.
-void qipCanvas::drawFrame(int width, int height)
+void qipCanvas::drawFrame(Drawable drawable) const
 {
     Display* display = XtDisplay(_clientArea);
+    Dimension width = 0;
+    Dimension height = 0;
+    XtVaGetValues(_clientArea, XmNwidth, &width, XmNheight, &height, nullptr);
     const int right = width - 1;
     const int bottom = height - 1;
     XSetForeground(display, _gc, _topShadow);
-    XDrawLine(display, _currentView, _gc, 0, 0, right, 0);
-    XDrawLine(display, _currentView, _gc, 1, 1, right - 1, 1);
-    XDrawLine(display, _currentView, _gc, 0, 0, 0, bottom);
-    XDrawLine(display, _currentView, _gc, 1, 1, 1, bottom - 1);
+    XDrawLine(display, drawable, _gc, 0, 0, right, 0);
+    XDrawLine(display, drawable, _gc, 1, 1, right - 1, 1);
+    XDrawLine(display, drawable, _gc, 0, 0, 0, bottom);
+    XDrawLine(display, drawable, _gc, 1, 1, 1, bottom - 1);
     XSetForeground(display, _gc, _botShadow);
-    XDrawLine(display, _currentView, _gc, 0, bottom, right, bottom);
-    XDrawLine(display, _currentView, _gc, 1, bottom - 1, right - 1, bottom - 1);
-    XDrawLine(display, _currentView, _gc, right, 0, right, bottom);
-    XDrawLine(display, _currentView, _gc, right - 1, 1, right - 1, bottom - 1);
+    XDrawLine(display, drawable, _gc, 0, bottom, right, bottom);
+    XDrawLine(display, drawable, _gc, 1, bottom - 1, right - 1, bottom - 1);
+    XDrawLine(display, drawable, _gc, right, 0, right, bottom);
+    XDrawLine(display, drawable, _gc, right - 1, 1, right - 1, bottom - 1);
+    if (_hasFocus && width > 0 && height > 0) {
+        XSetForeground(display, _gc, _fg);
+        XDrawRectangle(display, drawable, _gc, 0, 0, static_cast<unsigned>(right),
+                       static_cast<unsigned>(bottom));
+    }
 }
 
 void qipCanvas::refreshDisplay()

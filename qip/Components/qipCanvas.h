@@ -5,7 +5,8 @@
 // pixmap is copied to the window, so that nothing flickers. The cost of a picture depends on the
 // size of the view, never on that of the canvas.
 //
-// The mouse wheel and the page, arrow, home and end keys scroll.
+// The mouse wheel and the page, arrow, home and end keys scroll. While keys come to a canvas, the
+// outermost line of its frame is dark.
 #pragma once
 
 #include "qip/Components/qipScrolledWindow.h"
@@ -59,12 +60,14 @@ protected:
 private:
     bool makeContext();
     void drawCells(const qipView& v);
-    void drawFrame(int width, int height);
+    void drawFrame(Drawable drawable) const;
     void scrollBy(int columns, int rows);
 
     static void expose_cbk(Widget widget, XtPointer canvas, XtPointer callData);
     static void resize_cbk(Widget widget, XtPointer data, XtPointer callData);
     static void input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean* goOn);
+    static void focus_cbk(Widget widget, XtPointer data, XEvent* event, Boolean* goOn);
 
     Display* _gcDisplay; // on which `_gc` was made
+    bool _hasFocus;      // keys come here
 };

@@ -6,9 +6,6 @@
 #include <Xm/Form.h>
 #include <Xm/Xm.h>
 
-#include <algorithm>
-#include <vector>
-
 namespace {
 
 constexpr int Margin = 10; // pixels above and below the groups
@@ -35,22 +32,32 @@ void attachRight(qipVCell* group, qipVCell* neighbour)
     }
 }
 
+// The place, from 1, of the last entry for `group`.
+int lastPlaceOf(const qipVCell* group, const List<qipVCell*>& groups)
+{
+    int last = 0;
+    int place = 0;
+    ListIterator<qipVCell*> it(groups);
+    while (const qipVCell* each = it.next()) {
+        ++place;
+        last = each == group ? place : last;
+    }
+    return last;
+}
+
 // Stands the groups side by side in the order of the list. A group that is listed more than once
 // stands where its last entry is: attached at each entry it would hang on itself.
 void arrange(const List<qipVCell*>& groups, void (*attach)(qipVCell*, qipVCell*))
 {
-    std::vector<qipVCell*> row;
+    qipVCell* neighbour = nullptr;
+    int place = 0;
     ListIterator<qipVCell*> it(groups);
     while (qipVCell* each = it.next()) {
-        row.erase(std::remove(row.begin(), row.end(), each), row.end());
-        if (each->baseWidget() != nullptr) {
-            row.push_back(each);
+        ++place;
+        if (each->baseWidget() != nullptr && place == lastPlaceOf(each, groups)) {
+            attach(each, neighbour);
+            neighbour = each;
         }
-    }
-    qipVCell* neighbour = nullptr;
-    for (qipVCell* each : row) {
-        attach(each, neighbour);
-        neighbour = each;
     }
 }
 

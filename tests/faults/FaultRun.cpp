@@ -4,6 +4,7 @@
 #include "tests/support/TempDir.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <numeric>
@@ -15,34 +16,69 @@ std::string Fault::text() const
     return call + " " + std::to_string(at) + " " + how + " (" + std::strerror(reason) + ")";
 }
 
+namespace {
+
+long nFaults = 0;
+
+} // namespace
+
+FaultEnvironment::FaultEnvironment(const Fault& fault, const std::string& countsFile)
+    : _variables{
+          {"LD_PRELOAD", ZEM_FAULTS_LIBRARY},
+          {"ZEM_FAULT_CALL", fault.call},
+          {"ZEM_FAULT_AT", std::to_string(fault.at)},
+          {"ZEM_FAULT_HOW", fault.how},
+          {"ZEM_FAULT_ERRNO", std::to_string(fault.reason)},
+          {"ZEM_FAULT_COUNTS", countsFile},
+      }
+{
+    if (fault.ownOnly) {
+        _variables["ZEM_FAULT_OWN"] = "1";
+    }
+    nFaults += fault.at > 0 ? 1 : 0;
+    for (const auto& variable : _variables) {
+        setenv(variable.first.c_str(), variable.second.c_str(), 1);
+    }
+}
+
+FaultEnvironment::~FaultEnvironment()
+{
+    for (const auto& variable : _variables) {
+        unsetenv(variable.first.c_str());
+    }
+}
+
+std::map<std::string, long> FaultEnvironment::counts(const std::string& countsFile)
+{
+    std::map<std::string, long> result;
+    std::istringstream text(TempDir::read(countsFile));
+    std::string call;
+    long number = 0;
+    while (text >> call >> number) {
+        result[call] = number;
+    }
+    return result;
+}
+
 ProgramResult runWithFault(const std::vector<std::string>& words, const Fault& fault,
                            std::map<std::string, long>* counts)
 {
     const TempDir dir;
-    const std::map<std::string, std::string> environment = {
-        {"LD_PRELOAD", ZEM_FAULTS_LIBRARY},
-        {"ZEM_FAULT_CALL", fault.call},
-        {"ZEM_FAULT_AT", std::to_string(fault.at)},
-        {"ZEM_FAULT_HOW", fault.how},
-        {"ZEM_FAULT_ERRNO", std::to_string(fault.reason)},
-        {"ZEM_FAULT_COUNTS", dir.path("counts")},
-    };
-    for (const auto& variable : environment) {
-        setenv(variable.first.c_str(), variable.second.c_str(), 1);
-    }
-    const ProgramResult result = runProgram(words);
-    for (const auto& variable : environment) {
-        unsetenv(variable.first.c_str());
+    const std::string countsFile = dir.path("counts");
+    ProgramResult result;
+    {
+        const FaultEnvironment environment(fault, countsFile);
+        result = runProgram(words);
     }
     if (counts != nullptr) {
-        std::istringstream text(TempDir::read(dir.path("counts")));
-        std::string call;
-        long number = 0;
-        while (text >> call >> number) {
-            (*counts)[call] = number;
-        }
+        *counts = FaultEnvironment::counts(countsFile);
     }
     return result;
+}
+
+void tellFaults(const std::string& program)
+{
+    std::printf("%ld faults under %s\n", nFaults, program.c_str());
 }
 
 std::vector<long> chosenCalls(long total, size_t most)

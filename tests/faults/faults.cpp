@@ -9,6 +9,8 @@
 //   ZEM_FAULT_HOW     fail (the default), last (this call and all behind it fail), short (half the
 //                     bytes are read or written), kill (the program is killed before the call)
 //   ZEM_FAULT_ERRNO   the reason that a call that fails gives; EIO by default
+//   ZEM_FAULT_OWN     when set, only allocations of the program's own code and of the C++ library
+//                     are counted and fail, not those of other libraries
 //   ZEM_FAULT_COUNTS  a file that gets a line "CALL NUMBER" for each kind when the program ends
 //
 // Calls that the C library makes of itself are not seen: a stream of its own (fopen) is seen when
@@ -23,6 +25,7 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <link.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -34,6 +37,9 @@ void* __libc_realloc(void*, size_t);
 void* __libc_memalign(size_t, size_t);
 }
 
+// Where a function of this library was called from.
+#define CALLER __builtin_return_address(0)
+
 namespace {
 
 enum Call { Open, Read, Write, Seek, Close, Sync, Rename, Readdir, Malloc, NCalls };
@@ -43,8 +49,9 @@ const char* const callNames[NCalls] = {"open", "read",   "write",   "seek",  "cl
 enum How { Fail, Last, Short, Kill };
 const char* const howNames[] = {"fail", "last", "short", "kill"};
 
-const char* const names[] = {"LD_PRELOAD",    "ZEM_FAULT_CALL",  "ZEM_FAULT_AT",
-                             "ZEM_FAULT_HOW", "ZEM_FAULT_ERRNO", "ZEM_FAULT_COUNTS"};
+const char* const names[] = {"LD_PRELOAD",      "ZEM_FAULT_CALL",  "ZEM_FAULT_AT",
+                             "ZEM_FAULT_HOW",   "ZEM_FAULT_ERRNO", "ZEM_FAULT_OWN",
+                             "ZEM_FAULT_COUNTS"};
 
 enum Verdict { Pass, Break, Halve };
 
@@ -54,7 +61,17 @@ int chosenCall = -1;
 long chosenAt = 0;
 How chosenHow = Fail;
 int chosenReason = EIO;
+bool takesOwnOnly = false;
 char countsFile[4096];
+
+// Code of the program and of the C++ library.
+struct Range
+{
+    uintptr_t begin;
+    uintptr_t end;
+};
+Range ownCode[16];
+int nOwnCode = 0;
 
 // No call of this function may come back here: it is asked by malloc, too.
 Verdict ask(Call call)
@@ -75,6 +92,33 @@ Verdict ask(Call call)
     }
     errno = chosenReason;
     return Break;
+}
+
+// The same for an allocation that was asked for from `caller`.
+Verdict askFor(const void* caller)
+{
+    const auto address = reinterpret_cast<uintptr_t>(caller);
+    bool isOwn = !takesOwnOnly;
+    for (int i = 0; i < nOwnCode && !isOwn; ++i) {
+        isOwn = address >= ownCode[i].begin && address < ownCode[i].end;
+    }
+    return isOwn ? ask(Malloc) : Pass;
+}
+
+// Called for each object that is loaded; the program itself has no name.
+int noteOwnCode(struct dl_phdr_info* object, size_t, void*)
+{
+    if (object->dlpi_name[0] != '\0' && std::strstr(object->dlpi_name, "libstdc++") == nullptr) {
+        return 0;
+    }
+    for (int i = 0; i < object->dlpi_phnum && nOwnCode < 16; ++i) {
+        const ElfW(Phdr)& part = object->dlpi_phdr[i];
+        if (part.p_type == PT_LOAD && (part.p_flags & PF_X) != 0) {
+            const uintptr_t begin = object->dlpi_addr + part.p_vaddr;
+            ownCode[nOwnCode++] = {begin, begin + part.p_memsz};
+        }
+    }
+    return 0;
 }
 
 // The function that this library stands in front of.
@@ -106,6 +150,8 @@ __attribute__((constructor)) void start()
     if (file != nullptr) {
         std::snprintf(countsFile, sizeof countsFile, "%s", file);
     }
+    takesOwnOnly = getenv("ZEM_FAULT_OWN") != nullptr;
+    dl_iterate_phdr(noteOwnCode, nullptr);
     for (const char* name : names) {
         unsetenv(name);
     }
@@ -283,22 +329,30 @@ int rename(const char* from, const char* to)
 
 void* malloc(size_t size)
 {
-    return ask(Malloc) == Break ? nullptr : __libc_malloc(size);
+    return askFor(CALLER) == Break ? nullptr : __libc_malloc(size);
 }
 
 void* calloc(size_t n, size_t size)
 {
-    return ask(Malloc) == Break ? nullptr : __libc_calloc(n, size);
+    return askFor(CALLER) == Break ? nullptr : __libc_calloc(n, size);
 }
 
 void* realloc(void* memory, size_t size)
 {
-    return ask(Malloc) == Break ? nullptr : __libc_realloc(memory, size);
+    return askFor(CALLER) == Break ? nullptr : __libc_realloc(memory, size);
 }
 
 void* aligned_alloc(size_t alignment, size_t size)
 {
-    return ask(Malloc) == Break ? nullptr : __libc_memalign(alignment, size);
+    return askFor(CALLER) == Break ? nullptr : __libc_memalign(alignment, size);
+}
+
+// In the C library it would be that library which asks for the memory.
+char* strdup(const char* text)
+{
+    const size_t size = std::strlen(text) + 1;
+    void* copy = askFor(CALLER) == Break ? nullptr : __libc_malloc(size);
+    return copy == nullptr ? nullptr : static_cast<char*>(std::memcpy(copy, text, size));
 }
 
 } // extern "C"

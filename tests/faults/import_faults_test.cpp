@@ -54,6 +54,8 @@ protected:
         ASSERT_NE(_old["x.log"], _new["x.log"]);
     }
 
+    void TearDown() override { tellFaults("zem-import"); }
+
     void build(const std::string& folder)
     {
         fs::create_directories(_dir.path(folder));

@@ -104,6 +104,7 @@ TEST_P(ReportFaultsTest, IsRightOrSaysSo)
             }
         }
     }
+    tellFaults(GetParam()[0]);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -112,6 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
                       std::vector<std::string>{"zem-report", "-dF", "-s%F", "p.log"},
                       std::vector<std::string>{"zem-report", "-df", "-nm", "-sf", "p.log"},
                       std::vector<std::string>{"zem-report", "-do", "-sb", "p.log"},
+                      std::vector<std::string>{"zem-report", "--format=csv", "-s%F", "p.log"},
+                      std::vector<std::string>{"zem-report", "--summary", "-s%F", "p.log"},
                       std::vector<std::string>{"zem-dump", "p.map", "p.log"}));
 
 } // namespace

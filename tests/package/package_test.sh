@@ -18,9 +18,11 @@ package() { ls "$made"/zem_*.deb; }
 
 # dpkg on a system of its own below $scratch/root, in which nothing is installed.
 dpkg_there() {
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(fakeroot)
     mkdir -p "$scratch/root/var/lib/dpkg/"{info,updates,triggers}
     touch "$scratch/root/var/lib/dpkg/status"
-    dpkg --root="$scratch/root" --log=/dev/null --force-not-root --force-depends --force-confold "$@" \
+    "${as_root[@]}" dpkg --root="$scratch/root" --log=/dev/null --force-not-root --force-depends --force-confold "$@" \
         >"$scratch/dpkg.log" 2>&1 || { cat "$scratch/dpkg.log" >&2; fail "dpkg $*"; return 1; }
 }
 installed_files() { (cd "$scratch/root" && find . -path ./var -prune -o -type f -printf '/%P\n'); }
@@ -31,12 +33,8 @@ newer_package() {
     echo '! new' >>"$scratch/newer/etc/X11/app-defaults/zem"
     dpkg-deb --root-owner-group -b "$scratch/newer" "$scratch/newer.deb" >/dev/null
 }
-# A program with coverage, imported by the installed importer to $scratch/cov/sample.log.
-sample() {
-    cp "$source_dir"/tests/data/gcc-coverage/* "$scratch"
-    (cd "$scratch" && g++ --coverage -O0 ./*.cc -o sample && ./sample >/dev/null &&
-        "$1/zem-import" gcc -o cov --name sample . >import.log)
-}
+# The sample program, imported by the importer in folder $1 to $scratch/cov/sample.log.
+sample() { "$1/zem-import" gcc -o "$scratch/cov" --name sample "$made/sample" >"$scratch/import.log"; }
 
 case $case_ in
 make)
@@ -45,6 +43,10 @@ make)
         { cat "$scratch/log"; fail "cpack"; }
     rm -rf "$made/_CPack_Packages"
     package >/dev/null || fail "no package"
+    # A program with coverage, for those that run what is in the package.
+    mkdir "$made/sample"
+    cp "$source_dir"/tests/data/gcc-coverage/* "$made/sample"
+    (cd "$made/sample" && g++ --coverage -O0 ./*.cc -o sample && ./sample >/dev/null)
     ;;
 lintian)
     need lintian
@@ -78,6 +80,7 @@ contents)
     ;;
 install)
     need dpkg
+    [ "$(id -u)" -eq 0 ] || need fakeroot
     dpkg_there -i "$(package)"
     bin=$scratch/root/usr/bin
     sample "$bin"
@@ -92,6 +95,7 @@ install)
     ;;
 upgrade)
     need dpkg
+    [ "$(id -u)" -eq 0 ] || need fakeroot
     dpkg_there -i "$(package)"
     # Settings that were changed here stay, the new ones lie beside them.
     echo 'zem.geometry: 900x700' >>"$scratch/root/etc/X11/app-defaults/zem"
@@ -168,7 +172,7 @@ completion)
         try $shell --relative zem-import --re
         try $shell untouched__Fi zem cov/sample.log -ff unt
         try $shell jobs zem-report cov/sample.log -fo jo
-        try $shell "$scratch/main.cc" zem cov/sample.log -fF "$scratch/m"
+        try $shell "$made/sample/main.cc" zem cov/sample.log -fF "$made/sample/m"
     done
     try bash cov/sample.log zem cov/
     try bash Square zem cov/sample.log -fo jobs::Squ
@@ -206,7 +210,7 @@ source)
     cpack --config "$build_dir/CPackSourceConfig.cmake" -B "$scratch/out" >"$scratch/log" 2>&1 ||
         { cat "$scratch/log"; fail "cpack"; }
     mkdir "$scratch/tree"
-    tar -xf "$scratch"/out/zem-*.tar.xz -C "$scratch/tree" --strip-components=1
+    tar -xf "$scratch"/out/zem-*.tar.gz -C "$scratch/tree" --strip-components=1
     [ ! -e "$scratch/tree/.git" ] && [ ! -e "$scratch/tree/build" ] || fail "more than sources"
     cmake -S "$scratch/tree" -B "$scratch/configured" >"$scratch/log" 2>&1 ||
         { cat "$scratch/log"; fail "does not configure"; }

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <poll.h>
 
 namespace {
 
@@ -18,15 +17,6 @@ constexpr char LoadTitle[] = "Select ZEM log file";
 constexpr char TypeTitle[] = "Select report type";
 constexpr char SortTitle[] = "Select sort criteria";
 constexpr char HelpTitle[] = "Help";
-
-// The processor time of a process so far; a text that stays the same while it sleeps.
-std::string timeUsed(pid_t process)
-{
-    std::ifstream file("/proc/" + std::to_string(process) + "/schedstat");
-    std::string time;
-    file >> time;
-    return time;
-}
 
 // KiB that a process does not share and has written to.
 long privateMemory(pid_t process)
@@ -59,14 +49,7 @@ bool Soak::settle()
 {
     XSync(_display, False);
     _run.server().settleWindowManager();
-    std::string before;
-    return _run.waitFor([&] {
-        const std::string now = timeUsed(_run.process());
-        const bool isIdle = now == before;
-        before = now;
-        poll(nullptr, 0, 10);
-        return isIdle || !_run.running();
-    });
+    return _run.waitUntilIdle();
 }
 
 bool Soak::hasKeyboard(Window window)

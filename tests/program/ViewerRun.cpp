@@ -54,8 +54,13 @@ ViewerRun::~ViewerRun()
 
 void ViewerRun::start(const std::vector<std::string>& words)
 {
+    startProgram("zem", words);
+}
+
+void ViewerRun::startProgram(const std::string& name, const std::vector<std::string>& words)
+{
     stop();
-    const std::string program = builtProgram("zem");
+    const std::string program = builtProgram(name);
     const int out = fileFor(_dir.path("out"));
     const int err = fileFor(_dir.path("err"));
     _program = fork();
@@ -64,7 +69,7 @@ void ViewerRun::start(const std::vector<std::string>& words)
         dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
         dup2(out, STDOUT_FILENO);
         dup2(err, STDERR_FILENO);
-        std::vector<char*> argv = {const_cast<char*>("zem")};
+        std::vector<char*> argv = {const_cast<char*>(name.c_str())};
         for (const std::string& word : words) {
             argv.push_back(const_cast<char*>(word.c_str()));
         }
@@ -182,6 +187,21 @@ int ViewerRun::shownWindows()
         XFree(children);
     }
     return nShown;
+}
+
+bool ViewerRun::waitUntilIdle()
+{
+    const std::string folder = "/proc/" + std::to_string(_program);
+    std::string before;
+    return waitFor([&] {
+        // The time that it has used so far, and its state behind its name.
+        const std::string now = TempDir::read(folder + "/schedstat");
+        const std::string state = TempDir::read(folder + "/stat");
+        const bool isAsleep = state.find(") S") != std::string::npos;
+        const bool isIdle = isAsleep && now == before;
+        before = isAsleep ? now : "";
+        return isIdle || !running();
+    });
 }
 
 std::string ViewerRun::picture(Window window, unsigned long color)

@@ -29,6 +29,8 @@ public:
 
     // Runs zem with these words, in place of one that still runs.
     void start(const std::vector<std::string>& words);
+    // The same for another of the built programs, which starts zem.
+    void startProgram(const std::string& name, const std::vector<std::string>& words);
 
     // The main window, once it is on the screen; 0 when it does not come or the program ends.
     Window mainWindow();
@@ -42,6 +44,10 @@ public:
     // How many windows lie on the screen side by side or one above the other: one more when a menu
     // or a dialog comes up.
     int shownWindows();
+
+    // Waits until the program has ended or waits for input itself. Returns false when it does not
+    // come to that.
+    bool waitUntilIdle();
 
     // Waits, for twenty seconds at most, until `condition` holds. Returns whether it does.
     bool waitFor(const std::function<bool()>& condition);

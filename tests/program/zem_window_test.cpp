@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <iterator>
+#include <map>
 #include <poll.h>
 #include <random>
 #include <regex>
@@ -153,6 +155,45 @@ TEST_F(ZemWindowTest, AUsersResourceFileChangesTheLook)
     EXPECT_EQ(_run.err(), "");
 }
 
+// The files of docs/resources, each by a colour or a width that only it brings.
+TEST_F(ZemWindowTest, EachResourceFileOfTheDocumentsChangesTheLook)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const std::map<std::string, const char*> colors = {
+        {"dark", "gray20"}, {"colour-blind", "khaki1"}, {"large", nullptr}, {"xft", nullptr}};
+    const int usual = _run.height(open({}));
+    const std::filesystem::path folder(ZEM_SOURCE_DIR "/docs/resources");
+    size_t nFiles = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename();
+        if (name == "README.md") {
+            continue;
+        }
+        ++nFiles;
+        SCOPED_TRACE(name);
+        ASSERT_EQ(colors.count(name), 1u);
+        setenv("XENVIRONMENT", entry.path().c_str(), 1);
+        const Window window = open({});
+        ASSERT_NE(window, 0u);
+        if (colors.at(name) != nullptr) {
+            EXPECT_TRUE(comesToShow(window, _run.color(colors.at(name))));
+        } else {
+            EXPECT_GT(_run.height(window), usual);
+        }
+        // A dialog has fonts and colours of its own.
+        const int nShown = _run.shownWindows();
+        XInput::key(_run.display(), XK_f, XK_Alt_L);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() > nShown; }));
+        _run.picture(window);
+        XInput::key(_run.display(), XK_l);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown + 1; }));
+        _run.picture(DefaultRootWindow(_run.display()));
+        saveScreenshot(_run.display(), DefaultRootWindow(_run.display()), "resources-" + name);
+        EXPECT_EQ(_run.err(), "");
+    }
+    EXPECT_EQ(nFiles, colors.size());
+}
+
 TEST_F(ZemWindowTest, TheWindowManagersCloseEndsTheProgramWithSuccess)
 {
     const Window window = open({});
@@ -234,6 +275,97 @@ TEST_F(ZemWindowTest, ASlowDoubleClickOpensTheSourceToo)
     EXPECT_EQ(_run.err(), "");
 }
 
+// Whether a dark line runs along a canvas whose picture begins here: keys go to it.
+bool isOutlined(const Pixels& picture, int x, int y, unsigned long dark)
+{
+    return picture.count(x, y, 200, 1, dark) == 200;
+}
+
+TEST_F(ZemWindowTest, EverythingCanBeDoneWithoutAPointer)
+{
+    ASSERT_TRUE(_run.server().startWindowManager());
+    const Window window = open({"-ct"});
+    ASSERT_NE(window, 0u);
+    Display* display = _run.display();
+    const unsigned long black = _run.color("Black");
+    const unsigned long red = _run.color("Red3");
+    const int first = selectedRow(window);
+    const int left = Pixels(display, window).find(0, first, _selected) - 2;
+
+    // Tab comes to the report, and leaves it again both ways.
+    const auto reportHasKeys = [&] {
+        return isOutlined(Pixels(display, window), left, first - 2, black);
+    };
+    const auto tabTo = [&](const std::function<bool()>& goal, KeySym modifier) {
+        for (int i = 0; i < 15; ++i) {
+            XInput::key(display, XK_Tab, modifier);
+            _run.picture(window);
+            if (goal()) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const auto reportHasNoKeys = [&] {
+        return !reportHasKeys();
+    };
+    ASSERT_TRUE(tabTo(reportHasKeys, 0));
+    EXPECT_TRUE(tabTo(reportHasNoKeys, 0));
+    EXPECT_TRUE(tabTo(reportHasKeys, XK_Shift_L));
+    EXPECT_TRUE(tabTo(reportHasNoKeys, XK_Shift_L));
+    ASSERT_TRUE(tabTo(reportHasKeys, 0));
+    saveScreenshot(display, window, "window-report-has-keys");
+
+    // Another row, and its source.
+    XInput::key(display, XK_Down, XK_Control_L);
+    EXPECT_TRUE(_run.waitFor([&] { return selectedRow(window) == first + 26; }));
+    const int height = _run.height(window);
+    XInput::key(display, XK_Return);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.height(window) > height; }));
+    ASSERT_NE(_run.picture(window, red), "");
+
+    // The source takes keys, scrolls by pages, and lets them go.
+    const auto sourceHasKeys = [&] {
+        const Pixels picture(display, window);
+        for (int y = first + 60; y < picture.height() - 60; ++y) {
+            if (isOutlined(picture, left, y, black)) {
+                return reportHasNoKeys();
+            }
+        }
+        return false;
+    };
+    ASSERT_TRUE(tabTo(sourceHasKeys, 0));
+    saveScreenshot(display, window, "window-source-has-keys");
+    const std::string top = _run.picture(window);
+    XInput::key(display, XK_Page_Down);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.picture(window) != top; }));
+    EXPECT_TRUE(tabTo([&] { return !sourceHasKeys(); }, XK_Shift_L));
+
+    // Menus, a dialog and its list, help and its way back.
+    const auto pressInMenu = [&](KeySym menu, KeySym entry) {
+        const int nShown = _run.shownWindows();
+        XInput::key(display, menu, XK_Alt_L);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() > nShown; }));
+        _run.picture(window);
+        XInput::key(display, entry);
+        EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown + 1; }));
+        _run.picture(window);
+    };
+    const int nShown = _run.shownWindows();
+    pressInMenu(XK_f, XK_r);
+    XInput::type(display, "x");
+    XInput::key(display, XK_Escape);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown; }));
+    pressInMenu(XK_h, XK_o);
+    // Its text is one Tab away from its button.
+    XInput::key(display, XK_Tab);
+    XInput::key(display, XK_Page_Down);
+    XInput::key(display, XK_Tab, XK_Shift_L);
+    XInput::key(display, XK_space);
+    EXPECT_TRUE(_run.waitFor([&] { return _run.shownWindows() == nShown; }));
+    EXPECT_EQ(_run.err(), "");
+}
+
 TEST_F(ZemWindowTest, TheUsersGeometrySizesAndPlacesTheMainWindow)
 {
     Window window = open({"-geometry", "500x400+120+80"});
@@ -252,6 +384,15 @@ TEST_F(ZemWindowTest, TheUsersGeometrySizesAndPlacesTheMainWindow)
     EXPECT_EQ(_run.left(window), XServer::Width - 500);
     EXPECT_EQ(_run.top(window), 0);
     EXPECT_EQ(_run.height(window), XServer::Height);
+    // So is one that no screen has.
+    for (const char* geometry : {"99999x99999", "32767x32767+32767+32767", "99999x99999-9-9"}) {
+        window = open({"-geometry", geometry});
+        ASSERT_NE(window, 0u) << geometry;
+        EXPECT_EQ(_run.width(window), XServer::Width) << geometry;
+        EXPECT_EQ(_run.height(window), XServer::Height) << geometry;
+        EXPECT_EQ(_run.left(window), 0) << geometry;
+        EXPECT_EQ(_run.top(window), 0) << geometry;
+    }
     EXPECT_EQ(_run.err(), "");
 }
 

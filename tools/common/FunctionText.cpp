@@ -6,6 +6,7 @@
 #include "tools/common/SymbolScan.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -162,6 +163,62 @@ Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
     return result;
 }
 
+// Whether the "operator" at `at` is a word of its own.
+bool isOperator(const std::string& text, size_t at)
+{
+    constexpr size_t Length = 8;
+    const auto continuesName = [&text](size_t i) {
+        return i < text.size() &&
+               (std::isalnum(static_cast<unsigned char>(text[i])) != 0 || text[i] == '_');
+    };
+    return !(at != 0 && continuesName(at - 1)) && !continuesName(at + Length);
+}
+
+// Where the name starts that ends before `end`: behind the blank that keeps it apart from a result.
+// Blanks in brackets, and those of an operator's name, are no such blanks.
+size_t readableNameStart(const std::string& text, size_t end)
+{
+    const NameText brackets(text.substr(0, end));
+    size_t start = end;
+    const size_t word = text.rfind("operator", end);
+    if (word != std::string::npos && isOperator(text, word)) {
+        start = word; // what is behind it belongs to the operator
+    }
+    while (start > 0 && text[start - 1] != ' ') {
+        const size_t partner = brackets.partner(start - 1);
+        start = partner != NameText::None && partner < start - 1 ? partner : start - 1;
+    }
+    return start;
+}
+
+// Takes apart a name that another tool has made readable: "int ns::f<int>(int) const". Returns
+// false for what does not look like one.
+bool readReadable(const std::string& symbol, FunctionText& function)
+{
+    std::string text = symbol.substr(0, symbol.find(" [clone "));
+    dropQualifiers(text);
+    const bool hasList = text.size() > 1 && text[0] != '<' && text.back() == '>';
+    const size_t bracket =
+        text.empty() || text.back() != ')' ? std::string::npos : parametersAtEnd(text);
+    if (bracket == std::string::npos || bracket == 0) {
+        if (text.find("::") == std::string::npos && !hasList) {
+            return false;
+        }
+        function._name = withStandardNames(text);
+        function._isSymbol = false;
+        return true;
+    }
+    const size_t start = readableNameStart(text, bracket);
+    if (start == bracket) {
+        return false;
+    }
+    function._name = withStandardNames(text.substr(start, bracket - start));
+    function._types = withStandardNames(text.substr(bracket + 1, text.size() - bracket - 2));
+    function._hasTypes = true;
+    function._isSymbol = false;
+    return true;
+}
+
 } // namespace
 
 FunctionText readFunctionText(const std::string& symbol)
@@ -170,6 +227,9 @@ FunctionText readFunctionText(const std::string& symbol)
     function._name = symbol;
     function._isSymbol = true;
     if (symbol.compare(0, 2, "_Z") != 0) {
+        if (symbol.find_first_of(":(>") != std::string::npos && symbol.size() <= LongestUnfolded) {
+            (void)readReadable(symbol, function); // else a symbol
+        }
         return function;
     }
     const SymbolScan scan = scanSymbol(symbol);

@@ -16,5 +16,6 @@ struct FunctionText
     bool _isTooLarge = false; // the text would be too long to be made
 };
 
+// `symbol` is the compiler's, or a readable name that another tool made of one: "ns::f(int) const".
 // May be called from several threads.
 FunctionText readFunctionText(const std::string& symbol);

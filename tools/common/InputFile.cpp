@@ -36,11 +36,20 @@ bool InputFile::open(const std::string& path)
 bool InputFile::append(std::string& bytes, size_t size)
 {
     const size_t before = bytes.size();
-    size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, this->size() - _position));
+    const bool isRead = readAt(_position, size, bytes);
+    _position += bytes.size() - before;
+    return isRead;
+}
+
+bool InputFile::readAt(uint64_t offset, size_t size, std::string& bytes)
+{
+    const size_t before = bytes.size();
+    const uint64_t there = offset < this->size() ? this->size() - offset : 0;
+    size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, there));
     bytes.resize(before + wanted);
     while (wanted > 0) {
         const ssize_t got =
-            pread(_fd, &bytes[bytes.size() - wanted], wanted, static_cast<off_t>(_position));
+            pread(_fd, &bytes[bytes.size() - wanted], wanted, static_cast<off_t>(offset));
         if (got < 0 && errno == EINTR) {
             continue;
         }
@@ -49,7 +58,7 @@ bool InputFile::append(std::string& bytes, size_t size)
             return fail(got < 0 ? std::strerror(errno) : "It became shorter while it was read");
         }
         wanted -= static_cast<size_t>(got);
-        _position += static_cast<uint64_t>(got);
+        offset += static_cast<uint64_t>(got);
     }
     return true;
 }

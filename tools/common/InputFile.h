@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 //
-// A file that is read from its start in pieces, with the system's reason where that fails. Only
+// A file that is read in pieces, with the system's reason where that fails. Only
 // regular files: a pipe or a device could hold the program for ever.
 #pragma once
 
@@ -29,6 +29,10 @@ public:
     // problem() set when they cannot be read, or when the file has become shorter.
     // REQUIRES: open() returned true.
     bool append(std::string& bytes, size_t size);
+
+    // Appends `size` bytes from `offset` on to `bytes`, fewer only where the file ends; append()
+    // goes on where it was. Returns false like append(). REQUIRES: open() returned true.
+    bool readAt(uint64_t offset, size_t size, std::string& bytes);
 
     // Whether nobody has written to the file since it was opened; sets problem() otherwise.
     // REQUIRES: open() returned true.

@@ -22,9 +22,7 @@ int LogWriter::add(const CovFile& file, const std::vector<uint32_t>& counts,
     payload.word32(file._timeModified);
     payload.word32(isBoolean ? 1 : 0);
     payload.word32(static_cast<uint32_t>(counts.size()));
-    for (const uint32_t count : counts) {
-        payload.word32(count);
-    }
+    payload.words32(counts);
     if (payload.size() > UINT32_MAX) {
         return WriteFailed;
     }

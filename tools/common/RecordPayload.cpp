@@ -18,6 +18,15 @@ void RecordPayload::word32(uint32_t value)
     qipPutBig32(&_bytes[at], value);
 }
 
+void RecordPayload::words32(const std::vector<uint32_t>& values)
+{
+    const size_t at = _bytes.size();
+    _bytes.resize(at + 4 * values.size());
+    for (size_t i = 0; i < values.size(); ++i) {
+        qipPutBig32(&_bytes[at + 4 * i], values[i]);
+    }
+}
+
 void RecordPayload::text(const std::string& text)
 {
     qipAssert(text.size() <= LongestText);

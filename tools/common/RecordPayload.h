@@ -15,6 +15,7 @@ public:
 
     void word16(uint32_t value);
     void word32(uint32_t value);
+    void words32(const std::vector<uint32_t>& values);
     // Length and bytes with a terminating zero. REQUIRES: text.size() <= LongestText.
     void text(const std::string& text);
 

@@ -37,6 +37,10 @@ void appendValues(const std::vector<CovTerm>& terms, const std::vector<int64_t>&
     int64_t greatest = INT64_MIN;
     for (const CovTerm& term : terms) {
         qipAssert(term._count < counts.size());
+        if (term._endsMaximum != 0 && term._endsSum != 0 && sum == 0 && greatest == INT64_MIN) {
+            values.push_back(bounded(counts[term._count], losses));
+            continue;
+        }
         greatest = std::max(greatest, counts[term._count]);
         if (term._endsMaximum != 0) {
             addCount(sum, greatest);
@@ -64,8 +68,34 @@ void appendSums(const std::vector<CovTerm>& terms, std::vector<uint32_t>& values
     }
 }
 
+// Which of them are 0, a bit for each.
+std::vector<uint64_t> zerosOf(const std::vector<uint32_t>& values)
+{
+    constexpr size_t WordBits = 64;
+    std::vector<uint64_t> zeros(values.size() / WordBits + 1);
+    for (size_t i = 0; i < values.size(); ++i) {
+        zeros[i / WordBits] |= uint64_t(values[i] == 0) << i % WordBits;
+    }
+    return zeros;
+}
+
+// The same as checkView(), which is asked only when other counts are 0 than in the run before.
+void compareFile(const CovFile& file, const std::vector<uint32_t>& values,
+                 const std::vector<uint32_t>& counts, ComparedRuns::File& before,
+                 ImportLosses& losses)
+{
+    std::vector<uint64_t> zeros = zerosOf(values);
+    if (!before._isThere || before._zeros != zeros) {
+        ImportLosses found;
+        checkView(file, values, counts, found);
+        before = {true, std::move(zeros), found._linesShownRed, found._linesShownBlack};
+    }
+    losses._linesShownRed += before._linesShownRed;
+    losses._linesShownBlack += before._linesShownBlack;
+}
+
 void countFile(const CovFile& file, const std::vector<int64_t>& counts,
-               std::vector<uint32_t>& result, ImportLosses& losses)
+               std::vector<uint32_t>& result, ComparedRuns::File* before, ImportLosses& losses)
 {
     std::vector<uint32_t> values;
     size_t nBlocks = 0;
@@ -87,19 +117,26 @@ void countFile(const CovFile& file, const std::vector<int64_t>& counts,
             result.push_back(values[block._value]);
         }
     }
-    checkView(file, values, result, losses);
+    if (before == nullptr) {
+        checkView(file, values, result, losses);
+    } else {
+        compareFile(file, values, result, *before, losses);
+    }
 }
 
 class CountJob : public ParallelJob
 {
 public:
-    CountJob(const CoverageModel& model, const std::vector<int64_t>& counts, CoverageCounts& result)
-        : _model(model), _counts(counts), _result(result), _losses(model._files.size())
+    CountJob(const CoverageModel& model, const std::vector<int64_t>& counts, CoverageCounts& result,
+             ComparedRuns* before)
+        : _model(model), _counts(counts), _result(result), _before(before),
+          _losses(model._files.size())
     {}
 
     void run(size_t item) override
     {
-        countFile(_model._files[item], _counts, _result._files[item], _losses[item]);
+        countFile(_model._files[item], _counts, _result._files[item],
+                  _before == nullptr ? nullptr : &_before->_files[item], _losses[item]);
     }
 
     const std::vector<ImportLosses>& losses() const { return _losses; }
@@ -108,16 +145,21 @@ private:
     const CoverageModel& _model;
     const std::vector<int64_t>& _counts;
     CoverageCounts& _result;
+    ComparedRuns* const _before;
     std::vector<ImportLosses> _losses; // one for each file
 };
 
 } // namespace
 
 void countRun(const CoverageModel& model, const std::vector<int64_t>& counts,
-              CoverageCounts& result, ImportLosses& losses, unsigned int nThreads)
+              CoverageCounts& result, ImportLosses& losses, unsigned int nThreads,
+              ComparedRuns* before)
 {
     result._files.resize(model._files.size());
-    CountJob job(model, counts, result);
+    if (before != nullptr) {
+        before->_files.resize(model._files.size());
+    }
+    CountJob job(model, counts, result, before);
     runParallel(job, model._files.size(), nThreads);
     for (const ImportLosses& part : job.losses()) {
         losses.add(part);

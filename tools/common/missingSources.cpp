@@ -77,7 +77,8 @@ void vote(const std::string& path, const std::set<std::string>& places,
 // As a shell reads one word. Blanks in folders are common, and the command is there to be copied.
 std::string shellWord(const std::string& text)
 {
-    const std::string plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-";
+    const std::string plain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-=";
     if (text.find_first_not_of(plain) == std::string::npos) {
         return text;
     }
@@ -88,19 +89,14 @@ std::string shellWord(const std::string& text)
     return word + "'";
 }
 
-// The command for a link that makes `path` be there, in the first place on its way that is free.
-std::string linkFor(const std::string& path, const Move& move)
+// The option that makes the move; it splits at the first "=".
+std::string optionFor(const Move& move)
 {
-    size_t end = move.first.empty() ? path.find('/', 1) : move.first.size();
-    std::error_code ignored;
-    while (end != std::string::npos && fs::exists(path.substr(0, end), ignored)) {
-        end = path.find('/', end + 1);
+    if (move.first.find('=') != std::string::npos) {
+        return "";
     }
-    const fs::path link = path.substr(0, end);
-    const std::string target = move.second + link.string().substr(move.first.size());
-    const std::string parent = link.parent_path().string();
-    return (fs::exists(parent, ignored) ? "" : "mkdir -p " + shellWord(parent) + "; ") + "ln -s " +
-           shellWord(target) + " " + shellWord(link.string());
+    const std::string from = move.first.empty() ? "/" : move.first;
+    return " (--map " + shellWord(from + "=" + move.second) + " finds them)";
 }
 
 // Whether the file is there after the move.
@@ -149,8 +145,6 @@ std::string missingSources(const CoverageModel& model, const std::vector<std::st
         return text + "; zem shows their numbers without their text";
     }
     const Move& move = best->first;
-    const auto example = std::find_if(missing.begin(), missing.end(),
-                                      [&move](const auto& path) { return isMoved(path, move); });
-    return text + "; " + std::to_string(found(missing, move)) + " are below " + move.second + "/" +
-           " instead of " + move.first + "/ (" + linkFor(*example, move) + " lets zem find them)";
+    return text + "; " + std::to_string(found(missing, move)) + " are below " + move.second +
+           "/ instead of " + move.first + "/" + optionFor(move);
 }

@@ -176,7 +176,7 @@ void CoberturaReport::writeMethod(const ReportContents& contents, const ZEMFuncR
     const char* stored = orEmpty(function._funcname);
     const std::string whole = shownName(stored, contents.lineLevel());
     std::string name = shownName(stored, SimpleNames);
-    if (whole.compare(0, name.size(), name) != 0) {
+    if (contents.lineLevel() == StoredNames || whole.compare(0, name.size(), name) != 0) {
         name = whole;
     }
     _lines.clear();

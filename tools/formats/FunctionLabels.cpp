@@ -23,7 +23,7 @@ std::string FunctionLabels::label(const ZEMFuncRecord& function)
     if (take(name)) {
         return name;
     }
-    const std::string placed = name + "@" + std::to_string(function._startLine);
+    std::string placed = name + "@" + std::to_string(function._startLine);
     if (take(placed)) {
         return placed;
     }

@@ -64,6 +64,30 @@ int lettersWrong(const char* a, int aLength, const char* b, int bLength, int lim
     return row[static_cast<size_t>(bLength)];
 }
 
+int distanceByLetters(const char* wanted, size_t wantedLength, const char* name, size_t length)
+{
+    if (std::max(wantedLength, length) > LongestCompared || length == 0) {
+        return Far;
+    }
+    const size_t shorter = std::min(wantedLength, length);
+    const int limit = shorter < 4 ? 1 : shorter < 10 ? 2 : shorter < 20 ? 3 : MostWrong;
+    const int wrong =
+        lettersWrong(wanted, static_cast<int>(wantedLength), name, static_cast<int>(length), limit);
+    return wrong > limit ? Far : Part + wrong;
+}
+
+// As if there were nothing in front of the last separator of `name`.
+int distanceToLastPart(const char* wanted, size_t wantedLength, const char* name, size_t length)
+{
+    size_t start = length;
+    while (start > 0 && !isSeparator(name[start - 1])) {
+        --start;
+    }
+    const int distance =
+        start == 0 ? Far : distanceByLetters(wanted, wantedLength, name + start, length - start);
+    return distance >= Far ? Far : distance + 1;
+}
+
 int distanceOf(const char* wanted, const char* name)
 {
     const size_t wantedLength = std::strlen(wanted);
@@ -81,14 +105,8 @@ int distanceOf(const char* wanted, const char* name)
         (length >= ShortestPart && strcasestr(wanted, name) != nullptr)) {
         return Part;
     }
-    if (std::max(wantedLength, length) > LongestCompared) {
-        return Far;
-    }
-    const int limit =
-        std::clamp(static_cast<int>(std::min(wantedLength, length)) / 3, 1, MostWrong);
-    const int wrong =
-        lettersWrong(wanted, static_cast<int>(wantedLength), name, static_cast<int>(length), limit);
-    return wrong > limit ? Far : Part + wrong;
+    return std::min(distanceByLetters(wanted, wantedLength, name, length),
+                    distanceToLastPart(wanted, wantedLength, name, length));
 }
 
 } // namespace

@@ -8,12 +8,15 @@
 #include "zem/Rows/ZEMView.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstring>
 #include <ostream>
 #include <string>
 
 namespace {
 
 constexpr int64_t BarLength = 20;
+constexpr size_t ColumnWidth = 11; // of numbers on a terminal, the space in front included
 
 constexpr char Red[] = "\033[31m";
 constexpr char Yellow[] = "\033[33m";
@@ -47,6 +50,31 @@ void writeLabel(const char* label, size_t width, std::ostream& out)
     }
 }
 
+// A field of a line behind the label: behind a tab, or right-aligned in its column. `colour` is
+// null for none.
+void writeField(std::ostream& out, const char* text, bool isPadded, const char* colour = nullptr)
+{
+    if (isPadded) {
+        for (size_t length = std::strlen(text); length < ColumnWidth; ++length) {
+            out << ' ';
+        }
+    } else {
+        out << '\t';
+    }
+    if (colour != nullptr) {
+        out << colour << text << Plain;
+    } else {
+        out << text;
+    }
+}
+
+void writeField(std::ostream& out, long number, bool isPadded)
+{
+    char digits[24];
+    std::snprintf(digits, sizeof digits, "%ld", number);
+    writeField(out, digits, isPadded);
+}
+
 const char* colourOf(const ZEMView& row, const Percent* limit)
 {
     const int64_t blocks = row._totBlk;
@@ -65,7 +93,7 @@ void writeBar(const ZEMView& row, std::ostream& out)
     const int64_t blocks = row._totBlk;
     const int64_t covered = std::clamp<int64_t>(row._covBlk, 0, std::max<int64_t>(blocks, 0));
     const int64_t filled = blocks <= 0 ? 0 : covered * BarLength / blocks;
-    out << "\t[";
+    out << "  [";
     for (int64_t i = 0; i < BarLength; ++i) {
         out << (i < filled ? '#' : '-');
     }
@@ -83,7 +111,10 @@ void TextReport::write(const ReportContents& contents, std::ostream& out)
     const ZEMRptTable& table = *contents._table;
     const size_t width = _style._isPadded ? longestLabel(table) : 0;
     writeLabel(RptText::typeWord(contents._type), width, out);
-    out << "\tcovered\tuncovered\tper cent\thits\n";
+    for (const char* column : {"covered", "uncovered", "per cent", "hits"}) {
+        writeField(out, column, _style._isPadded);
+    }
+    out << '\n';
     for (int i = 0; i < table._nItems; ++i) {
         writeRow(*table._view[i], width, out);
     }
@@ -101,24 +132,17 @@ void TextReport::writeRow(const ZEMView& row, size_t width, std::ostream& out) c
     const long covered = row._covBlk;
     const long blocks = row._totBlk;
     writeLabel(row._label, width, out);
-    out << '\t' << covered << '\t' << blocks - covered << '\t';
-    writePercent(row, out);
-    out << '\t' << row._hits;
+    writeField(out, covered, _style._isPadded);
+    writeField(out, blocks - covered, _style._isPadded);
+    char percent[24];
+    std::snprintf(percent, sizeof percent, "%ld%%", RptText::percent(covered, blocks));
+    writeField(out, percent, _style._isPadded,
+               _style._hasColours ? colourOf(row, _style._limit) : nullptr);
+    writeField(out, row._hits, _style._isPadded);
     if (_style._hasBars) {
         writeBar(row, out);
     }
     out << '\n';
-}
-
-void TextReport::writePercent(const ZEMView& row, std::ostream& out) const
-{
-    if (_style._hasColours) {
-        out << colourOf(row, _style._limit);
-    }
-    out << RptText::percent(row._covBlk, row._totBlk) << '%';
-    if (_style._hasColours) {
-        out << Plain;
-    }
 }
 
 void TextReport::writeSum(const char* name, long covered, long blocks, std::ostream& out)

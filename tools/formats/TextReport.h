@@ -21,7 +21,6 @@ protected:
 
 private:
     void writeRow(const ZEMView& row, size_t width, std::ostream& out) const;
-    void writePercent(const ZEMView& row, std::ostream& out) const;
     static void writeSum(const char* name, long covered, long blocks, std::ostream& out);
 
     const TextStyle _style;

@@ -10,6 +10,7 @@
 #include "tools/common/missingSources.h"
 #include "tools/common/parallel.h"
 #include "tools/import/ModelBuilder.h"
+#include "tools/import/excludeMarked.h"
 
 #include <ostream>
 
@@ -34,7 +35,8 @@ std::string textBehind(const char* before, const ImportLosses& losses, const cha
 
 ImportJob::ImportJob(Importer& importer, const ImportOptions& options, std::ostream& out,
                      std::ostream& err)
-    : _importer(importer), _options(options), _out(out), _err(err), _nThreads(coreCount())
+    : _importer(importer), _options(options), _out(out), _err(err), _nThreads(coreCount()),
+      _build(options._filter, options._moves)
 {}
 
 bool ImportJob::fail(const std::string& problem)
@@ -45,11 +47,13 @@ bool ImportJob::fail(const std::string& problem)
 
 bool ImportJob::makeModel()
 {
-    ImportedBuild build(_options._filter);
-    if (!_importer.readBuild(build, _losses, _nThreads)) {
+    if (!_importer.readBuild(_build, _losses, _nThreads)) {
         return false;
     }
-    buildModel(build, _options._keepsInstances, _nThreads, _model, _losses);
+    buildModel(_build, _options._keepsInstances, _nThreads, _model, _losses);
+    if (_options._obeysMarkers) {
+        excludeMarked(_model, _losses, _err, _nThreads);
+    }
     finishCoverage(_model, _options._names, _losses, _nThreads);
     if (_model._files.empty()) {
         return fail("nothing to write: no function is left" + textBehind(" (", _losses, ")"));
@@ -93,7 +97,7 @@ bool ImportJob::addRun(size_t run, CoverageWriter& writer)
     }
     CoverageCounts counts;
     counts._executionTime = read._executionTime;
-    countRun(_model, read._counts, counts, losses, _nThreads);
+    countRun(_model, read._counts, counts, losses, _nThreads, &_compared);
     std::vector<int64_t>().swap(read._counts);
     const std::string name =
         read._name.empty() ? _names.another(_options._output._name) : _names.fileName(read._name);

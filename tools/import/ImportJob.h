@@ -6,6 +6,7 @@
 
 #include "tools/common/CoverageModel.h"
 #include "tools/common/ImportLosses.h"
+#include "tools/common/countRun.h"
 #include "tools/import/ImportOptions.h"
 #include "tools/import/Importer.h"
 #include "tools/import/RunNames.h"
@@ -38,9 +39,11 @@ private:
     std::ostream& _out;
     std::ostream& _err;
     const unsigned int _nThreads;
+    ImportedBuild _build;
     CoverageModel _model;
     ImportLosses _losses; // of the build
     RunNames _names;
+    ComparedRuns _compared;
     std::vector<std::string> _summaries; // of each run given to the writer
     bool _isWhole = true;
 };

@@ -20,6 +20,8 @@ bool takeFlag(const char* word, ImportOptions& options)
         options._names._isFull = true;
     } else if (isOption(word, "--instances")) {
         options._keepsInstances = true;
+    } else if (isOption(word, "--no-markers")) {
+        options._obeysMarkers = false;
     } else if (isOption(word, "--system")) {
         options._filter.keepSystem();
     } else {
@@ -38,6 +40,8 @@ bool takeValue(const char* word, const char* value, ImportOptions& options)
         options._filter.exclude(value);
     } else if (isOption(word, "--only")) {
         options._filter.only(value);
+    } else if (isOption(word, "--map")) {
+        options._badMove = options._moves.add(value) ? options._badMove : value;
     } else {
         return false;
     }
@@ -59,6 +63,9 @@ std::string ImportOptions::problem() const
     if (_output._name.find('/') != std::string::npos || _output._name.empty()) {
         return "not the name of a file: --name '" + _output._name + "'";
     }
+    if (!_badMove.empty()) {
+        return "not OLD=NEW: --map '" + _badMove + "'";
+    }
     return _output._folder.empty() ? "the folder to write into has no name: -o ''" : "";
 }
 
@@ -70,6 +77,8 @@ void ImportOptions::usage(std::ostream& out)
            "  --only DIR       keep only source files below DIR\n"
            "  --exclude GLOB   leave out source files whose path matches\n"
            "  --system         keep source files below /usr too\n"
+           "  --map OLD=NEW    sources that the build had below OLD are below NEW\n"
+           "  --no-markers     keep lines that LCOV_EXCL_LINE and its like exclude\n"
            "  --instances      keep the instances of a template apart\n"
            "  --relative       write paths as seen from the current folder\n"
            "  --full-names     do not shorten long names\n";

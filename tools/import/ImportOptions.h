@@ -5,6 +5,7 @@
 
 #include "tools/common/CoverageWriter.h"
 #include "tools/common/FunctionName.h"
+#include "tools/import/PathMap.h"
 #include "tools/import/SourceFilter.h"
 
 #include <iosfwd>
@@ -16,7 +17,10 @@ struct ImportOptions
     CoverageOutput _output;
     NameStyle _names;
     SourceFilter _filter;
+    PathMap _moves;               // of source files
     bool _keepsInstances = false; // of a template, apart
+    bool _obeysMarkers = true;    // ExclusionMarkers.h
+    std::string _badMove;         // what is behind a --map and is none
     std::vector<std::string> _inputs;
 
     // Takes the option at `words[0]` and what belongs to it; `words` ends with a null pointer.

@@ -14,8 +14,10 @@ struct ImportedBuild
     // Runs can count so many blocks.
     static constexpr uint32_t MostCounts = 1u << 30;
 
-    // Borrows `filter` for its life.
-    explicit ImportedBuild(const SourceFilter& filter) : _sources(filter) {}
+    // Borrows both for its life.
+    explicit ImportedBuild(const SourceFilter& filter, const PathMap& moves = PathMap::none())
+        : _sources(filter, moves)
+    {}
 
     SourceTable _sources; // numbers the source files of the copies
     std::vector<FunctionCopy> _copies;

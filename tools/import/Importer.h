@@ -36,7 +36,7 @@ public:
     // Reads what follows from the build alone, with `nThreads` threads. Source files get their
     // numbers from `build._sources`, which also says which of them are left out. The order of
     // copies is free. Problems are one line each on the standard error stream. Returns false when
-    // the inputs cannot be read at all.
+    // the inputs cannot be read at all. `build` stays until the last readRun(), without its copies.
     virtual bool readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads) = 0;
 
     // How many runs the inputs hold, at least one. Called after readBuild() returned true.

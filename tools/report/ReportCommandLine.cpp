@@ -120,7 +120,7 @@ bool ReportCommandLine::takeFormat(const char* name)
     return true;
 }
 
-// Of the format before it, if that has no file yet.
+// Of the format before it, if that has no file yet. "-" is the standard output.
 bool ReportCommandLine::takeFile(const char* name)
 {
     if (name[0] == '\0') {
@@ -134,7 +134,7 @@ bool ReportCommandLine::takeFile(const char* name)
     if (_outputs.empty() || _outputs.back()._file != nullptr) {
         _outputs.push_back({"text", nullptr});
     }
-    _outputs.back()._file = name;
+    _outputs.back()._file = std::strcmp(name, "-") == 0 ? nullptr : name;
     return true;
 }
 

@@ -104,12 +104,18 @@ bool writeOutput(const Report& report, const ReportCommandLine& options,
     return isDone;
 }
 
-bool writeOutputs(const Report& report, const ReportCommandLine& options)
+// Files get only what all logs together say: who reads them does not see what is missing.
+bool writeOutputs(const Report& report, const ReportCommandLine& options, bool hasAllLogs)
 {
     bool isDone = true;
     for (const ReportCommandLine::Output& output : options.outputs()) {
         if (output._file != nullptr) {
             PendingFile::removeOnSignals();
+            if (!hasAllLogs) {
+                std::cerr << "zem-report: " << qipVisibleText(output._file)
+                          << " is not written: not every log was merged" << std::endl;
+                continue;
+            }
         }
         try {
             isDone = writeOutput(report, options, output) && isDone;
@@ -172,7 +178,7 @@ int run(Report& report, const ReportCommandLine& options, int argc, char** argv)
         return Misused;
     }
     const bool hasAllNames = report.findNames();
-    if (!report.prepare() || !writeOutputs(report, options)) {
+    if (!report.prepare() || !writeOutputs(report, options, merged == Success)) {
         return Failed;
     }
     const int judged = judge(report, options);

@@ -45,7 +45,7 @@ bool isOwn(int fd, const std::string& path)
     struct stat named = {};
     return fstat(fd, &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
            opened.st_ino == named.st_ino && opened.st_dev == named.st_dev &&
-           opened.st_uid == geteuid() && (opened.st_mode & 07777) == PrivateMode;
+           opened.st_uid == geteuid();
 }
 
 void removeIfDead(const std::string& path)
@@ -107,7 +107,7 @@ bool CounterFolder::create()
             return fail("cannot make a folder for counters in " + temporaryFolder(), errno);
         }
     } while (!isOwn(_fd, _path));
-    for (const std::string& folder : {all(), each(), ctest()}) {
+    for (const std::string& folder : {all(), each(), driver()}) {
         if (mkdir(folder.c_str(), PrivateMode) != 0) {
             return fail("cannot make the folder " + folder, errno);
         }

@@ -5,7 +5,7 @@
 //
 //   zem-run-counters.XXXXXX/all          of the command, but for the tests of its own
 //   zem-run-counters.XXXXXX/each/NAME    of one test, with --each
-//   zem-run-counters.XXXXXX/ctest        the list of tests that ctest is given, with --each
+//   zem-run-counters.XXXXXX/driver       what the driver of the tests and zem-run tell each other
 //
 // It goes with the object. What a killed zem-run left is known by a lock that nobody holds any more
 // and goes with the next run.
@@ -32,7 +32,7 @@ public:
     const std::string& path() const { return _path; }
     std::string all() const { return _path + "/all"; }
     std::string each() const { return _path + "/each"; }
-    std::string ctest() const { return _path + "/ctest"; }
+    std::string driver() const { return _path + "/driver"; }
 
     const std::string& problem() const { return _problem; }
 

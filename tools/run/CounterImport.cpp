@@ -2,17 +2,22 @@
 #include "tools/run/CounterImport.h"
 
 #include "qip/Support/qipVisibleText.h"
-#include "tools/common/FolderWalk.h"
 #include "tools/run/Companion.h"
-#include "tools/run/CoveredProgram.h"
 #include "tools/run/Process.h"
+#include "tools/run/coveredPrograms.h"
+#include "tools/run/logName.h"
 
-#include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <sys/stat.h>
 
 namespace {
+
+namespace fs = std::filesystem;
+
+// As many as surely fit into the words of one process.
+constexpr size_t MostRuns = 2000;
 
 // Where a build is looked for when none is named.
 const char* const usualBuilds[] = {"build", "."};
@@ -40,20 +45,6 @@ struct FileState
     time_t _seconds = 0;
     long _nanoseconds = 0;
 };
-
-std::vector<std::string> profilesIn(const std::string& folder)
-{
-    std::vector<std::string> paths;
-    FolderWalk walk(folder);
-    while (walk.next()) {
-        if (walk.path().size() > 8 &&
-            walk.path().compare(walk.path().size() - 8, 8, ".profraw") == 0) {
-            paths.push_back(walk.path());
-        }
-    }
-    std::sort(paths.begin(), paths.end());
-    return paths;
-}
 
 } // namespace
 
@@ -86,11 +77,11 @@ bool CounterImport::findBinaries()
         _binaries = _request._binaries;
     }
     if (_binaries.empty() && !_request._build.empty()) {
-        _binaries = CoveredProgram::below(_request._build);
+        _binaries = coveredPrograms(_request._build);
     }
     for (const char* folder : usualBuilds) {
         if (_binaries.empty() && _request._build.empty()) {
-            _binaries = CoveredProgram::below(folder);
+            _binaries = coveredPrograms(folder);
         }
     }
     if (_binaries.empty()) {
@@ -102,14 +93,19 @@ bool CounterImport::findBinaries()
     return !_binaries.empty();
 }
 
-// Runs zem-import with these words and what all kinds have in common.
-void CounterImport::import(std::vector<std::string> words, const std::string& name)
+// Runs zem-import with these words and what all kinds have in common, and looks which of the logs
+// it has written.
+void CounterImport::import(std::vector<std::string> words, const std::string& name,
+                           const std::vector<std::string>& logNames)
 {
     words.insert(words.begin(), companion("zem-import"));
     words.insert(words.end(), {"-o", _request._folder, "--name", name});
     words.insert(words.end(), _request._importWords.begin(), _request._importWords.end());
-    const std::string log = _request._folder + "/" + name + ".log";
-    const FileState before(log);
+    std::vector<FileState> before;
+    before.reserve(logNames.size());
+    for (const std::string& logName : logNames) {
+        before.emplace_back(_request._folder + "/" + logName + ".log");
+    }
     Process process(_watch);
     const int failure = process.start(words, _environment, Process::OnStandardError);
     if (failure != 0) {
@@ -118,19 +114,40 @@ void CounterImport::import(std::vector<std::string> words, const std::string& na
     }
     process.wait();
     _interrupt = process.interrupt();
-    if (!(FileState(log) == before)) {
-        _logs.push_back(log);
+    size_t nWritten = 0;
+    for (size_t i = 0; i < logNames.size(); ++i) {
+        const std::string log = _request._folder + "/" + logNames[i] + ".log";
+        if (FileState(log) == before[i]) {
+            fail("no log was written: " + log);
+        } else {
+            _logs.push_back(log);
+            ++nWritten;
+        }
     }
-    if (process.status() != 0) {
-        fail(_logs.empty() || _logs.back() != log ? "no log was written: " + log
-                                                  : "the log is not complete: " + log);
+    if (process.status() != 0 && nWritten == logNames.size()) {
+        fail("the import was not complete: " +
+             (nWritten == 1 ? _logs.back() : std::to_string(nWritten) + " logs"));
     }
 }
 
 void CounterImport::addGcc(const std::string& folder, const std::string& name)
 {
     if (findBuild()) {
-        import({"gcc", _build, "--run", folder}, name);
+        import({"gcc", _build, "--run", folder}, name, {name});
+    }
+}
+
+// The build is read once for all.
+void CounterImport::addEachGcc(const std::vector<std::string>& folders)
+{
+    for (size_t i = 0; i < folders.size() && _interrupt == 0 && findBuild();) {
+        std::vector<std::string> words = {"gcc", _build, "--each-run"};
+        std::vector<std::string> names;
+        for (; i < folders.size() && names.size() < MostRuns; ++i) {
+            words.insert(words.end(), {"--run", folders[i]});
+            names.push_back(baseName(folders[i]));
+        }
+        import(words, _request._name, names);
     }
 }
 
@@ -141,9 +158,8 @@ void CounterImport::addLlvm(const std::string& folder, const std::string& name)
     }
     std::vector<std::string> words = {"llvm", "--merge"};
     words.insert(words.end(), _binaries.begin(), _binaries.end());
-    const std::vector<std::string> profiles = profilesIn(folder);
-    words.insert(words.end(), profiles.begin(), profiles.end());
-    import(words, name);
+    words.push_back(folder);
+    import(words, name, {name});
 }
 
 void CounterImport::add(const std::string& folder, const std::string& name)
@@ -154,5 +170,52 @@ void CounterImport::add(const std::string& folder, const std::string& name)
     }
     if (kinds._hasLlvm && _interrupt == 0) {
         addLlvm(folder, kinds.both() ? name + "-llvm" : name);
+    }
+}
+
+// Moves the counters of both compilers apart, each into a folder with the name of its log.
+bool CounterImport::splitKinds(std::string& folder, std::string& llvmFolder)
+{
+    std::error_code failure;
+    llvmFolder = folder + "-llvm";
+    fs::create_directory(llvmFolder, failure);
+    for (fs::directory_iterator entry(folder, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (entry->path().extension() == ".profraw") {
+            fs::rename(entry->path(), fs::path(llvmFolder) / entry->path().filename(), failure);
+        }
+    }
+    if (!failure) {
+        fs::rename(folder, folder + "-gcc", failure);
+    }
+    if (failure) {
+        fail("cannot tell the counters of both compilers apart: " + failure.message());
+    }
+    folder += "-gcc";
+    return !failure;
+}
+
+void CounterImport::addEach(const std::vector<std::string>& folders)
+{
+    std::vector<std::string> ofGcc;
+    std::vector<std::string> ofLlvm;
+    for (std::string folder : folders) {
+        const CounterKinds kinds = CounterKinds::in(folder);
+        std::string llvmFolder = folder;
+        if (kinds.both() && !splitKinds(folder, llvmFolder)) {
+            continue;
+        }
+        if (kinds._hasGcc) {
+            ofGcc.push_back(folder);
+        }
+        if (kinds._hasLlvm) {
+            ofLlvm.push_back(llvmFolder);
+        }
+    }
+    addEachGcc(ofGcc);
+    for (const std::string& folder : ofLlvm) {
+        if (_interrupt == 0) {
+            addLlvm(folder, baseName(folder));
+        }
     }
 }

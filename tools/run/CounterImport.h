@@ -23,6 +23,10 @@ public:
     // when there are both kinds. A problem is told on the standard error stream.
     void add(const std::string& folder, const std::string& name);
 
+    // Makes a log of each of these folders with counters, named after it. Those of GCC have one
+    // map.
+    void addEach(const std::vector<std::string>& folders);
+
     // The logs that were written, and whether any could not be or is incomplete.
     const std::vector<std::string>& logs() const { return _logs; }
     bool hasFailed() const { return _hasFailed; }
@@ -32,10 +36,13 @@ public:
 
 private:
     void addGcc(const std::string& folder, const std::string& name);
+    void addEachGcc(const std::vector<std::string>& folders);
     void addLlvm(const std::string& folder, const std::string& name);
+    bool splitKinds(std::string& folder, std::string& llvmFolder);
     bool findBuild();
     bool findBinaries();
-    void import(std::vector<std::string> words, const std::string& name);
+    void import(std::vector<std::string> words, const std::string& name,
+                const std::vector<std::string>& logNames);
     void fail(const std::string& problem);
 
     SignalWatch& _watch;

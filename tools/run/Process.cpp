@@ -76,6 +76,7 @@ int Process::start(char* const* words, Environment& environment, Output output)
 int Process::start(const std::vector<std::string>& words, Environment& environment, Output output)
 {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (const std::string& word : words) {
         pointers.push_back(const_cast<char*>(word.c_str()));
     }

@@ -27,7 +27,7 @@ constexpr int PatienceForOthers = 2000; // milliseconds
 
 // With the font that comes with the program's resources, 26 pixels a row: 30 rows and the rest of
 // the window.
-const char viewerGeometry[] = "900x950";
+const char viewerGeometry[] = "900x960";
 
 constexpr size_t MostNames = 8; // in one message
 
@@ -121,7 +121,7 @@ bool RunSession::prepare()
         return false;
     }
     TestDriver driver(_watch, _request._command, ownPath());
-    if (_request._isEach && !driver.prepare(_folder.ctest(), _environment)) {
+    if (_request._isEach && !driver.prepare(_folder.driver(), _environment)) {
         say(driver.problem());
         return false;
     }
@@ -129,7 +129,7 @@ bool RunSession::prepare()
     sayWhatIsReplaced();
     collectInto(_folder.all(), _environment);
     if (_request._isEach) {
-        _environment.set(eachVariable, _folder.each());
+        _environment.set(eachVariable, _folder.path());
     }
     return true;
 }
@@ -157,15 +157,16 @@ void RunSession::watchForOthers()
 void RunSession::importTests()
 {
     std::vector<std::string> without;
+    std::vector<std::string> with;
     const std::vector<fs::path> tests = foldersIn(_folder.each());
     for (const fs::path& test : tests) {
-        const std::string name = test.filename().string();
-        if (!CounterKinds::in(test.string()).any()) {
-            without.push_back(name);
+        if (CounterKinds::in(test.string()).any()) {
+            with.push_back(test.string());
         } else {
-            _import.add(test.string(), name);
+            without.push_back(test.filename().string());
         }
     }
+    _import.addEach(with);
     if (tests.empty()) {
         fail("no test was started by \"zem-run --wrap\", so there is no log for each");
     } else if (!without.empty()) {

@@ -5,6 +5,7 @@
 #include "tools/common/SourcePath.h"
 #include "tools/run/Process.h"
 #include "tools/run/logName.h"
+#include "tools/run/mesonNames.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,6 +14,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,6 +24,11 @@ const char* const eachVariable = "ZEM_RUN_EACH";
 namespace {
 
 namespace fs = std::filesystem;
+
+// In the folder of counters.
+const char eachFolder[] = "/each";
+const char driverFolder[] = "/driver";
+const char namesFile[] = "/names"; // in the driver's
 
 // Tests that were not built keep their command, so that ctest says what it has to say of them.
 const char testFile[] =
@@ -84,12 +92,27 @@ bool writeFile(const std::string& path, const std::string& text, std::string& pr
     return static_cast<bool>(file);
 }
 
+std::string readFile(const std::string& path)
+{
+    std::ifstream file(path);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+// The driver's name for the test with this command, else one made from the command.
+std::string nameOf(const std::string& counters, char* const* command)
+{
+    const std::string name = mesonName(readFile(counters + driverFolder + namesFile), command);
+    return name.empty() ? testName(command) : logName(name);
+}
+
 // Makes a folder with this name, or with "-2", "-3" behind it when that is taken. Returns its path,
 // empty with errno set when the system refuses.
 std::string newFolder(const std::string& parent, const std::string& name)
 {
     for (unsigned i = 1;; ++i) {
-        std::string path = parent + "/" + name + (i == 1 ? "" : "-" + std::to_string(i));
+        std::string path = parent;
+        path.append("/").append(name);
+        path.append(i == 1 ? "" : "-" + std::to_string(i));
         if (mkdir(path.c_str(), 0777) == 0) {
             return path;
         }
@@ -116,39 +139,57 @@ bool TestDriver::prepare(const std::string& scratch, const Environment& environm
         return prepareCtest(scratch, environment);
     }
     if (name == "meson" && _words.size() > 1 && _words[1] == "test") {
-        prepareMeson();
+        prepareMeson(scratch, environment);
     }
     return true;
 }
 
-// Meson splits the wrapper as a shell does.
-void TestDriver::prepareMeson()
+// What a program prints on its standard output.
+std::string TestDriver::answerOf(std::vector<std::string> words, const std::string& scratch,
+                                 const Environment& environment)
 {
-    const bool hasWrapper = std::any_of(_words.begin(), _words.end(), [](const std::string& word) {
-        return word == "--wrapper" || word == "--wrap" || word.rfind("--wrapper=", 0) == 0 ||
-               word.rfind("--wrap=", 0) == 0;
-    });
+    const std::string answer = scratch + "/answer";
+    words.insert(words.begin(), {"sh", "-c", "exec \"$@\" >\"$0\"", answer});
+    Environment plain = environment;
+    Process program(_watch);
+    if (program.start(words, plain, Process::OnStandardError) == 0) {
+        program.wait();
+    }
+    return readFile(answer);
+}
+
+// Meson splits the wrapper as a shell does.
+void TestDriver::prepareMeson(const std::string& scratch, const Environment& environment)
+{
+    bool hasWrapper = false;
+    std::string build = ".";
+    for (size_t i = 2; i < _words.size(); ++i) {
+        const std::string option = _words[i].substr(0, _words[i].find('='));
+        hasWrapper = hasWrapper || option == "--wrapper" || option == "--wrap";
+        if (_words[i] == "-C" && i + 1 < _words.size()) {
+            build = _words[i + 1];
+        } else if (_words[i].rfind("-C", 0) == 0) {
+            build = _words[i].substr(2);
+        }
+    }
     if (!hasWrapper) {
         _words.insert(_words.begin() + 2, {"--wrapper", shellWord(_self) + " --wrap"});
     }
+    // Without names the commands name the tests.
+    const std::string answer =
+        answerOf({_words[0], "introspect", "--tests", build}, scratch, environment);
+    std::string ignored;
+    (void)writeFile(scratch + namesFile, mesonNames(answer), ignored);
 }
 
 // Asks ctest itself, which knows all the ways to name a folder. Empty with problem() set when there
 // is no answer.
 std::string TestDriver::testFolder(const std::string& scratch, const Environment& environment)
 {
-    const std::string answer = scratch + "/answer";
-    // Only the list is wanted, and none of its output.
-    std::vector<std::string> words = {"sh", "-c", "exec \"$@\" -N >\"$0\"", answer};
-    words.insert(words.end(), _words.begin(), _words.end());
-    Environment plain = environment;
-    Process ctest(_watch);
-    const int failure = ctest.start(words, plain, Process::OnStandardError);
-    if (failure == 0) {
-        ctest.wait();
-    }
+    std::vector<std::string> words = _words;
+    words.emplace_back("-N"); // only the list is wanted, and none of its tests
     const char start[] = "Test project ";
-    std::ifstream lines(answer);
+    std::istringstream lines(answerOf(words, scratch, environment));
     for (std::string line; std::getline(lines, line);) {
         if (line.rfind(start, 0) == 0) {
             return line.substr(sizeof start - 1);
@@ -219,14 +260,15 @@ bool TestDriver::prepareCtest(const std::string& scratch, const Environment& env
 
 int wrapTest(const char* name, char** command)
 {
-    const char* each = std::getenv(eachVariable);
+    const char* counters = std::getenv(eachVariable);
     Environment environment;
-    if (each != nullptr && each[0] != '\0') {
+    if (counters != nullptr && counters[0] != '\0') {
         const std::string folder =
-            newFolder(each, name != nullptr ? logName(name) : testName(command));
+            newFolder(counters + std::string(eachFolder),
+                      name != nullptr ? logName(name) : nameOf(counters, command));
         if (folder.empty()) {
             std::cerr << "zem-run: cannot make a folder for the counters of "
-                      << qipVisibleText(command[0]) << " in " << each << ": "
+                      << qipVisibleText(command[0]) << " in " << counters << ": "
                       << std::strerror(errno) << '\n';
             return 125;
         }

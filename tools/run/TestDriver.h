@@ -6,7 +6,7 @@
 //
 //   ctest        gets a folder of tests whose CTestTestfile.cmake reads that of the build, with an
 //                add_test() that puts the wrapper before each command
-//   meson test   gets --wrapper, unless the command has one
+//   meson test   gets --wrapper, unless the command has one; "meson introspect" names its tests
 //   others       have the wrapper in their own words; testName() names their tests
 #pragma once
 
@@ -32,8 +32,10 @@ public:
 
 private:
     bool prepareCtest(const std::string& scratch, const Environment& environment);
-    void prepareMeson();
+    void prepareMeson(const std::string& scratch, const Environment& environment);
     std::string testFolder(const std::string& scratch, const Environment& environment);
+    std::string answerOf(std::vector<std::string> words, const std::string& scratch,
+                         const Environment& environment);
     bool writeTests(const std::string& scratch, const std::string& folder);
     void replaceCtestWords(const std::string& scratch, const std::string& folder);
 
@@ -43,7 +45,7 @@ private:
     std::string _problem;
 };
 
-// The variable that tells the wrapper where the folders of tests are.
+// The variable that tells the wrapper where everything is: the path of a CounterFolder.
 extern const char* const eachVariable;
 
 // What "zem-run --wrap COMMAND..." does: gives the command a new folder for its counters, named

@@ -13,6 +13,7 @@
 #include <Xm/Xm.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <new>
 #include <string>
@@ -82,6 +83,11 @@ int ZEMApp::appMain(int& argc, char** argv)
     while (qipWindow* each = windows.next()) {
         each->initialize();
         each->manage();
+    }
+    if (window.baseWidget() == nullptr) {
+        // Without memory for its place in the list it would never be seen.
+        std::fputs(" *** zem: out of memory\n", stderr);
+        std::_Exit(1);
     }
     XtRealizeWidget(_base);
 

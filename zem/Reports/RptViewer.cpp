@@ -15,6 +15,8 @@
 #include <Xm/Xm.h>
 #include <Xm/XmStrDefs.h>
 
+#include <algorithm>
+#include <climits>
 #include <iostream>
 
 namespace {
@@ -99,8 +101,50 @@ void RptViewer::destroyed()
     qipTCanvas::destroyed();
 }
 
+// The keys that act on the selected row. Arrows, Home and End do with Control; without, they
+// scroll.
+bool RptViewer::rowKeyPressed(KeySym key, unsigned modifiers)
+{
+    const bool held = (modifiers & ControlMask) != 0;
+    switch (key) {
+    case osfXK_Up:
+        return held && selectAndShow(_selection - 1);
+    case osfXK_Down:
+        return held && selectAndShow(_selection + 1);
+    case osfXK_BeginLine:
+    case osfXK_BeginData:
+        return held && selectAndShow(0);
+    case osfXK_EndLine:
+    case osfXK_EndData:
+        return held && selectAndShow(INT_MAX);
+    case osfXK_Activate:
+    case XK_Return:
+    case XK_KP_Enter:
+        _clicked = 1;
+        browse();
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Selects the row, or the nearest that there is, and scrolls to it.
+bool RptViewer::selectAndShow(int row)
+{
+    const int nRows = _table == nullptr ? 0 : _table->_nItems;
+    selection(std::max(std::min(row, nRows - 1), 0));
+    if (_selection >= 0) {
+        vertScroll(std::max(std::min(_view._y, _selection), _selection - _view._dy + 1));
+    }
+    render();
+    return true;
+}
+
 bool RptViewer::keyPressed(KeySym key, unsigned modifiers)
 {
+    if (rowKeyPressed(key, modifiers)) {
+        return true;
+    }
     switch (key) {
     case osfXK_Help:
         helpRequested();

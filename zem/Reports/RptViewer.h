@@ -2,7 +2,8 @@
 //
 // Draws a report table: one row for each of its rows, with the label, a bar of covered and
 // uncovered blocks, and the numbers. A click selects a row, a double click opens its source through
-// the report area.
+// the report area. From the keyboard, Control with the arrows, Home and End selects, and Return
+// opens.
 #pragma once
 
 #include "qip/Components/qipTCanvas.h"
@@ -68,6 +69,8 @@ private:
         RptViewer* _viewer;
     };
 
+    bool rowKeyPressed(KeySym key, unsigned modifiers);
+    bool selectAndShow(int row);
     void allocateReportColors();
     void installDefaultTranslations();
     void draw(Drawable drawable, const RptRow& row, bool selected);

@@ -2,6 +2,7 @@
 #include "zem/Source/SrcViewer.h"
 
 #include "qip/Drawing/makeColorPixel.h"
+#include "qip/Support/qipVisibleText.h"
 #include "zem/Data/ZEMFileRecord.h"
 #include "zem/Help/HelpWindow.h"
 #include "zem/Lines/SrcCoverage.h"
@@ -54,6 +55,17 @@ void showFailure(const char* filename, bool tooLarge)
     }
 }
 
+// Returns false without memory.
+bool makeVisible(const char* name, std::string& result)
+{
+    try {
+        result = qipVisibleText(name).string();
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 SrcViewer::SrcViewer(const char* name)
@@ -103,11 +115,13 @@ void SrcViewer::display(const ZEMFileRecord* file, const RptInfo& info, int line
         return;
     }
     SrcCoverage coverage(opened);
-    if (coverage.load(*file) != 0) {
+    std::string shownName;
+    if (coverage.load(*file) != 0 || !makeVisible(file->_filename, shownName)) {
         showMessage(NoMemory);
         return;
     }
     _browser.exchange(opened);
+    _shownName.swap(shownName);
     _rptInfo = info;
     viewPosition(0, 0);
     _maxLineLen = static_cast<int>(_browser.maxLineSz());
@@ -148,7 +162,7 @@ void SrcViewer::drawHeader(const Picture& picture, const SrcPrefix& columns)
 
     char text[MostColumnsShown];
     const int room = std::clamp(picture.view._dx + 1, 0, MostColumnsShown);
-    const int length = columns.header(_browser.filename(), text, room);
+    const int length = columns.header(_shownName.c_str(), text, room);
     XSetForeground(display, _gc, _textColor);
     drawTextRun(display, picture.window, _gc, 0, picture.baseline, text, length, 0, room);
 

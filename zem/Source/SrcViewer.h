@@ -12,6 +12,8 @@
 #include "zem/Lines/SrcBrowser.h"
 #include "zem/Rows/RptInfo.h"
 
+#include <string>
+
 class SrcPrefix;
 class ZEMFileRecord;
 
@@ -58,7 +60,8 @@ private:
     Pixel _headerBg;
     RptInfo _rptInfo;
     SrcBrowser _browser;
-    int _hitDetailWidth;  // characters of the widest text of counts, at least 4
-    int _maxBlocksOnLine; // at least 4
-    int _maxLineLen;      // bytes of the longest line
+    std::string _shownName; // of the file, made visible
+    int _hitDetailWidth;    // characters of the widest text of counts, at least 4
+    int _maxBlocksOnLine;   // at least 4
+    int _maxLineLen;        // bytes of the longest line
 };

@@ -22,7 +22,9 @@ void ContentKey::add(const void* data, size_t size)
         add(word);
     }
     word = 0;
-    memcpy(&word, bytes, size);
+    if (size > 0) { // nothing may have no address
+        memcpy(&word, bytes, size);
+    }
     // The length in the unused byte tells "a" from "a" with a zero behind.
     add(word | static_cast<uint64_t>(size) << 56);
 }

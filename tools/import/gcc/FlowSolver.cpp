@@ -36,6 +36,7 @@ private:
     std::vector<Side> _out;
     std::vector<uint64_t> _count;
     std::vector<bool> _isKnown;
+    bool _isClosed = false;         // what leaves at the exit comes in at the entry, along an arc
     std::vector<uint32_t> _waiting; // blocks to look at; each arc adds at most two
 };
 
@@ -80,10 +81,10 @@ void FlowSolver::settle(uint32_t block)
     Side& in = _in[block];
     Side& out = _out[block];
     if (!_isKnown[block]) {
-        // A side without arcs says nothing while the other has some.
-        if (out.isSettled() && (out._arcs != 0 || in._arcs == 0)) {
+        // A side without arcs says nothing while the other has some, but where all flow is there.
+        if (out.isSettled() && (out._arcs != 0 || in._arcs == 0 || _isClosed)) {
             _count[block] = out._sum;
-        } else if (in.isSettled() && (in._arcs != 0 || out._arcs == 0)) {
+        } else if (in.isSettled() && (in._arcs != 0 || out._arcs == 0 || _isClosed)) {
             _count[block] = in._sum;
         } else {
             return;
@@ -97,12 +98,14 @@ void FlowSolver::settle(uint32_t block)
 bool FlowSolver::solve(std::vector<int64_t>& counts)
 {
     const auto nBlocks = static_cast<uint32_t>(_in.size());
-    if (nBlocks > GcnoFunction::ExitBlock) {
-        _in[GcnoFunction::EntryBlock]._isOpen = true;
-        _out[GcnoFunction::ExitBlock]._isOpen = true;
-    }
     for (uint32_t arc = 0; arc < _arcs.size(); ++arc) {
         enter(arc);
+        _isClosed = _isClosed || (_arcs[arc]._from == GcnoFunction::ExitBlock &&
+                                  _arcs[arc]._to == GcnoFunction::EntryBlock);
+    }
+    if (nBlocks > GcnoFunction::ExitBlock && !_isClosed) {
+        _in[GcnoFunction::EntryBlock]._isOpen = true;
+        _out[GcnoFunction::ExitBlock]._isOpen = true;
     }
     for (uint32_t block = 0; block < nBlocks; ++block) {
         settle(block);

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <utility>
 
@@ -26,6 +27,14 @@ void leaveOutProbes(std::vector<GccUnitFiles>& units, ImportLosses& losses)
     });
     losses._probeUnits = static_cast<uint64_t>(units.end() - kept);
     units.erase(kept, units.end());
+}
+
+// What a folder is called where it lies, whatever the path looks like.
+std::string lastPartOf(const char* folder)
+{
+    std::error_code failure;
+    const std::filesystem::path real = std::filesystem::canonical(folder, failure);
+    return real.filename().string();
 }
 
 // Reads all units; each item is one.
@@ -76,6 +85,10 @@ int GccImporter::option(char** words)
         _takesLines = true;
         return 1;
     }
+    if (std::strcmp(words[0], "--each-run") == 0) {
+        _keepsRunsApart = true;
+        return 1;
+    }
     if (std::strcmp(words[0], "--probes") == 0) {
         _keepsProbes = true;
         return 1;
@@ -100,28 +113,33 @@ void GccImporter::input(const char* word)
 
 void GccImporter::usage(std::ostream& out) const
 {
-    out << "  --run DIR        take the counters of one run from DIR (written with GCOV_PREFIX)\n"
+    out << "  --run DIR        take the counters of one run from DIR (written with GCOV_PREFIX);\n"
+           "                   those of several runs are added up\n"
+           "  --each-run       write a log for each --run DIR, named after it\n"
            "  --probes         keep what build systems compiled to try the compiler\n"
            "  --lines          take lines from gcov instead of basic blocks\n"
            "  --gcov PROGRAM   the gcov to ask for lines (default: gcov)\n";
 }
 
+// Finds the units; with one run, or none, their counters too.
 bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& losses)
 {
-    GccTree tree;
     bool isRead = true;
     for (const char* build : _builds) {
-        isRead = tree.addBuild(build) && isRead;
+        isRead = _tree.addBuild(build) && isRead;
     }
-    for (const char* run : _runs) {
-        isRead = tree.addRun(run) && isRead;
+    if (!hasSeveralRuns()) {
+        for (const char* run : _runs) {
+            isRead = _tree.addRun(run) && isRead;
+        }
+        losses._countersWithoutUnit = _tree.strayCounters().size();
+        losses._failedUnits += _tree.findLostUnits();
     }
-    units = tree.units();
-    losses._countersWithoutUnit = tree.strayCounters().size();
-    losses._failedUnits += tree.findLostUnits();
-    losses._unreadFolders = tree.unreadFolders();
-    losses._linkedFolders = tree.findLinkedFolders();
-    tree.writeProblems(std::cerr);
+    units = _tree.units();
+    losses._unreadFolders = _tree.unreadFolders();
+    losses._linkedFolders = _tree.findLinkedFolders();
+    _tree.writeProblems(std::cerr);
+    _tree.forgetProblems();
     if (!isRead) {
         return false;
     }
@@ -131,10 +149,10 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
     if (units.empty()) {
         std::cerr << (losses._probeUnits > 0
                           ? "zem-import: only probes of a build system found: --probes keeps them\n"
-                          : "zem-import: no .gcno file found; was it built with g++ --coverage?\n");
+                          : "zem-import: no .gcno file found; was it built with --coverage?\n");
         return false;
     }
-    if (!_runs.empty() && !tree.isAnyUnitRun()) {
+    if (!_runs.empty() && !hasSeveralRuns() && !_tree.isAnyUnitRun()) {
         std::cerr << "zem-import: no .gcda file of the run belongs to a unit of the build; was the "
                      "program built in another folder?\n";
         return false;
@@ -155,12 +173,31 @@ bool GccImporter::recognises(const char* path) const
     return false;
 }
 
+bool GccImporter::tooLarge()
+{
+    std::cerr << "zem-import: the build has more than " << ImportedBuild::MostCounts
+              << " basic blocks; import it in parts\n";
+    return false;
+}
+
 bool GccImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
+    if (_keepsRunsApart && _runs.empty()) {
+        std::cerr << "zem-import: --each-run wants the folders of runs: --run DIR\n";
+        return false;
+    }
     std::vector<GccUnitFiles> files;
     if (!findUnits(files, losses)) {
         return false;
     }
+    return hasSeveralRuns() ? readForRuns(files, build, losses, nThreads)
+                            : readAtOnce(files, build, losses, nThreads);
+}
+
+// Reads notes and counters of each unit together.
+bool GccImporter::readAtOnce(const std::vector<GccUnitFiles>& files, ImportedBuild& build,
+                             ImportLosses& losses, unsigned int nThreads)
+{
     GraphStore store;
     UnitsJob job(files, build._sources, store, _gcov, _takesLines);
     runParallel(job, files.size(), nThreads);
@@ -173,16 +210,46 @@ bool GccImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned
         losses.add(outcome._losses);
         _result._executionTime = std::max(_result._executionTime, outcome._executionTime);
     }
-    if (!store.solve(nThreads, build, _result._counts, losses)) {
-        std::cerr << "zem-import: the build has more than " << ImportedBuild::MostCounts
-                  << " basic blocks; import it in parts\n";
-        return false;
-    }
-    return true;
+    return store.solve(nThreads, build, _result._counts, losses) || tooLarge();
 }
 
-bool GccImporter::readRun(size_t, ImportedRun& result, ImportLosses&, unsigned int)
+// Reads the notes, and the counters of all runs when they are added up.
+bool GccImporter::readForRuns(const std::vector<GccUnitFiles>& files, ImportedBuild& build,
+                              ImportLosses& losses, unsigned int nThreads)
 {
-    result = std::move(_result);
+    _eachRun = std::make_unique<GccRuns>(_tree, _gcov);
+    _eachRun->readNotes(files, _takesLines, build._sources, losses, nThreads);
+    if (_keepsRunsApart) {
+        return _eachRun->store().giveCopies(build, losses) || tooLarge();
+    }
+    for (const char* folder : _runs) {
+        ImportLosses run;
+        if (!_eachRun->addRun(folder, run, nThreads)) {
+            return false;
+        }
+        run._unitsNotRun = 0;
+        losses.add(run);
+        _result._executionTime = std::max(_result._executionTime, _eachRun->executionTime());
+    }
+    losses._unitsNotRun = _eachRun->unitsNotRun();
+    losses._mostRuns = _eachRun->mostRuns();
+    const bool isGood = _eachRun->store().solve(nThreads, build, _result._counts, losses);
+    _eachRun.reset();
+    return isGood || tooLarge();
+}
+
+bool GccImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses,
+                          unsigned int nThreads)
+{
+    if (!_keepsRunsApart) {
+        result = std::move(_result);
+        return true;
+    }
+    if (!_eachRun->addRun(_runs[run], losses, nThreads)) {
+        return false;
+    }
+    result._name = lastPartOf(_runs[run]);
+    result._executionTime = _eachRun->executionTime();
+    _eachRun->store().solveRun(nThreads, result._counts, losses);
     return true;
 }

@@ -184,6 +184,12 @@ bool GccTree::isAnyUnitRun() const
                        [this](const std::string& notes) { return !countersOf(notes).empty(); });
 }
 
+void GccTree::forgetProblems()
+{
+    _problems.clear();
+    _unreadFolders = 0;
+}
+
 void GccTree::writeProblems(std::ostream& out) const
 {
     constexpr size_t MostLines = 20;

@@ -32,6 +32,9 @@ public:
     // The units in the order of their paths, each once.
     std::vector<GccUnitFiles> units() const;
 
+    // The .gcda file of the unit with these notes; empty when it never ran.
+    std::string countersOf(const std::string& notes) const;
+
     // The .gcda files that belong to none of the units.
     std::vector<std::string> strayCounters() const;
 
@@ -49,13 +52,15 @@ public:
     // How many folders could not be read.
     uint64_t unreadFolders() const { return _unreadFolders; }
 
+    // Forgets the problems that were written, and the folders that could not be read.
+    void forgetProblems();
+
     // Writes a line for each problem met so far; of very many only the first ones and how many.
     void writeProblems(std::ostream& out) const;
 
 private:
     bool findFiles(const std::string& folder, std::vector<std::string>& notes,
                    std::vector<std::string>& counters);
-    std::string countersOf(const std::string& notes) const;
     bool isOfBuild(const std::string& counters) const;
 
     std::vector<std::string> _notes;        // absolute

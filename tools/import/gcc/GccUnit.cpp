@@ -4,7 +4,8 @@
 #include "tools/common/SourcePath.h"
 #include "tools/import/gcc/GcdaFile.h"
 #include "tools/import/gcc/GcovInput.h"
-#include "tools/import/gcc/GcovLines.h"
+#include "tools/import/gcc/runGcov.h"
+#include "tools/import/gcov/GcovDocument.h"
 
 #include <algorithm>
 #include <utility>
@@ -162,9 +163,9 @@ std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::
     return graph;
 }
 
-bool GccUnit::useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure)
+bool GccUnit::useCounters(GcdaFile& counters, uint32_t stamp, std::string& failure)
 {
-    const GcdaFile::Result result = counters.open(notes.stamp());
+    const GcdaFile::Result result = counters.open(stamp);
     if (result != GcdaFile::Ok) {
         failure = GcdaFile::text(result);
         return false;
@@ -207,7 +208,7 @@ bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
     bool isFit = true;
     GcnoFunction function;
     while (notes.findFunction(function)) {
-        Function entry = {function._ident, folder, nullptr, nullptr};
+        Function entry = {function, folder, nullptr, nullptr};
         notes.addContent(entry._bytes);
         if (!readFunction(notes, function, entry)) {
             continue;
@@ -227,7 +228,10 @@ void GccUnit::keep(GcdaFile* counters)
             function._known = _store.insert(function._bytes, std::move(function._read));
         }
         if (counters != nullptr) {
-            _store.addCounters(*function._known, *counters, function._ident);
+            _store.addCounters(*function._known, *counters, function._identity._ident);
+        }
+        if (_isKeptForRuns) {
+            _counted.push_back({function._identity, function._known});
         }
     }
     _functions.clear();
@@ -259,8 +263,9 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
     GcdaFile counters(bytesOf(bytes), bytes.size());
     std::string failure;
-    GcdaFile* used =
-        counterBytes != nullptr && useCounters(counters, notes, failure) ? &counters : nullptr;
+    GcdaFile* used = counterBytes != nullptr && useCounters(counters, notes.stamp(), failure)
+                         ? &counters
+                         : nullptr;
     _losses._unitsNotRun = counterBytes == nullptr ? 1 : 0;
 
     if (!readFunctions(notes, used)) {
@@ -276,6 +281,8 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
         return true;
     }
     keep(used);
+    _form = Blocks;
+    _stamp = notes.stamp();
     if (!failure.empty()) {
         failCounters(failure);
     }
@@ -293,44 +300,138 @@ bool GccUnit::readBlocks(const GccUnitFiles& files)
     if (files._counters.empty()) {
         return readBlocks(notes.bytes(), nullptr);
     }
-    // Counters that cannot be read are a failure, not those of a unit that never ran.
+    std::string counters;
+    readCounters(files, counters);
+    return readBlocks(notes.bytes(), &counters);
+}
+
+// Counters that cannot be read are a failure, not those of a unit that never ran: `bytes` are empty
+// then.
+void GccUnit::readCounters(const GccUnitFiles& files, std::string& bytes)
+{
     GcovInput counters(GcovWords::CountersMagic);
+    _countersProblem.clear();
     if (!counters.read(files._counters)) {
         counters.bytes().clear();
         _countersProblem = "the .gcda file cannot be read: " + counters.problem();
     }
     _countersPath = files._counters;
     _executionTime = modificationTime(files._counters);
-    return readBlocks(notes.bytes(), &counters.bytes());
+    bytes.swap(counters.bytes());
+}
+
+void GccUnit::addRun(const std::string& counterBytes)
+{
+    GcdaFile counters(bytesOf(counterBytes), counterBytes.size());
+    std::string failure;
+    if (!useCounters(counters, _stamp, failure)) {
+        failCounters(failure);
+        return;
+    }
+    // Counts of a unit that does not fit are no counts, also those of functions that did.
+    const bool isFit =
+        std::all_of(_counted.begin(), _counted.end(), [&counters](const Counted& function) {
+            return counters.fits(function._identity, function._graph->_nCounters);
+        });
+    if (!isFit) {
+        _losses._mostRuns = 0;
+        failCounters(mismatch);
+        return;
+    }
+    for (const Counted& function : _counted) {
+        _store.addCounters(*function._graph, counters, function._identity._ident);
+    }
+}
+
+void GccUnit::readRun(const GccUnitFiles& files, const char* gcov)
+{
+    _losses = ImportLosses();
+    _failure.clear();
+    _executionTime = 0;
+    if (_form == Unread) {
+        return;
+    }
+    if (files._counters.empty()) {
+        _losses._unitsNotRun = 1;
+    } else if (_form == Lines) {
+        readLines(files, gcov);
+        // What was left out was counted when the build was read.
+        const uint64_t failed = _losses._failedUnits;
+        _losses = ImportLosses();
+        _losses._failedUnits = failed;
+    } else {
+        std::string counters;
+        readCounters(files, counters);
+        addRun(counters);
+    }
+}
+
+// Makes a block of each line of the functions that are wanted. Returns false when a run has others
+// than the build.
+bool GccUnit::keepLines(GcovDocument& document)
+{
+    for (GcovSource& file : document.sources()) {
+        const SourceNumber source = this->source(document.folder(), file._path);
+        const KnownFunction::Kind kind = kindOf(GcnoFunction(), source);
+        _losses._linesOfOtherFiles += file._strayLines.size();
+        for (GcovFunction& function : file._functions) {
+            countKind(kind);
+            if (kind != KnownFunction::Wanted) {
+                continue;
+            }
+            auto graph = std::make_unique<GccGraph>();
+            FunctionCopy& copy = graph->_copy;
+            copy._symbol = std::move(function._symbol);
+            copy._file = source._number;
+            copy._startLine = function._startLine;
+            copy._startColumn = function._startColumn;
+            copy._endLine = function._endLine;
+            copy._endColumn = function._endColumn;
+            std::vector<int64_t> counts;
+            for (const GcovLine& line : function._lines) {
+                copy._lines.push_back(
+                    {static_cast<uint32_t>(counts.size()), source._number, line._line});
+                counts.push_back(line._count);
+            }
+            const ContentKey key = graph->key();
+            GccGraph* kept = _store.insert(key, std::move(graph));
+            if (kept == nullptr) {
+                return false;
+            }
+            _store.addLineCounts(*kept, counts);
+        }
+    }
+    _losses._linesWithoutNumber += document.linesWithoutNumber();
+    return true;
 }
 
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
 {
     std::string json;
-    GcovLines lines;
-    if (!runGcov(gcov, files, json) || !lines.parse(json)) {
-        fail(std::string(gcov) +
-             " gave no lines for it: name the gcov of its compiler with --gcov");
+    bool isRead = runGcov(gcov, files, json);
+    GcovDocument document;
+    bool isAny = false;
+    for (size_t start = 0; isRead && start < json.size();) {
+        const size_t end = std::min(json.find('\n', start), json.size());
+        if (end > start) {
+            isRead = document.parse(json.substr(start, end - start));
+            isAny = true;
+            if (isRead && !keepLines(document)) {
+                fail(std::string(gcov) + " gives other lines for this run than for the build");
+                return;
+            }
+        }
+        start = end + 1;
+    }
+    if (!isRead || !isAny) {
+        _losses = ImportLosses();
+        fail(std::string(gcov) + " gave no lines for it" +
+             (document.problem().empty() ? "" : " (" + document.problem() + ")") +
+             ": name the gcov of its compiler with --gcov");
         return;
     }
     _losses._unitsAsLines = 1;
-    _losses._linesOfOtherFiles = lines.strayLines();
     _losses._unitsNotRun = files._counters.empty() ? 1 : 0;
     _executionTime = files._counters.empty() ? 0 : modificationTime(files._counters);
-    for (GcovLineFunction& entry : lines.functions()) {
-        const SourceNumber source = this->source(entry._folder, entry._file);
-        const KnownFunction::Kind kind = kindOf(GcnoFunction(), source);
-        countKind(kind);
-        if (kind != KnownFunction::Wanted) {
-            continue;
-        }
-        entry._copy._file = source._number;
-        for (CopyLine& line : entry._copy._lines) {
-            line._file = source._number;
-        }
-        auto graph = std::make_unique<GccGraph>();
-        graph->_copy = std::move(entry._copy);
-        const ContentKey key = graph->key();
-        _store.addLineCounts(*_store.insert(key, std::move(graph)), entry._counts);
-    }
+    _form = Lines;
 }

@@ -15,6 +15,8 @@
 #include <unordered_map>
 #include <vector>
 
+class GcovDocument;
+
 class GccUnit
 {
 public:
@@ -32,6 +34,14 @@ public:
     // Asks the program `gcov` for lines instead and makes a block of each.
     void readLines(const GccUnitFiles& files, const char* gcov);
 
+    // Keeps what readRun() needs; before anything is read.
+    void keepForRuns() { _isKeptForRuns = true; }
+
+    // Adds the counters of one more run to the functions in the store. failure() is what went wrong
+    // with these counters, losses() are of this run alone. Does nothing for a unit whose notes
+    // could not be read. REQUIRES: the unit was read, kept for runs, with no counters.
+    void readRun(const GccUnitFiles& files, const char* gcov);
+
     const ImportLosses& losses() const { return _losses; }
     // What went wrong, without the name of the unit; empty when nothing did.
     const std::string& failure() const { return _failure; }
@@ -42,21 +52,32 @@ private:
     // A wanted function of the unit: in the store already, or just read.
     struct Function
     {
-        uint32_t _ident;
+        GcnoIdentity _identity;
         ContentKey _bytes;
         GccGraph* _known;
         std::unique_ptr<GccGraph> _read;
     };
 
+    // A function of a unit that is kept for runs.
+    struct Counted
+    {
+        GcnoIdentity _identity;
+        GccGraph* _graph;
+    };
+    enum Form { Unread, Blocks, Lines };
+
     const SourceNumber& source(const std::string& folder, const std::string& file);
     void countKind(KnownFunction::Kind kind);
     KnownFunction::Kind kindOf(const GcnoFunction& function, const SourceNumber& source) const;
-    bool useCounters(GcdaFile& counters, const GcnoFile& notes, std::string& failure);
+    bool useCounters(GcdaFile& counters, uint32_t stamp, std::string& failure);
+    void readCounters(const GccUnitFiles& files, std::string& bytes);
+    void addRun(const std::string& counterBytes);
     bool readFunctions(GcnoFile& notes, GcdaFile* counters);
     bool readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry);
     std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
                                         KnownFunction::Kind kind);
     void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
+    bool keepLines(GcovDocument& document);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
     void failCounters(const std::string& reason);
@@ -65,6 +86,10 @@ private:
     GraphStore& _store;
     std::unordered_map<std::string, SourceNumber> _numbers; // by the name in the notes
     std::vector<Function> _functions;
+    bool _isKeptForRuns = false;
+    Form _form = Unread;
+    uint32_t _stamp = 0;
+    std::vector<Counted> _counted;
     ImportLosses _losses;
     std::string _failure;
     std::string _notesFolder;     // empty when they came from memory

@@ -67,7 +67,7 @@ const char* GcdaFile::text(Result result)
     }
 }
 
-bool GcdaFile::fits(const GcnoFunction& function, size_t nCounters) const
+bool GcdaFile::fits(const GcnoIdentity& function, size_t nCounters) const
 {
     const auto found = _functions.find(function._ident);
     if (found == _functions.end()) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
-// The counters that a run of a g++ --coverage build leaves, or adds to those that are there.
-// Layout, in words of 4 bytes:
+// The counters that a run of a g++ or clang++ --coverage build leaves, or adds to those that are
+// there. Layout, in words of 4 bytes:
 //
 //   head       magic "gcda", version, stamp, [checksum since 12]
 //   0xa1000000 summary: number of runs, greatest count
@@ -38,7 +38,7 @@ public:
 
     // Whether the counters that the file has for `function` belong to it: it knows no such ident,
     // or the same checksums and `nCounters` counters.
-    bool fits(const GcnoFunction& function, size_t nCounters) const;
+    bool fits(const GcnoIdentity& function, size_t nCounters) const;
 
     // Adds to the arcs off the tree what the file has for the function `ident`. REQUIRES: fits().
     void addCounters(uint32_t ident, std::vector<GcnoArc>& arcs);

@@ -85,9 +85,13 @@ bool GcnoFile::readPlace(GcnoFunction& function)
     bool isNull = false;
     _words.confine(_place, _placeEnd);
     function._symbol = _words.text(isNull);
-    function._isArtificial = _words.word() != 0;
+    function._isArtificial = !_words.isOfClang() && _words.word() != 0;
     function._files.push_back(_words.text(isNull));
     function._startLine = _words.word();
+    if (_words.isOfClang()) {
+        _damaged = _words.failed();
+        return !_damaged;
+    }
     function._startColumn = _words.word();
     function._endLine = _words.word();
     function._endColumn = _words.word();
@@ -109,12 +113,7 @@ bool GcnoFile::readGraph(GcnoFunction& function)
     GcovWords::Record record;
     while (!_damaged && _words.nextRecord(record)) {
         if (record._tag == BlocksTag) {
-            // A second number would leave arcs that point past the blocks.
-            const bool isSecond = function._nBlocks != 0;
-            _words.confine(record._start, record._start + record._size);
-            function._nBlocks = _words.word();
-            _damaged =
-                isSecond || function._nBlocks > (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
+            _damaged = !readBlocks(record, function);
         } else if (record._tag == ArcsTag) {
             _damaged = !readArcs(record, function);
         } else if (record._tag == LinesTag) {
@@ -123,7 +122,25 @@ bool GcnoFile::readGraph(GcnoFunction& function)
         _words.confine(record._start + record._size, _graphEnd);
     }
     _damaged = _damaged || _words.failed();
+    if (!_damaged && _words.isOfClang() && function._nBlocks > GcnoFunction::ExitBlock) {
+        function._arcs.push_back(
+            {GcnoFunction::ExitBlock, GcnoFunction::EntryBlock, GcnoArc::OnTree, 0});
+    }
     return !_damaged;
+}
+
+bool GcnoFile::readBlocks(const GcovWords::Record& record, GcnoFunction& function)
+{
+    if (function._nBlocks != 0) {
+        return false; // a second number would leave arcs that point past the blocks
+    }
+    if (_words.isOfClang()) {
+        function._nBlocks = static_cast<uint32_t>(record._size / 4);
+        return true;
+    }
+    _words.confine(record._start, record._start + record._size);
+    function._nBlocks = _words.word();
+    return function._nBlocks <= (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
 }
 
 uint32_t GcnoFile::fileNumber(const std::string& file, GcnoFunction& function)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
-// The notes that g++ --coverage leaves beside each object file: for each function its place, its
-// flow graph and the source lines of each basic block. Layout, in words of 4 bytes, strings with
-// their length first:
+// The notes that g++ or clang++ --coverage leaves beside each object file: for each function its
+// place, its flow graph and the source lines of each basic block. Layout, in words of 4 bytes,
+// strings with their length first:
 //
 //   head       magic "gcno", version, stamp, [checksum since 12], working folder,
 //              "unexecuted blocks" flag
@@ -14,6 +14,9 @@
 //   0x01450000 lines: block, then lines; a 0 is followed by the name of the file that the next
 //              lines are in, or by an empty string at the end
 //
+// Those of clang++ have no folder and no flag in the head; a function has no artificial flag and no
+// more of its range than the start line; and blocks have a word for each instead of their number.
+//
 // Records with other tags are passed by. GccImporter reads one file of each unit.
 #pragma once
 
@@ -24,6 +27,14 @@
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+// One line of a block, in the order of the notes.
+struct GcnoLine
+{
+    uint32_t _block = 0;
+    uint32_t _file = 0; // index into GcnoFunction::_files
+    uint32_t _line = 0;
+};
 
 struct GcnoArc
 {
@@ -40,31 +51,30 @@ struct GcnoArc
     int64_t _count;
 };
 
-// One line of a block, in the order of the notes.
-struct GcnoLine
+// By what counters know a function.
+struct GcnoIdentity
 {
-    uint32_t _block = 0;
-    uint32_t _file = 0; // index into GcnoFunction::_files
-    uint32_t _line = 0;
+    uint32_t _ident = 0;
+    uint32_t _lineChecksum = 0;
+    uint32_t _graphChecksum = 0;
 };
 
-struct GcnoFunction
+struct GcnoFunction : GcnoIdentity
 {
     static constexpr uint32_t EntryBlock = 0;
     static constexpr uint32_t ExitBlock = 1;
 
-    uint32_t _ident = 0;
-    uint32_t _lineChecksum = 0;
-    uint32_t _graphChecksum = 0;
     std::string _symbol;
     bool _isArtificial = false;
     uint32_t _startLine = 0;
     uint32_t _startColumn = 0;
-    uint32_t _endLine = 0;
+    uint32_t _endLine = 0; // 0, and no columns, when the notes do not say it
     uint32_t _endColumn = 0;
     std::vector<std::string> _files; // as written; 0 is the function's own
     uint32_t _nBlocks = 0;
-    std::vector<GcnoArc> _arcs; // counters belong to those off the tree, in this order
+    // Counters belong to those off the tree, in this order. clang++ means one more on the tree,
+    // from the exit to the entry, which readGraph() adds.
+    std::vector<GcnoArc> _arcs;
     std::vector<GcnoLine> _lines;
 };
 
@@ -107,6 +117,7 @@ public:
 
 private:
     uint32_t fileNumber(const std::string& file, GcnoFunction& function);
+    bool readBlocks(const GcovWords::Record& record, GcnoFunction& function);
     bool readArcs(const GcovWords::Record& record, GcnoFunction& function);
     bool readLines(const GcovWords::Record& record, GcnoFunction& function);
 

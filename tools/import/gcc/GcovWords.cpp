@@ -39,11 +39,11 @@ bool GcovWords::readHead(uint32_t magic)
     } else if (first != magic) {
         return false;
     }
-    const uint32_t version = word();
+    _version = word();
     if (failed()) {
         return false;
     }
-    _major = majorOf(version);
+    _major = majorOf(_version);
     _stamp = word();
     if (_major >= FirstMajorWithBytes) {
         word(); // checksum of the whole file's functions
@@ -51,11 +51,9 @@ bool GcovWords::readHead(uint32_t magic)
     return true;
 }
 
-// clang++ gives its files the stamp of an old GCC unless it is told another one.
 const char* GcovWords::otherCompiler()
 {
-    return "built by clang++ or by a GCC older than 9: use g++ 9 or later, or add "
-           "-Xclang '-coverage-version=B02*' to clang++ --coverage";
+    return "built by a GCC older than 9, or by a clang++ older than 11: use a later one";
 }
 
 uint32_t GcovWords::word()
@@ -94,6 +92,9 @@ std::string GcovWords::text(bool& isNull)
 
 std::string GcovWords::skipNotesHead()
 {
+    if (isOfClang()) {
+        return std::string();
+    }
     bool isNull = false;
     std::string folder = text(isNull);
     word(); // whether unexecuted blocks are supported

@@ -5,6 +5,8 @@
 //
 //   tag, length, then `length` bytes (compilers before version 12 count words of 4 bytes)
 //
+// clang++ --coverage leaves files of the form that GCC 4.8 had, with its version.
+//
 // A read past the end gives 0 and sets failed(), so that a reader may check once at its end.
 #pragma once
 
@@ -21,6 +23,8 @@ public:
     // The compiler versions whose layout is known.
     static constexpr int FirstMajor = 9;
     static constexpr int LastMajor = 14;
+    // And the one whose form clang++ writes.
+    static constexpr uint32_t ClangVersion = 0x3430382a; // "408*"
 
     static constexpr size_t RecordHeadSize = 8; // bytes
 
@@ -42,7 +46,9 @@ public:
 
     // The compiler's major version by the stamp, 0 when it is not one; valid after readHead().
     int major() const { return _major; }
-    bool isKnown() const { return _major >= FirstMajor && _major <= LastMajor; }
+    bool isKnown() const { return (_major >= FirstMajor && _major <= LastMajor) || isOfClang(); }
+    // Whether the notes have no folder, and no more of a function's place than its first line.
+    bool isOfClang() const { return _version == ClangVersion; }
     uint32_t stamp() const { return _stamp; }
     // What a version below FirstMajor means, for a message.
     static const char* otherCompiler();
@@ -54,7 +60,7 @@ public:
     std::string text(bool& isNull);
 
     // Moves behind what the notes have between the head and the first record. Returns the working
-    // folder.
+    // folder, empty for those of clang++.
     std::string skipNotesHead();
 
     // Reads the header of the next record and moves behind its content. Returns false at the end of
@@ -84,5 +90,6 @@ private:
     bool _failed = false;
     bool _isClosed = false;
     int _major = 0;
+    uint32_t _version = 0;
     uint32_t _stamp = 0;
 };

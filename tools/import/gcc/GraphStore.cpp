@@ -42,9 +42,13 @@ void solveGraph(GccGraph& graph, std::vector<int64_t>& solved, std::vector<int64
         ++losses._unsolvedFunctions;
     }
     std::copy(solved.begin(), solved.end(), first);
-    std::vector<GcnoArc>().swap(graph._arcs);
-    if (graph._kind == KnownFunction::Wanted) {
-        countBlocksWithoutLine(graph, losses);
+}
+
+void forgetCounters(GccGraph& graph)
+{
+    std::fill(graph._lineCounts.begin(), graph._lineCounts.end(), 0);
+    for (GcnoArc& arc : graph._arcs) {
+        arc._count = 0;
     }
 }
 
@@ -54,8 +58,8 @@ class SolveJob : public ParallelJob
 public:
     static constexpr size_t GraphsOfStep = 256;
 
-    SolveJob(std::vector<std::unique_ptr<GccGraph>>& graphs, std::vector<int64_t>& counts)
-        : _graphs(graphs), _counts(counts), _losses(steps())
+    SolveJob(const std::vector<GccGraph*>& graphs, bool isLastRun, std::vector<int64_t>& counts)
+        : _graphs(graphs), _isLastRun(isLastRun), _counts(counts), _losses(steps())
     {}
 
     size_t steps() const { return (_graphs.size() + GraphsOfStep - 1) / GraphsOfStep; }
@@ -66,16 +70,47 @@ public:
         std::vector<int64_t> solved;
         for (size_t i = item * GraphsOfStep; i < end; ++i) {
             solveGraph(*_graphs[i], solved, _counts, _losses[item]);
+            if (_isLastRun) {
+                std::vector<GcnoArc>().swap(_graphs[i]->_arcs);
+            } else {
+                forgetCounters(*_graphs[i]);
+            }
         }
     }
 
     const std::vector<ImportLosses>& losses() const { return _losses; }
 
 private:
-    std::vector<std::unique_ptr<GccGraph>>& _graphs;
+    const std::vector<GccGraph*>& _graphs;
+    const bool _isLastRun;
     std::vector<int64_t>& _counts;
     std::vector<ImportLosses> _losses;
 };
+
+// Gives functions whose notes say no more than where they begin an end: the last line that any
+// function has of its own file that begins there. Instances of one template have different last
+// lines, and must have one range all the same.
+void endOpenFunctions(std::vector<FunctionCopy>& copies)
+{
+    std::unordered_map<uint64_t, uint32_t> ends; // by file and first line
+    const auto placeOf = [](const FunctionCopy& copy) {
+        return uint64_t{copy._file} << 32 | copy._startLine;
+    };
+    for (const FunctionCopy& copy : copies) {
+        if (copy._endLine != 0) {
+            continue;
+        }
+        uint32_t& end = ends.emplace(placeOf(copy), copy._startLine).first->second;
+        for (const CopyLine& line : copy._lines) {
+            end = line._file == copy._file ? std::max(end, line._line) : end;
+        }
+    }
+    for (FunctionCopy& copy : copies) {
+        if (copy._endLine == 0) {
+            copy._endLine = ends[placeOf(copy)];
+        }
+    }
+}
 
 } // namespace
 
@@ -118,11 +153,15 @@ GccGraph* GraphStore::insert(const ContentKey& bytes, std::unique_ptr<GccGraph> 
     {
         Part& part = partOf(key);
         const std::lock_guard<std::mutex> lock(part._guard);
-        std::unique_ptr<GccGraph>& place = part._graphs[key];
-        if (place == nullptr) {
-            place = std::move(graph);
+        const auto found = part._graphs.find(key);
+        if (found != part._graphs.end()) {
+            kept = found->second.get();
+        } else if (_numbered.empty()) {
+            kept = graph.get();
+            part._graphs.emplace(key, std::move(graph));
+        } else {
+            return nullptr;
         }
-        kept = place.get();
     }
     Part& part = partOf(bytes);
     const std::lock_guard<std::mutex> lock(part._guard);
@@ -152,36 +191,86 @@ void GraphStore::addLineCounts(GccGraph& graph, const std::vector<int64_t>& coun
     }
 }
 
-bool GraphStore::solve(unsigned int nThreads, ImportedBuild& build, std::vector<int64_t>& counts,
-                       ImportLosses& losses)
+bool GraphStore::number(ImportedBuild& build)
 {
-    std::vector<std::unique_ptr<GccGraph>> graphs;
+    uint64_t nCounts = 0;
     for (Part& part : _parts) {
         decltype(part._byBytes)().swap(part._byBytes);
         for (auto& graph : part._graphs) {
-            graphs.push_back(std::move(graph.second));
-        }
-        decltype(part._graphs)().swap(part._graphs);
-    }
-    uint64_t nCounts = 0;
-    for (const std::unique_ptr<GccGraph>& graph : graphs) {
-        graph->_copy._firstCount = static_cast<uint32_t>(nCounts);
-        nCounts += countsOf(*graph);
-        if (nCounts > ImportedBuild::MostCounts) {
-            return false;
+            graph.second->_copy._firstCount = static_cast<uint32_t>(nCounts);
+            nCounts += countsOf(*graph.second);
+            if (nCounts > ImportedBuild::MostCounts) {
+                return false;
+            }
+            _numbered.push_back(graph.second.get());
         }
     }
     build._nCounts = static_cast<uint32_t>(nCounts);
+    return true;
+}
+
+void GraphStore::solveAll(unsigned int nThreads, bool isLastRun, std::vector<int64_t>& counts,
+                          ImportLosses& losses)
+{
+    size_t nCounts = 0;
+    for (const GccGraph* graph : _numbered) {
+        nCounts += countsOf(*graph);
+    }
     counts.assign(nCounts, 0);
-    SolveJob job(graphs, counts);
+    SolveJob job(_numbered, isLastRun, counts);
     runParallel(job, job.steps(), nThreads);
     for (const ImportLosses& part : job.losses()) {
         losses.add(part);
     }
-    build._copies.reserve(graphs.size());
-    for (std::unique_ptr<GccGraph>& graph : graphs) {
+}
+
+void GraphStore::moveCopies(ImportedBuild& build)
+{
+    build._copies.reserve(_numbered.size());
+    for (GccGraph* graph : _numbered) {
+        // What says where its counts are stays.
         build._copies.push_back(std::move(graph->_copy));
-        graph.reset();
     }
+}
+
+bool GraphStore::solve(unsigned int nThreads, ImportedBuild& build, std::vector<int64_t>& counts,
+                       ImportLosses& losses)
+{
+    if (!number(build)) {
+        return false;
+    }
+    countLeftOut(losses);
+    solveAll(nThreads, true, counts, losses);
+    moveCopies(build);
+    _numbered.clear();
+    for (Part& part : _parts) {
+        decltype(part._graphs)().swap(part._graphs);
+    }
+    endOpenFunctions(build._copies);
     return true;
+}
+
+bool GraphStore::giveCopies(ImportedBuild& build, ImportLosses& losses)
+{
+    if (!number(build)) {
+        return false;
+    }
+    countLeftOut(losses);
+    moveCopies(build);
+    return true;
+}
+
+void GraphStore::solveRun(unsigned int nThreads, std::vector<int64_t>& counts, ImportLosses& losses)
+{
+    solveAll(nThreads, false, counts, losses);
+}
+
+// Counts what the functions had to leave out, whatever ran.
+void GraphStore::countLeftOut(ImportLosses& losses) const
+{
+    for (const GccGraph* graph : _numbered) {
+        if (graph->_nBlocks != 0 && graph->_kind == KnownFunction::Wanted) {
+            countBlocksWithoutLine(*graph, losses);
+        }
+    }
 }

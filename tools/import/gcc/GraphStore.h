@@ -56,7 +56,8 @@ public:
     void leaveOut(const ContentKey& bytes, KnownFunction::Kind kind);
 
     // Takes a function that find() did not know, or drops it when it is there under other bytes or
-    // another thread was first. Returns the one that is kept.
+    // another thread was first. Returns the one that is kept; null behind giveCopies() when it was
+    // not there.
     GccGraph* insert(const ContentKey& bytes, std::unique_ptr<GccGraph> graph);
 
     // Adds the counters that `counters` holds for the function `ident`. REQUIRES: they fit().
@@ -71,6 +72,11 @@ public:
     bool solve(unsigned int nThreads, ImportedBuild& build, std::vector<int64_t>& counts,
                ImportLosses& losses);
 
+    // The same for several runs: once this, which gives the functions away without counts,
+    bool giveCopies(ImportedBuild& build, ImportLosses& losses);
+    // and then for each run, behind its addCounters(), this. Counters are zero again afterwards.
+    void solveRun(unsigned int nThreads, std::vector<int64_t>& counts, ImportLosses& losses);
+
 private:
     // Several parts, so that threads rarely wait for each other.
     struct Part
@@ -83,6 +89,12 @@ private:
 
     Part& partOf(const ContentKey& key) { return _parts[key.low() % Parts]; }
     std::mutex& guardOf(const GccGraph& graph);
+    bool number(ImportedBuild& build);
+    void solveAll(unsigned int nThreads, bool isLastRun, std::vector<int64_t>& counts,
+                  ImportLosses& losses);
+    void moveCopies(ImportedBuild& build);
+    void countLeftOut(ImportLosses& losses) const;
 
     Part _parts[Parts];
+    std::vector<GccGraph*> _numbered; // all, in the order of their counts; empty before number()
 };

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cxxabi.h>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -42,6 +43,18 @@ TEST_P(FunctionNameTest, StoresWhatTheDecoderGivesBack)
     const std::string stored = storedFunctionName(GetParam().symbol, losses);
     EXPECT_EQ(stored, GetParam().stored);
     EXPECT_EQ(decoded(stored, 1), GetParam().shown != nullptr ? GetParam().shown : "(as stored)");
+}
+
+// What other tools make of a symbol before they write it down.
+TEST_P(FunctionNameTest, ReadableFormIsStoredTheSame)
+{
+    const std::string symbol = GetParam().symbol;
+    int status = 0;
+    char* text = abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status);
+    const std::string readable = text != nullptr ? text : symbol;
+    std::free(text);
+    ImportLosses losses;
+    EXPECT_EQ(storedFunctionName(readable, losses), storedFunctionName(symbol, losses)) << readable;
 }
 
 TEST_P(FunctionNameTest, ClassIsNotCutInsideBrackets)

@@ -58,6 +58,26 @@ TEST_F(CountRunTest, EachRunHasItsOwnCounts)
     EXPECT_EQ(_losses._linesShownRed + _losses._linesShownBlack, 0u);
 }
 
+// Drawing depends on which counts are 0 alone, so a run that has the same is not drawn again.
+TEST_F(CountRunTest, ComparesWithTheViewWhenOtherCountsAreZero)
+{
+    addFile("/s/a.cc", {function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    ComparedRuns before;
+    const auto shownRed = [&](const std::vector<int64_t>& counts) {
+        CoverageCounts result;
+        ImportLosses losses;
+        countRun(_model, counts, result, losses, 1, &before);
+        return losses._linesShownRed;
+    };
+    EXPECT_EQ(shownRed({4, 0}), 0u);
+    ASSERT_EQ(before._files.size(), 1u);
+    before._files[0]._linesShownRed = 3;
+    EXPECT_EQ(shownRed({400, 0}), 3u);
+    EXPECT_EQ(shownRed({4, 1}), 0u);
+    EXPECT_EQ(shownRed({4, 0}), 0u);
+}
+
 TEST_F(CountRunTest, SumsAddUpTheGreatestOfEachGroup)
 {
     CovFunction f = function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}});

@@ -57,32 +57,27 @@ TEST_F(MissingSourcesTest, SaysUnderWhichFolderMostAre)
     EXPECT_EQ(missingSources(_model, {_dir.path("proj/build")}),
               "3 sources not found: /none/ci/proj/src/a.cc, /none/ci/proj/src/sub/b.cc, "
               "/none/ci/proj/src/c.cc; 2 are below " +
-                  _dir.path() + "/ instead of /none/ci/ (mkdir -p /none; ln -s " + _dir.path() +
-                  " /none/ci lets zem find them)");
+                  _dir.path() + "/ instead of /none/ci/ (--map /none/ci=" + _dir.path() +
+                  " finds them)");
 }
 
-TEST_F(MissingSourcesTest, LinkIsProposedWhereTheWayIsFree)
-{
-    _dir.write("new/src/a.cc", "");
-    const std::string old = _dir.path("old");
-    std::filesystem::create_directory(old);
-    add(old + "/src/a.cc");
-    EXPECT_EQ(missingSources(_model, {_dir.path("new")}),
-              "1 sources not found: " + old + "/src/a.cc; 1 are below " + _dir.path("new") +
-                  "/ instead of " + old + "/ (ln -s " + _dir.path("new/src") + " " + old +
-                  "/src lets zem find them)");
-}
-
-TEST_F(MissingSourcesTest, LinkIsProposedAsAShellReadsIt)
+TEST_F(MissingSourcesTest, OptionIsProposedAsAShellReadsIt)
 {
     _dir.write("it's new/src/a.cc", "");
-    const std::string old = _dir.path("old tree");
-    std::filesystem::create_directory(old);
-    add(old + "/src/a.cc");
+    add(_dir.path("old tree/src/a.cc"));
     const std::string told = missingSources(_model, {_dir.path("it's new")});
-    const std::string link =
-        "(ln -s '" + _dir.path() + "/it'\\''s new/src' '" + old + "/src' lets zem find them)";
-    EXPECT_NE(told.find(link), std::string::npos) << told;
+    const std::string option =
+        "(--map '" + _dir.path("old tree") + "=" + _dir.path() + "/it'\\''s new' finds them)";
+    EXPECT_NE(told.find(option), std::string::npos) << told;
+}
+
+TEST_F(MissingSourcesTest, OptionThatCannotSayItIsNotProposed)
+{
+    _dir.write("new/src/a.cc", "");
+    add(_dir.path("a=b/src/a.cc"));
+    const std::string told = missingSources(_model, {_dir.path("new")});
+    EXPECT_NE(told.find("; 1 are below " + _dir.path("new") + "/ instead of "), std::string::npos);
+    EXPECT_EQ(told.find("--map"), std::string::npos) << told;
 }
 
 TEST_F(MissingSourcesTest, SourcesBelowTheRootMoveToo)
@@ -91,9 +86,7 @@ TEST_F(MissingSourcesTest, SourcesBelowTheRootMoveToo)
     add("/gone/a.cc");
     EXPECT_EQ(missingSources(_model, {_dir.path()}),
               "1 sources not found: /gone/a.cc; 1 are below " + _dir.path() +
-                  "/ instead of / (ln "
-                  "-s " +
-                  _dir.path("gone") + " /gone lets zem find them)");
+                  "/ instead of / (--map /=" + _dir.path() + " finds them)");
 }
 
 } // namespace

@@ -46,6 +46,19 @@ TEST_F(FlowSolverTest, BranchIsTheRestOfItsBlock)
     EXPECT_EQ(_function._arcs[2]._count, 6);
 }
 
+// Notes of clang++: with the arc from the exit to the entry all flow is there, and a block that
+// nothing leads to never ran.
+TEST_F(FlowSolverTest, ClosedGraphLeavesNoBlockOpen)
+{
+    const std::vector<Arc> open = {
+        {0, 2, OnTree}, {2, 1, 7}, {2, 3, 2}, {3, 1, OnTree}, {4, 1, OnTree}};
+    EXPECT_FALSE(solve(5, open));
+    _function = GcnoFunction();
+    EXPECT_TRUE(solve(
+        5, {{0, 2, OnTree}, {2, 1, 7}, {2, 3, 2}, {3, 1, OnTree}, {4, 1, OnTree}, {1, 0, OnTree}}));
+    EXPECT_EQ(_counts, (Counts{9, 9, 9, 2, 0}));
+}
+
 TEST_F(FlowSolverTest, LoopCountsItsTurns)
 {
     EXPECT_TRUE(solve(5, {{0, 2, OnTree}, {2, 3, 30}, {3, 2, OnTree}, {2, 4, OnTree}, {4, 1, 2}}));

@@ -51,7 +51,7 @@ void GcovBuilder::head(uint32_t magic, uint32_t stamp)
     word(magic);
     const uint32_t tens = static_cast<uint32_t>('A' + _major / 10);
     const uint32_t ones = static_cast<uint32_t>('0' + _major % 10);
-    word(tens << 24 | ones << 16 | '2' << 8 | '*');
+    word(_major == Clang ? 0x3430382a : tens << 24 | ones << 16 | '2' << 8 | '*');
     word(stamp);
     if (_major >= FirstMajorWithBytes) {
         word(0xc0ffee);
@@ -61,8 +61,10 @@ void GcovBuilder::head(uint32_t magic, uint32_t stamp)
 void GcovBuilder::notesHead(uint32_t stamp, const std::string& folder)
 {
     head(0x67636e6f, stamp);
-    text(folder);
-    word(1);
+    if (_major != Clang) {
+        text(folder);
+        word(1);
+    }
 }
 
 void GcovBuilder::countersHead(uint32_t stamp)
@@ -79,18 +81,23 @@ void GcovBuilder::function(uint32_t ident, uint32_t lineChecksum, uint32_t graph
     word(lineChecksum);
     word(graphChecksum);
     text(symbol);
-    word(isArtificial);
+    if (_major != Clang) {
+        word(isArtificial);
+    }
     text(file);
     word(startLine);
-    word(5);
-    word(endLine);
-    word(1);
+    if (_major != Clang) {
+        word(5);
+        word(endLine);
+        word(1);
+    }
     end();
 }
 
 void GcovBuilder::blocks(uint32_t count)
 {
-    record(0x01410000, {count});
+    record(0x01410000,
+           std::vector<uint32_t>(_major == Clang ? count : 1, _major == Clang ? 0 : count));
 }
 
 void GcovBuilder::arcs(uint32_t from, const std::vector<Arc>& arcs)

@@ -22,6 +22,9 @@ public:
         uint32_t flags;
     };
 
+    // As clang++ writes them, in the form of GCC 4.8.
+    static constexpr int Clang = 4;
+
     explicit GcovBuilder(int major, bool isBigEndian = false);
 
     void notesHead(uint32_t stamp, const std::string& folder);

@@ -400,6 +400,37 @@ TEST_F(qipCanvasTest, WheelAtTheEndDrawsNothing)
     EXPECT_EQ(canvas.view()._y, 0);
 }
 
+TEST_F(qipCanvasTest, TheFrameTellsWhereKeysGo)
+{
+    Canvas canvas(12, 8, 100, 1000);
+    open(canvas);
+    const auto giveKeysTo = [&](Window window) {
+        XSetInputFocus(display(), window, RevertToParent, CurrentTime);
+        settle();
+    };
+    const Window noneOfOurs =
+        XCreateSimpleWindow(display(), DefaultRootWindow(display()), 900, 900, 5, 5, 0, 0, 0);
+    XMapWindow(display(), noneOfOurs);
+    giveKeysTo(noneOfOurs);
+    Pixel dark = 0;
+    XtVaGetValues(canvas.clientArea(), XmNforeground, &dark, nullptr);
+    const auto outline = [&] {
+        settle();
+        const Pixels picture(display(), XtWindow(canvas.clientArea()));
+        return picture.count(0, 0, picture.width(), 1, dark) == picture.width() &&
+               picture.count(0, picture.height() - 1, picture.width(), 1, dark) == picture.width();
+    };
+    EXPECT_FALSE(outline());
+    giveKeysTo(XtWindow(_window->baseWidget()));
+    XInput::click(display(), XtWindow(canvas.clientArea()), 30, 30);
+    EXPECT_TRUE(waitFor(outline));
+    // Drawn anew, too.
+    canvas.render();
+    EXPECT_TRUE(outline());
+    giveKeysTo(noneOfOurs);
+    EXPECT_TRUE(waitFor([&] { return !outline(); }));
+}
+
 TEST_F(qipCanvasTest, KeysScrollOnceTheCanvasHasTheKeyboard)
 {
     Canvas canvas(12, 8, 100, 1000);

@@ -147,6 +147,19 @@ TEST_F(HelpWindowTest, HomeDirectoryIsTakenFromTheVariable)
     EXPECT_EQ(file(), "");
 }
 
+TEST_F(HelpWindowTest, NoNameOfAFileReachesTheTitleAndNoTextMovesIt)
+{
+    _files.write("zem\n\x1b]2;owned\x07/zem/help/own.hlp", "\x1b]2;owned\x07\n\x01\xff\r\n");
+    setenv("VORANDEL", _files.path("zem\n\x1b]2;owned\x07").c_str(), 1);
+    ask("own");
+    EXPECT_TRUE(isShown());
+    EXPECT_EQ(window().viewer().browser().nLines(), 3);
+    char* title = nullptr;
+    ASSERT_NE(XFetchName(display(), XtWindow(window().baseWidget()), &title), 0);
+    EXPECT_STREQ(title, "Help");
+    XFree(title);
+}
+
 TEST_F(HelpWindowTest, ViewersAndStatusBarHaveTheirTopics)
 {
     const SrcViewer viewer("srcViewer");

@@ -405,6 +405,38 @@ TEST_F(RptViewerTest, TabAndShiftTabLeaveTheReport)
     EXPECT_NE(focus(), next) << "the other way";
 }
 
+TEST_F(RptViewerTest, KeysWithControlSelectAndScrollToTheRow)
+{
+    show(std::vector<Row>(40, Row{"d/file", 40, 10}));
+    XInput::click(display(), window(), 30, 30);
+    ASSERT_TRUE(waitFor([this] { return _viewer.selection() == 1; }));
+    struct Step
+    {
+        KeySym key;
+        int row;
+        int top; // the first visible row
+    };
+    const Step steps[] = {{XK_Down, 2, 0}, {XK_Up, 1, 0},   {XK_End, 39, 33}, {XK_Down, 39, 33},
+                          {XK_Up, 38, 33}, {XK_Home, 0, 0}, {XK_Up, 0, 0}};
+    for (const Step& step : steps) {
+        XInput::key(display(), step.key, XK_Control_L);
+        EXPECT_TRUE(waitFor([&] {
+            return _viewer.selection() == step.row && _viewer.view()._y == step.top;
+        })) << XKeysymToString(step.key)
+            << " leads to " << _viewer.selection() << ", " << _viewer.view()._y;
+    }
+}
+
+TEST_F(RptViewerTest, KeysOnAnEmptyReportSelectNothing)
+{
+    show({});
+    XInput::click(display(), window(), 30, 30);
+    XInput::key(display(), XK_Down, XK_Control_L);
+    XInput::key(display(), XK_End, XK_Control_L);
+    settle();
+    EXPECT_EQ(_viewer.selection(), -1);
+}
+
 TEST_F(RptViewerTest, KeysScroll)
 {
     show(std::vector<Row>(40, Row{"d/file", 40, 10}));

@@ -83,6 +83,17 @@ TEST_F(SrcViewerTest, HeaderNamesTheColumnsAndTheFile)
     EXPECT_EQ(text(_viewer, 0, 17, 4, _black), "a.c ");
 }
 
+TEST_F(SrcViewerTest, HeaderShowsControlCharactersOfTheNameVisibly)
+{
+    const char name[] = "a\n\x1b[2Jb\xff.c";
+    _files.write(name, "x\n");
+    SourceRecord record(name);
+    _viewer.display(&record.file(), _info, 1);
+    settle();
+    EXPECT_EQ(text(_viewer, 0, 17, 21, _black), "a\\x0a\\x1b[2Jb\\xff.c  ");
+    EXPECT_EQ(text(_viewer, 1, 17, 2, _black), "x ");
+}
+
 TEST_F(SrcViewerTest, HeaderIsUnderlinedAndColumnsAreSeparated)
 {
     display("x\ny\nz\n");

@@ -36,6 +36,43 @@ TEST_F(ZEMWindowTest, TitleAndIconAreCalledZem)
     XFree(title);
 }
 
+// Whatever the files are called, the title is the program's own, a row is one row, and a message is
+// one line that shows what it names.
+TEST_F(ZEMWindowTest, HostileNamesForgeNeitherTitleNorRowNorMessage)
+{
+    const std::string path = "src/a\n\x1b]2;owned\x07.cpp";
+    const std::string huge = "src/" + std::string(60000, 'x');
+    const std::string map = mapFile({{path, {{"f\n\tg", 2, 9, {{2, 4}}}}},
+                                     {huge, {{std::string(60000, 'y'), 2, 9, {{2, 4}}}}}})
+                                .write(_dir.path("p\n.map"));
+    const std::string log =
+        logFile({{path, map, {4}}, {huge, map, {0}}}).write(_dir.path("p\x1b[2J.log"));
+    const Box before = box("statusbar_work");
+    ASSERT_EQ(theReportContainer->processFile(log.c_str()), 0);
+    for (const RptType type : {RptByDirectory, RptByClass, RptByFunction, RptByFile}) {
+        theReportContainer->reportType(type);
+        theReportContainer->report();
+        settle();
+    }
+    EXPECT_EQ(theReportContainer->table()._nItems, 2);
+    theReportContainer->browse();
+    settle();
+    EXPECT_EQ(labelText("msgLbl"), "Could not open src/a\\x0a\\x1b]2;owned\\x07.cpp!");
+    theStatusBar->displayMessage(("Could not open " + huge + "!").c_str());
+    settle();
+    expectStatusBarInOrder();
+    EXPECT_EQ(box("statusbar_work").height, before.height);
+    EXPECT_GT(box("statFrame").width, 100) << "the beginning of the message is seen";
+    EXPECT_EQ(labelText("msgLbl"), ("Could not open " + huge).substr(0, 2000) + "...");
+    for (const auto getName : {XFetchName, XGetIconName}) {
+        char* title = nullptr;
+        ASSERT_NE(getName(display(), XtWindow(_window->baseWidget()), &title), 0);
+        EXPECT_STREQ(title, "zem");
+        XFree(title);
+    }
+    saveScreenshot(display(), XtWindow(_window->baseWidget()), "window-hostile-names");
+}
+
 // By what docks and task bars know its windows: the desktop entry names this class, too.
 TEST_F(ZEMWindowTest, DocksGetItsClassAndItsIcon)
 {

@@ -1,0 +1,4 @@
+#pragma once
+
+int half(int n);
+int third(int n);

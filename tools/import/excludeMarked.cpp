@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/excludeMarked.h"
+
+#include "qip/Support/qipVisibleText.h"
+#include "tools/common/InputFile.h"
+#include "tools/common/SourcePath.h"
+#include "tools/common/parallel.h"
+#include "tools/import/ExclusionMarkers.h"
+
+#include <algorithm>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// Nobody writes a source of so many bytes.
+constexpr uint64_t LargestSource = 64u << 20;
+constexpr size_t MostMessages = 20;
+
+// How many of the basic blocks have lines.
+uint64_t blocksWithLines(const CovFunction& function)
+{
+    uint64_t blocks = 0;
+    for (size_t i = 0; i < function._lines.size(); ++i) {
+        blocks += i == 0 || function._lines[i - 1]._block != function._lines[i]._block ? 1 : 0;
+    }
+    return blocks;
+}
+
+void excludeLines(CovFunction& function, const ExclusionMarkers& markers, ImportLosses& losses)
+{
+    const uint64_t before = blocksWithLines(function);
+    std::vector<CovLine>& lines = function._lines;
+    const auto kept = std::remove_if(lines.begin(), lines.end(), [&markers](const CovLine& line) {
+        return markers.excludes(line._line);
+    });
+    lines.erase(kept, lines.end());
+    losses._markedBlocks += before - blocksWithLines(function);
+    losses._markedFunctions += before != 0 && lines.empty() ? 1 : 0;
+}
+
+bool readSource(const std::string& path, std::string& text)
+{
+    InputFile file;
+    return file.open(path) && file.size() <= LargestSource &&
+           file.append(text, static_cast<size_t>(file.size()));
+}
+
+class MarkersJob : public ParallelJob
+{
+public:
+    explicit MarkersJob(CoverageModel& model)
+        : _model(model), _losses(model._files.size()), _problems(model._files.size())
+    {}
+
+    void run(size_t item) override
+    {
+        CovFile& file = _model._files[item];
+        std::string text;
+        if (modificationTime(file._path) == 0) {
+            return; // it is not there; the summary says that
+        }
+        if (!readSource(file._path, text)) {
+            _losses[item]._sourcesNotSearched = 1;
+            return;
+        }
+        ExclusionMarkers markers;
+        markers.read(text);
+        _problems[item] = markers.problems();
+        if (markers.isEmpty()) {
+            return;
+        }
+        for (CovFunction& function : file._functions) {
+            excludeLines(function, markers, _losses[item]);
+        }
+    }
+
+    void report(ImportLosses& losses, std::ostream& err) const;
+
+private:
+    CoverageModel& _model;
+    std::vector<ImportLosses> _losses; // one for each file
+    std::vector<std::vector<ExclusionMarkers::Problem>> _problems;
+};
+
+void MarkersJob::report(ImportLosses& losses, std::ostream& err) const
+{
+    std::vector<std::string> messages;
+    for (size_t i = 0; i < _problems.size(); ++i) {
+        losses.add(_losses[i]);
+        for (const ExclusionMarkers::Problem& problem : _problems[i]) {
+            messages.push_back(_model._files[i]._path + ":" + std::to_string(problem._line) + ": " +
+                               problem._text);
+        }
+    }
+    std::sort(messages.begin(), messages.end()); // the order of files is free
+    for (size_t i = 0; i < std::min(messages.size(), MostMessages); ++i) {
+        err << "zem-import: " << qipVisibleText(messages[i].c_str()) << '\n';
+    }
+    if (messages.size() > MostMessages) {
+        err << "zem-import: and " << messages.size() - MostMessages << " more like these\n";
+    }
+}
+
+} // namespace
+
+void excludeMarked(CoverageModel& model, ImportLosses& losses, std::ostream& err,
+                   unsigned int nThreads)
+{
+    MarkersJob job(model);
+    runParallel(job, model._files.size(), nThreads);
+    job.report(losses, err);
+}

@@ -1,0 +1,407 @@
+// SPDX-License-Identifier: MIT
+#include "tools/import/llvm/LlvmImporter.h"
+
+#include "qip/Support/qipVisibleText.h"
+#include "tools/common/FolderWalk.h"
+#include "tools/common/Progress.h"
+#include "tools/common/SourcePath.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iostream>
+#include <map>
+#include <utility>
+
+namespace {
+
+// No profile is larger; a sparse file can be.
+constexpr uint64_t LargestProfile = uint64_t(4) << 30;
+
+bool complain(const std::string& path, const std::string& problem)
+{
+    std::cerr << "zem-import: " << qipVisibleText(path.c_str()) << ": "
+              << qipVisibleText(problem.c_str()) << '\n';
+    return false;
+}
+
+// Returns false with a line on the standard error stream.
+bool readAll(const std::string& path, std::string& bytes)
+{
+    InputFile file;
+    bytes.clear();
+    if (!file.open(path)) {
+        return complain(path, file.problem());
+    }
+    if (!file.append(bytes, RawProfile::HeadSize)) {
+        return complain(path, file.problem());
+    }
+    if (!bytes.empty() && !RawProfile::isRaw(bytes.data(), bytes.size())) {
+        return true; // whatever it is, its end is not wanted
+    }
+    if (file.size() > LargestProfile) {
+        return complain(path, "is larger than " + std::to_string(LargestProfile >> 30) +
+                                  " GiB: no raw profile of one run is");
+    }
+    return (file.append(bytes, static_cast<size_t>(file.size())) && file.isUnchanged()) ||
+           complain(path, file.problem());
+}
+
+// How often the file has a profile of one program or library: processes that forked, and such that
+// wrote their counters more than once, add profiles to it.
+size_t timesOfOneImage(const RawProfile& profile)
+{
+    std::map<std::pair<std::vector<std::string>, size_t>, size_t> times;
+    size_t most = 0;
+    for (const ProfilePart& part : profile.parts()) {
+        size_t& seen = times[{part._binaryIds, part._records.size()}];
+        most = std::max(most, ++seen);
+    }
+    return most;
+}
+
+const char* textOf(RawProfile::Result result)
+{
+    switch (result) {
+    case RawProfile::Empty:
+        return "is empty: the program did not write its profile; it crashed, was killed or called "
+               "_exit(). Run it again, or with LLVM_PROFILE_FILE=%p%c.profraw";
+    case RawProfile::NotRaw:
+        return "is no profile of clang++ -fprofile-instr-generate, and no program";
+    case RawProfile::LeftOut:
+        return "holds counters without functions: name the program that wrote it, built with "
+               "-profile-correlate=binary";
+    case RawProfile::UnknownVersion:
+        return "is of a version that is not known: try --via-llvm-cov";
+    default:
+        return "is damaged or cut short: run the program again";
+    }
+}
+
+} // namespace
+
+int LlvmImporter::option(char** words)
+{
+    if (std::strcmp(words[0], "--merge") == 0) {
+        _isMerged = true;
+        return 1;
+    }
+    if (std::strcmp(words[0], "--via-llvm-cov") == 0) {
+        _usesTools = true;
+        return 1;
+    }
+    if (words[1] != nullptr && std::strcmp(words[0], "--llvm-cov") == 0) {
+        _tools.useCov(words[1]);
+        return 2;
+    }
+    if (words[1] != nullptr && std::strcmp(words[0], "--llvm-profdata") == 0) {
+        _tools.useProfdata(words[1]);
+        return 2;
+    }
+    return 0;
+}
+
+void LlvmImporter::input(const char* word)
+{
+    _words.emplace_back(word);
+}
+
+void LlvmImporter::usage(std::ostream& out) const
+{
+    out << "  --merge          one log with the sum of all profiles\n"
+           "  --via-llvm-cov   let llvm-profdata and llvm-cov read everything\n"
+           "  --llvm-cov PROGRAM, --llvm-profdata PROGRAM\n"
+           "                   the ones to ask (default: what fits the profile, the newest "
+           "first)\n";
+}
+
+bool LlvmImporter::recognises(const char* path) const
+{
+    if (!LlvmInputs::isFolder(path)) {
+        const LlvmInputs::Kind kind = LlvmInputs::kindOf(path);
+        if (kind == LlvmInputs::Elf || kind == LlvmInputs::Object) {
+            ElfFile file;
+            return file.open(path) && file.find("__llvm_covmap") != nullptr;
+        }
+        return kind == LlvmInputs::Raw || kind == LlvmInputs::Indexed;
+    }
+    FolderWalk walk(path);
+    while (walk.next()) {
+        if (LlvmInputs::hasProfileName(walk.path())) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool LlvmImporter::findInputs(ImportLosses& losses)
+{
+    bool isGood = true;
+    for (const std::string& word : _words) {
+        isGood = _inputs.add(word) && isGood;
+    }
+    losses._unreadFolders += _inputs.unreadFolders();
+    if (!isGood) {
+        return false;
+    }
+    if (_inputs.binaries().empty() && _inputs.objects().empty()) {
+        std::cerr << "zem-import: no program among the inputs: name the program or library that "
+                     "wrote the profiles, or a folder that holds it\n";
+        return false;
+    }
+    if (_inputs.profiles().empty()) {
+        std::cerr << "zem-import: no .profraw file among the inputs: run the program with "
+                     "LLVM_PROFILE_FILE=NAME.profraw and name that file or its folder\n";
+        return false;
+    }
+    return true;
+}
+
+// A file of debug information has the map and lacks the names, which profiles have, too.
+void LlvmImporter::addNames(CoverageImage& image) const
+{
+    for (const std::string& path : _inputs.profiles()) {
+        std::string bytes;
+        RawProfile profile;
+        if (image.lacksNames() && readAll(path, bytes) &&
+            profile.read(bytes, {}) == RawProfile::Ok) {
+            for (const ProfilePart& part : profile.parts()) {
+                (void)image.addNames(part._names);
+            }
+        }
+    }
+}
+
+// Returns false when the file is damaged.
+bool LlvmImporter::readImage(const LlvmInputs::Binary& binary, ImportLosses& losses)
+{
+    auto image = std::make_unique<CoverageImage>();
+    switch (image->read(binary._path)) {
+    case CoverageImage::Ok:
+        if (image->lacksNames()) {
+            addNames(*image);
+        }
+        _toolBinaries.push_back(binary._path);
+        _read.push_back(std::move(image));
+        return true;
+    case CoverageImage::NoCoverage:
+        return !binary._isNamed ||
+               complain(binary._path, "was not built with clang++ -fprofile-instr-generate "
+                                      "-fcoverage-mapping");
+    case CoverageImage::Stripped:
+        _stripped = _stripped.empty() ? binary._path : _stripped;
+        return !binary._isNamed ||
+               complain(binary._path, "has no coverage map (built without -fcoverage-mapping, or "
+                                      "llvm-strip took it): name the file before it was stripped");
+    case CoverageImage::UnknownVersion:
+        _usesTools = true;
+        _toolBinaries.push_back(binary._path);
+        return true;
+    case CoverageImage::Failed:
+        break;
+    }
+    if (binary._isNamed) {
+        return complain(binary._path, image->problem());
+    }
+    // A folder holds files of all kinds.
+    ++losses._failedUnits;
+    (void)complain(binary._path, image->problem());
+    return true;
+}
+
+bool LlvmImporter::readImages(const std::vector<LlvmInputs::Binary>& binaries, ImportLosses& losses)
+{
+    Progress progress("Reading programs", binaries.size());
+    for (const LlvmInputs::Binary& binary : binaries) {
+        if (!readImage(binary, losses)) {
+            return false;
+        }
+        progress.step();
+    }
+    return true;
+}
+
+// Finds out what is known of the profiles before they are read.
+void LlvmImporter::lookAtProfiles(ImportedBuild& build)
+{
+    for (const std::string& path : _inputs.profiles()) {
+        InputFile file;
+        std::string head;
+        if (!file.open(path) || !file.append(head, RawProfile::HeadSize)) {
+            continue; // said when it is read
+        }
+        const bool isRaw = RawProfile::isRaw(head.data(), head.size());
+        build._isBoolean = build._isBoolean || RawProfile::isSingleByte(head.data(), head.size());
+        _usesTools =
+            _usesTools || RawProfile::isIndexed(head.data(), head.size()) ||
+            (isRaw && head.size() > 16 && !RawProfile::isKnown(head.data(), head.size())) ||
+            LlvmInputs::hasTextName(path);
+    }
+}
+
+std::vector<std::string> LlvmImporter::profilesOf(size_t run) const
+{
+    const std::vector<std::string>& all = _inputs.profiles();
+    return _isMerged ? all : std::vector<std::string>{all[run]};
+}
+
+// The functions come with the counts of the first run that can be read.
+bool LlvmImporter::readImagesByTools()
+{
+    for (size_t run = 0; run < runs(); ++run) {
+        auto image = std::make_unique<CoverageImage>();
+        _toolRun = std::make_unique<ExportedImage>(image.get());
+        if (_tools.read(_toolBinaries, profilesOf(run), *_toolRun)) {
+            _toolRunNumber = run;
+            _build.add(std::move(image));
+            return true;
+        }
+    }
+    return complain(_inputs.profiles().front(), _tools.problem());
+}
+
+bool LlvmImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
+{
+    if (!findInputs(losses) || !readImages(_inputs.binaries(), losses) ||
+        (_toolBinaries.empty() && !readImages(_inputs.objects(), losses))) {
+        return false;
+    }
+    if (_toolBinaries.empty()) {
+        if (!_stripped.empty()) {
+            return complain(_stripped, "has no coverage map (built without -fcoverage-mapping, or "
+                                       "llvm-strip took it)");
+        }
+        std::cerr << "zem-import: no program with a coverage map found; was it built with clang++ "
+                     "-fprofile-instr-generate -fcoverage-mapping?\n";
+        return false;
+    }
+    lookAtProfiles(build);
+    if (_usesTools && !readImagesByTools()) {
+        return false;
+    }
+    for (std::unique_ptr<CoverageImage>& image : _read) {
+        if (!_usesTools) {
+            _build.add(std::move(image));
+        }
+    }
+    _read.clear();
+    _build.read(build, losses, nThreads);
+    _counters = std::make_unique<RunCounters>(_build.plan());
+    return true;
+}
+
+size_t LlvmImporter::runs() const
+{
+    return _isMerged ? 1 : _inputs.profiles().size();
+}
+
+// One run has the name of the import; several have those of their files.
+std::string LlvmImporter::nameOf(size_t run) const
+{
+    if (runs() == 1) {
+        return std::string();
+    }
+    const std::string& path = _inputs.profiles()[run];
+    const std::string name = path.substr(path.rfind('/') + 1);
+    return LlvmInputs::hasProfileName(name) ? name.substr(0, name.rfind('.')) : name;
+}
+
+// Files of one build carry one number; a profile that has another was written by another build,
+// whose lines may be elsewhere.
+bool LlvmImporter::isOfBuild(const ProfilePart& part) const
+{
+    if (part._binaryIds.empty()) {
+        return true;
+    }
+    for (const CoverageImage* image : _build.images()) {
+        const std::string& id = image->buildId();
+        if (id.empty() || std::find(part._binaryIds.begin(), part._binaryIds.end(), id) !=
+                              part._binaryIds.end()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool LlvmImporter::addParts(const std::string& path, const RawProfile& profile,
+                            ImportLosses& losses)
+{
+    RunCounters::Found found;
+    uint64_t others = 0;
+    for (size_t i = 0; i < profile.parts().size(); ++i) {
+        if (isOfBuild(profile.parts()[i])) {
+            _counters->add(profile.parts()[i], i, found);
+        } else {
+            ++others;
+        }
+    }
+    losses._profilesOfOthers += others;
+    _addedRuns += timesOfOneImage(profile);
+    losses._staleFunctions += found._otherHash + found._otherCount;
+    if (others == profile.parts().size()) {
+        return complain(path, "was written by another build of the program, or by a program that "
+                              "is not among the inputs: run the tests again, or name that program");
+    }
+    return found._functions != 0 ||
+           complain(path, "none of its functions is in the programs: name the program that wrote "
+                          "it, or run the tests again");
+}
+
+bool LlvmImporter::readProfile(const std::string& path, ImportLosses& losses)
+{
+    if (!readAll(path, _bytes)) {
+        return false;
+    }
+    RawProfile profile;
+    const RawProfile::Result result = profile.read(_bytes, _build.images());
+    return result == RawProfile::Ok ? addParts(path, profile, losses)
+                                    : complain(path, textOf(result));
+}
+
+bool LlvmImporter::readRunByTools(size_t run, ImportLosses& losses)
+{
+    std::unique_ptr<ExportedImage> other;
+    ExportedImage* exported = _toolRun.get();
+    if (run != _toolRunNumber || exported == nullptr) {
+        other = std::make_unique<ExportedImage>(nullptr);
+        exported = other.get();
+        if (!_tools.read(_toolBinaries, profilesOf(run), *exported)) {
+            return complain(_inputs.profiles()[run], _tools.problem());
+        }
+    }
+    RunCounters::Found found;
+    _counters->add(exported->part(), 0, found);
+    losses._staleFunctions += found._otherHash + found._otherCount;
+    if (other == nullptr) {
+        _toolRun.reset();
+    }
+    return true;
+}
+
+bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses,
+                           unsigned int nThreads)
+{
+    _counters->clear();
+    _addedRuns = 0;
+    const size_t first = _isMerged ? 0 : run;
+    const size_t last = _isMerged ? _inputs.profiles().size() : run + 1;
+    size_t isRead = 0;
+    for (size_t i = first; i < last; ++i) {
+        const std::string& path = _inputs.profiles()[i];
+        const bool isGood = !_usesTools  ? readProfile(path, losses)
+                            : i == first ? readRunByTools(run, losses)
+                                         : isRead != 0;
+        if (isGood) {
+            ++isRead;
+            result._executionTime = std::max(result._executionTime, modificationTime(path));
+        } else {
+            ++losses._failedUnits;
+        }
+    }
+    if (isRead == 0) {
+        return false;
+    }
+    losses._mostRuns = std::max<uint64_t>(losses._mostRuns, std::max(isRead, _addedRuns));
+    result._name = nameOf(run);
+    losses._staleFunctions += _counters->evaluate(result._counts, nThreads);
+    return true;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+//
+// Runs another program, without a shell, gives what it prints to a receiver piece by piece, and
+// keeps the beginning of what it complains about.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+class ToolRun
+{
+public:
+    class Receiver
+    {
+    public:
+        virtual ~Receiver() = default;
+        // Takes the next bytes of the standard output. Returns false when no more are wanted, which
+        // ends the program.
+        virtual bool receive(const char* bytes, size_t size) = 0;
+    };
+
+    enum Result { Ok, NotFound, Failed };
+
+    // Runs `words[0]`, found as the shell does, with the others as arguments, and waits for its
+    // end. Failed: it ended with another status than 0, or the receiver wanted no more.
+    Result run(const std::vector<std::string>& words, Receiver& receiver);
+
+    // The last line of its complaints; empty when there is none.
+    const std::string& complaint() const { return _complaint; }
+
+private:
+    std::string _complaint;
+};
