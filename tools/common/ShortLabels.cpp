@@ -10,7 +10,7 @@
 namespace {
 
 constexpr size_t WidestScope = ShortLabels::WidestScope;
-constexpr size_t WidestLast = 20;  // the last part, beside a scope that is shortened
+constexpr size_t WidestLast = 18;  // the last part, beside a scope that is shortened
 constexpr size_t ShortestWord = 8; // of those that are cut
 constexpr char Dots[] = "...";
 constexpr size_t DotsLength = sizeof(Dots) - 1;

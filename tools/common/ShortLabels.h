@@ -22,12 +22,12 @@ class ShortLabels
 {
 public:
     // In characters. The first canvas of a report has 100 columns. The bars start 11 columns and
-    // twice the digits of the largest number of blocks behind the longest label, so this leaves 11
-    // columns of them in sight with 9,999 blocks.
-    static constexpr size_t Widest = 70;
+    // twice the digits of the largest number of blocks behind the longest label, so this leaves 17
+    // columns of them and their numbers in sight with 9,999 blocks.
+    static constexpr size_t Widest = 64;
     // A class or namespace that is shortened has at most this many where that can be done. None
     // that has fewer is.
-    static constexpr size_t WidestScope = 48;
+    static constexpr size_t WidestScope = 44;
 
     // Takes a name as the simple report shows it, if it is wider than that.
     void add(const std::string& label);

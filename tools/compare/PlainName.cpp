@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr size_t ShortestCut = 48; // of names that are cut, in characters
+constexpr size_t ShortestCut = 44; // of names that are cut, in characters
 
 bool isWord(char c)
 {

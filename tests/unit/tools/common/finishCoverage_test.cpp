@@ -77,11 +77,11 @@ TEST_F(FinishCoverageTest, NamesTooWideForTheReportAreShortened)
     finishCoverage(_model, NameStyle(), _losses, 2);
     const std::string code = "__FFi_Q262" + std::string(WideClass);
     EXPECT_EQ(_model._files[0]._functions[0]._storedName,
-              "aVeryLongNameOfAClassWh...oWideForTheReportOfAll::aFunctionOfItOwns" + code +
+              "aVeryLongNameOfAClass...ideForTheReportOfAll::aFunctionOfItOwns" + code +
                   "17aFunctionOfItOwns");
     EXPECT_EQ(_model._files[0]._functions[1]._storedName, "ns::f__Fi");
     EXPECT_EQ(_model._files[1]._functions[0]._storedName,
-              "aVeryLongNameOfAClassWh...oWideForTheReportOfAll::f" + code + "1f");
+              "aVeryLongNameOfAClass...ideForTheReportOfAll::f" + code + "1f");
     EXPECT_EQ(_losses._renamedFunctions, 0u);
 }
 

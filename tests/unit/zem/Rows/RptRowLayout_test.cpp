@@ -96,15 +96,15 @@ TEST_F(RptRowLayoutTest, BarsAreInProportionToTheLargest)
 // What zem-import shortens labels for: 100 columns show the longest label and a part of its bar.
 TEST_F(RptRowLayoutTest, FirstCanvasShowsAWideLabelAndItsBar)
 {
-    _layout._longestLabel = 70;
+    _layout._longestLabel = 64;
     _layout._maxBlocks = 9999;
-    _layout._canvasWidth = (70 + 2 * 4) * 2 + 20; // as RptViewer::installView() has it
-    const std::string label(70, 'f');
+    _layout._canvasWidth = (64 + 2 * 4) * 2 + 20; // as RptViewer::installView() has it
+    const std::string label(64, 'f');
     layOut(label.c_str(), 9999, 9999);
-    EXPECT_EQ(_row.label.length, 70);
+    EXPECT_EQ(_row.label.length, 64);
     EXPECT_GE(_row.label.x, 0);
-    EXPECT_EQ(_row.covered.x, 89 * 6);
-    EXPECT_GT(_row.covered.width, 11 * 6);
+    EXPECT_EQ(_row.covered.x, 83 * 6);
+    EXPECT_GT(_row.covered.width, 17 * 6);
 }
 
 TEST_F(RptRowLayoutTest, BarsHaveOneLengthByPercentage)
