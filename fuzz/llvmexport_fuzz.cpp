@@ -15,7 +15,8 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     LlvmExport document(exported);
     // In two pieces, somewhere.
     const auto* bytes = reinterpret_cast<const char*>(data);
-    if (!document.receive(bytes, size / 3) || !document.receive(bytes + size / 3, size - size / 3)) {
+    if (!document.receive(bytes, size / 3) ||
+        !document.receive(bytes + size / 3, size - size / 3)) {
         return 0;
     }
     SourceFilter filter;
