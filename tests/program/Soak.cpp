@@ -16,7 +16,7 @@ namespace {
 constexpr char LoadTitle[] = "Select ZEM log file";
 constexpr char TypeTitle[] = "Select report type";
 constexpr char SortTitle[] = "Select sort criteria";
-constexpr char HelpTitle[] = "Help";
+constexpr char HelpTitle[] = "zem help";
 
 // KiB that a process does not share and has written to.
 long privateMemory(pid_t process)
@@ -185,7 +185,8 @@ bool Soak::contextHelp()
         settle();
         XInput::click(_display, _main, x, 150);
     }
-    return _run.waitFor([this] { return _run.titled(HelpTitle) != 0; }) || fail("no help in context");
+    return _run.waitFor([this] { return _run.titled(HelpTitle) != 0; }) ||
+           fail("no help in context");
 }
 
 bool Soak::select()

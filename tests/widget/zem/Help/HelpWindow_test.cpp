@@ -156,7 +156,7 @@ TEST_F(HelpWindowTest, NoNameOfAFileReachesTheTitleAndNoTextMovesIt)
     EXPECT_EQ(window().viewer().browser().nLines(), 3);
     char* title = nullptr;
     ASSERT_NE(XFetchName(display(), XtWindow(window().baseWidget()), &title), 0);
-    EXPECT_STREQ(title, "Help");
+    EXPECT_EQ(std::string(title).find("owned"), std::string::npos) << title;
     XFree(title);
 }
 
