@@ -17,6 +17,129 @@ size_t lengthOfText(const std::string& symbol)
     return length;
 }
 
+// One symbol or two for each arm of the encoding, as g++ and clang++ write them, and the few that
+// they do not write but the decoder reads.
+const char* const armSymbols[] = {
+    // Types.
+    "_Z1qM1AKFivEMS_FivREMS_DoFivOEMS_iPDoFvvEPFvizEPVKi",
+    "_Z2btnowDsDieahstDnbfz",
+    "_Z2cxCdCf",
+    "_Z3vecDv4_i",
+    "_Z2fnOFviEPFPA3_icEPFvzE",
+    "_Z4d_arIiEvRA5_T_RA2_A123_DTstS0_E",
+    "_Z5d_arnIiLi5EEvRAT0__T_PAplT0_Li1E_S0_",
+    "_Z2ttI1WEvT_IiE",
+    "_Z3ttpI1WJilEEvDpT_IT0_E",
+    "_Z4ttpkI1LJicEEvT_IJDpT0_EE",
+    "_Z2c8IiLDu120EEvT_Du",
+    // Template arguments: addresses, members, numbers, objects.
+    "_Z2naIXadL_Z2glEEEvv",
+    "_Z2nfIXadL_Z2fuiEEEvv",
+    "_Z2nmIXadL_ZN1A1mEEEEvv",
+    "_Z3nmfIXadL_ZN1A1fEvEEEvv",
+    "_Z2nnILDn0EEvv",
+    "_Z2nlILb1ELc120ELln3EL1E0ELy18446744073709551615EEvv",
+    "_Z3dblILd3ff8000000000000EEvv",
+    "_Z2ntIXtl1NLi1ELd4004000000000000EEEEvv",
+    // Expressions: members, new and delete, casts, questions about types, operators.
+    "_Z4d_dtI1AS0_EDTplpldtfp_1mptfp0_1mptptfp0_1p1mET_PT0_",
+    "_Z5d_dtgI1AS0_EDTplcldtfp_1gIiEEclptfp0_1gIlEEET_PT0_",
+    "_Z5d_dtqI1AS0_EDTplplpldtfp_srS0_1mptfp0_srT_1msrS1_1scldtcvS1__E1fEES1_PT0_",
+    "_Z4d_nwIilEDTcmnw_T_Ecvv_EES0_T0_",
+    "_Z5d_nw2IilEDTcmnw_T_pifp0_Ecvv_EES0_T0_",
+    "_Z5d_nw3IilEDTcmgsnaadfp__A3_T_Ecvv_EES0_T0_",
+    "_Z5d_nw4IiiEDTcmnw_T_ilfp0_Ecvv_EES0_T0_",
+    "_Z5d_delIilEDTcmdladfp_cvv_EET_T0_",
+    "_Z6d_del2IilEDTcmgsdaadfp_cvv_EET_T0_",
+    "_Z4d_dcI1AS0_EDTcmdcPT_adfp0_cvv_EES1_T0_",
+    "_Z4d_scIilEDTcmscT_fp0_cvv_EES0_T0_",
+    "_Z4d_ccIilEDTcmccPT_adfp_cvv_EES0_T0_",
+    "_Z4d_rcIilEDTcmrcPT_adfp0_cvv_EES0_T0_",
+    "_Z4d_cvIilEDTcmcvT_fp0_cvv_EES0_T0_",
+    "_Z5d_cv2IilEDTcmcvT__Ecvv_EES0_T0_",
+    "_Z4d_tlIiiEDTcmtlT_fp0_Ecvv_EES0_T0_",
+    "_Z4d_ilIiEDTcmcmcmcv1WIT_Eilfp_EtlS2_fp_Enw_S2_ilfp_Ecvv_EES1_",
+    "_Z4d_azIilEDTcmatT_cvv_EES0_T0_",
+    "_Z4d_stIilEDTcmstT_cvv_EES0_T0_",
+    "_Z4d_tiIilEDTcmtiT_cvv_EES0_T0_",
+    "_Z4d_teIilEDTcmtefp_cvv_EET_T0_",
+    "_Z4d_nxIilEDTcmnxplfp_fp0_cvv_EET_T0_",
+    "_Z4d_twIilEDTcmtwfp_cvv_EET_T0_",
+    "_Z4d_trIiEDTcmtrcvv_EET_",
+    "_Z3d_qIilEDTcmqufp_fp0_fp0_cvv_EET_T0_",
+    "_Z4d_adIilEDTcmdeadfp_cvv_EET_T0_",
+    "_Z4d_ixIilEDTixfp_fp0_EPT_T0_",
+    "_Z4d_pmI1AiEDTpldsfp_fp0_pmfp1_fp0_ET_MS2_T0_PS2_",
+    "_Z5d_asgIilEDTcmaSfp_fp0_cvv_EET_T0_",
+    "_Z6d_asg2IilEDTcmcmcmcmcmcmcmcmcmcmpLfp_fp0_mIfp_fp0_mLfp_fp0_dVfp_fp0_rMfp_fp0_aNfp_fp0_oRfp_"
+    "fp0_eOfp_fp0_lSfp_fp0_rSfp_fp0_cvv_EET_T0_",
+    "_Z5d_bitIilEDTcmrslsoranfp_fp0_eofp_fp0_Li1Efp0_cvv_EET_T0_",
+    "_Z5d_cmpIilEDTcmcmcmcmcmcmltfp_fp0_gtfp_fp0_lefp_fp0_gefp_fp0_eqfp_fp0_nefp_fp0_cvv_EET_T0_",
+    "_Z4d_ssI1AS0_EDTssfp_fp0_ET_T0_",
+    "_Z5d_comIilEDTcmcofp_cvv_EET_T0_",
+    "_Z5d_logIilEDTcmooaafp_fp0_ntfp_cvv_EET_T0_",
+    "_Z5d_negIilEDTcmngfp_cvv_EET_T0_",
+    "_Z6d_ops2IilEDTcmmifp_rmdvmlfp0_fp_fp0_fp_cvv_EET_T0_",
+    "_Z5d_posIilEDTcmpsfp_cvv_EET_T0_",
+    "_Z5d_preIilEDTcmpp_fp_cvv_EET_T0_",
+    "_Z6d_predIilEDTcmmm_fp_cvv_EET_T0_",
+    "_Z6d_postIilEDTcmppfp_cvv_EET_T0_",
+    "_Z7d_postdIilEDTcmmmfp_cvv_EET_T0_",
+    "_Z4d_fqIiEDTplfpK_fpV0_ET_S1_",
+    "_Z6d_callIZ4mainEUliiE_iEDTclfp_fp0_fp0_EET_T0_",
+    "_Z1fI1WIiEENDtfp_E4typeET_",
+    "_Z5d_dt1I1WIiEENDTcvT__EE4typeES2_",
+    // Parameter packs.
+    "_Z4d_sZIJil1AEE1ZIXplsZT_sZfp_EEDpT_",
+    "_Z4d_sPIJilEEvRAsPDpT_E_i",
+    "_Z4d_spIJilP1AEE1LIJDpPT_EEDpS3_",
+    "_Z5d_spnIJLi1ELi2ELi3EEE1IIJXspplT_Li1EEEES0_IJXspT_EEE",
+    "_Z5d_spxIJilEEDTtl1LIJDpDTplfp_Li1EEEEEEDpT_",
+    "_Z4d_flIJiiiEEDTflplfp_EDpT_",
+    "_Z4d_frIJiiEEDTfrplfp_EDpT_",
+    "_Z4d_fLIJiiEEDTfLplLi1Efp_EDpT_",
+    "_Z4d_fRIJilEEDTfRplfp_Li1EEDpT_",
+    "_Z3fwdIJilEEvDpPFvT_27AVeryLongNameOfAClassIndeedE",
+    "_Z3cntIJilP1AEE1LIJDpPF1WI27AVeryLongNameOfAClassIndeedET_EEEDpS6_",
+    "_Z3tpkIJilEEv1LIJDpT_EEDp1WIS1_E",
+    // Names: operators, constructors, tags, what is local to a function, what the compiler makes.
+    "_ZN3OpsaSERKS_",
+    "_ZN3OpsdlEPv",
+    "_ZN3OpsnwEm",
+    "_ZN3OpscvbEv",
+    "_ZNO1KlSEi",
+    "_ZNVKR1KaNEi",
+    "_ZN4ConvcvPT_I1AEEv",
+    "_ZN2CxcvT_IiEI2P0EEv",
+    "_ZZN1ScvPT_I1AEEvEN1Q1fES4_S_PS3_27AVeryLongNameOfAClassIndeedS6_",
+    "_Zli3_kme",
+    "_Z4tagfB3cxxB4morev",
+    "_ZN6TaggedB3cxxB4moreC1Ev",
+    "_ZN3In2CI13In1Ei",
+    "_ZN3In1C1IiEET_S1_",
+    "_ZN12_GLOBAL__N_14anonENS_2AnE",
+    "_ZN1fDC1a1bEEv",
+    "_ZN5OuterIiE3MidIlE2goIdEEvilT_N1WIS4_E4typeE",
+    "_ZZ3twovE1a_0",
+    "_ZZ3twovE1a__12_",
+    "_ZZ3locivEs",
+    "_ZZ3lociEd_N2Lo1fEi",
+    "_ZZ3lociEN2Lo1fEi",
+    "_ZZ3lociENKUlT_PT0_E_clIiiEEDaS_S1_",
+    "_ZZNK3Ini1aMUliE_clEiEN2Lo1fEv",
+    "_ZNK2glMUlRAT0__T_E_clIiLi3EEEDaS1_",
+    "_ZGVZ3lociE2st",
+    "_ZTH2tl",
+    "_ZTW2tl",
+    "_ZTIN1A1BE",
+    "_ZTS1A",
+    "_ZTT2Vi",
+    "_ZTV1A",
+    "_ZThn24_N2Vj2vvEv",
+    "_ZTv0_n24_N2ViD0Ev",
+    "_ZTch0_h16_N2Vj5otherEv",
+};
+
 TEST(SymbolScanTest, KnowsEveryKindOfNameAndItsGreatestLength)
 {
     std::ifstream in(ZEM_TEST_DATA "/names/symbols.txt");
@@ -29,6 +152,29 @@ TEST(SymbolScanTest, KnowsEveryKindOfNameAndItsGreatestLength)
         EXPECT_LE(scan._length, 10 * line.size()) << symbol;
     }
     EXPECT_GT(count, 250);
+}
+
+// Where the installed decoder does not know a symbol there is no length to compare with.
+TEST(SymbolScanTest, KnowsEveryArmOfTheEncoding)
+{
+    for (const char* symbol : armSymbols) {
+        const SymbolScan scan = scanSymbol(symbol);
+        EXPECT_TRUE(scan._isKnown) << symbol;
+        EXPECT_GE(scan._length, lengthOfText(symbol)) << symbol;
+        EXPECT_LE(scan._length, 20 * std::strlen(symbol)) << symbol;
+    }
+}
+
+// What is printed as it stands counts character by character.
+TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
+{
+    const auto more = [](const std::string& longer, const std::string& one) {
+        return scanSymbol(longer)._length - scanSymbol(one)._length;
+    };
+    EXPECT_EQ(more("_Z40" + std::string(40, 'f') + "v", "_Z30" + std::string(30, 'f') + "v"), 10u);
+    EXPECT_EQ(more("_Z1fRA1000_i", "_Z1fRA1_i"), 3u);
+    EXPECT_EQ(more("_Z1fILi1000EEvv", "_Z1fILi1EEvv"), 3u);
+    EXPECT_EQ(more("_Z1fv.constprop.0", "_Z1fv"), std::strlen(".constprop.0"));
 }
 
 TEST(SymbolScanTest, FindsTheEndOfTheName)
@@ -96,6 +242,39 @@ TEST(SymbolScanTest, UnknownSymbolsAreTakenForTheirGreatestLength)
     const SymbolScan scan = scanSymbol("_Z1f%S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_S_");
     EXPECT_FALSE(scan._isKnown);
     EXPECT_GT(scan._length, 1000000u);
+}
+
+TEST(SymbolScanTest, SymbolsThatBreakOffOrHaveNoSuchPartAreUnknown)
+{
+    for (const char* symbol :
+         {"_Z0v",         "_Z2f",          "_Z1fS_",        "_Z1fiS1_",      "_Z1fT",
+          "_Z1fT0",       "_Z1fSq",        "_Z1fIiv",       "_Z1fIiXE",      "_Z1fIXplLi1EEEvv",
+          "_Z1fILi1",     "_Z1fILi1Evv",   "_Z1fIL_1aEEvv", "_Z1fA3i",       "_Z1fM1A",
+          "_Z1fFvi",      "_Z1fDv4i",      "_Z1fDtfp_",     "_Z1fDq",        "_Z1fI1XIXsrEEEvv",
+          "_ZN1A",        "_ZN1AC9Ev",     "_ZN1AzzEv",     "_ZZ1fvE",       "_ZZ1fvE1a__1",
+          "_ZZ1fvEd1a",   "_ZN1AUlvEv",    "_ZN1AUqE_Ev",   "_ZTh4N1A1fEv",  "_ZTv0_N1A1fEv",
+          "_ZTq1A",       "_ZGX1a",        "_Z1fDTfL",      "_Z1fIXfpxEEvv", "_Z1fIXfLpEEvv",
+          "_Z1fIXxxEEvv", "_Z1fIXnwiEEvv", "_Z1fIXnw_iEEvv"}) {
+        EXPECT_FALSE(scanSymbol(symbol)._isKnown) << symbol;
+    }
+}
+
+TEST(SymbolScanTest, NestingIsFollowedToABound)
+{
+    const auto pointers = [](size_t count) {
+        return "_Z1f" + std::string(count, 'P') + "i";
+    };
+    EXPECT_TRUE(scanSymbol(pointers(510))._isKnown);
+    EXPECT_FALSE(scanSymbol(pointers(511))._isKnown);
+    const auto locals = [](size_t count) {
+        std::string symbol = "_Z" + std::string(count, 'Z') + "1fv";
+        for (size_t i = 0; i < count; ++i) {
+            symbol += "E1fv";
+        }
+        return symbol;
+    };
+    EXPECT_TRUE(scanSymbol(locals(255))._isKnown);
+    EXPECT_FALSE(scanSymbol(locals(256))._isKnown);
 }
 
 TEST(SymbolScanTest, NestingWithoutEndIsNotFollowed)
