@@ -24,6 +24,7 @@ const LossKind lossKinds[] = {
     {&ImportLosses::_markedFunctions, "functions excluded by markers"},
     {&ImportLosses::_markedBlocks, "blocks excluded by markers"},
     {&ImportLosses::_sourcesNotSearched, "sources not searched for markers"},
+    {&ImportLosses::_unreadSources, "sources that could not be read"},
     {&ImportLosses::_artificialFunctions, "compiler-made functions"},
     {&ImportLosses::_blocksWithoutLine, "blocks without a line"},
     {&ImportLosses::_blocksOfOtherFiles, "blocks of files left out"},

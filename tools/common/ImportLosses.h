@@ -15,7 +15,8 @@ struct ImportLosses
     uint64_t _excludedFunctions = 0;   // by --exclude and --only
     uint64_t _markedFunctions = 0;     // wholly excluded by markers in their source
     uint64_t _markedBlocks = 0;        // basic blocks, those of these functions included
-    uint64_t _sourcesNotSearched = 0;  // for markers: they cannot be read
+    uint64_t _sourcesNotSearched = 0;  // for markers: no file, or too large for a source
+    uint64_t _unreadSources = 0;       // so that markers in them are not known
     uint64_t _artificialFunctions = 0; // made by the compiler, without text in the source
     uint64_t _blocksWithoutLine = 0;
     uint64_t _blocksOfOtherFiles = 0; // all their lines are in files that are left out
@@ -59,7 +60,8 @@ struct ImportLosses
     // Whether something that belongs to the build is missing, so that the import is not whole.
     bool isIncomplete() const
     {
-        return _failedUnits != 0 || _unreadFolders != 0 || _damagedFunctions != 0;
+        return _failedUnits != 0 || _unreadFolders != 0 || _damagedFunctions != 0 ||
+               _unreadSources != 0;
     }
 
     // One line for each kind that occurred.

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <ostream>
 #include <string>
+#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -41,18 +42,31 @@ void excludeLines(CovFunction& function, const ExclusionMarkers& markers, Import
     losses._markedFunctions += before != 0 && lines.empty() ? 1 : 0;
 }
 
-bool readSource(const std::string& path, std::string& text)
+// Whether it is a file that can be a source.
+bool isSource(const std::string& path)
+{
+    struct stat status = {};
+    return stat(path.c_str(), &status) != 0 ||
+           (S_ISREG(status.st_mode) && static_cast<uint64_t>(status.st_size) <= LargestSource);
+}
+
+// Returns what went wrong; empty when nothing did.
+std::string readSource(const std::string& path, std::string& text)
 {
     InputFile file;
-    return file.open(path) && file.size() <= LargestSource &&
-           file.append(text, static_cast<size_t>(file.size()));
+    const bool isRead = file.open(path) && file.size() <= LargestSource &&
+                        file.append(text, static_cast<size_t>(file.size()));
+    return isRead                   ? std::string()
+           : file.problem().empty() ? std::string("it grows")
+                                    : file.problem();
 }
 
 class MarkersJob : public ParallelJob
 {
 public:
     explicit MarkersJob(CoverageModel& model)
-        : _model(model), _losses(model._files.size()), _problems(model._files.size())
+        : _model(model), _losses(model._files.size()), _problems(model._files.size()),
+          _failures(model._files.size())
     {}
 
     void run(size_t item) override
@@ -62,8 +76,13 @@ public:
         if (modificationTime(file._path) == 0) {
             return; // it is not there; the summary says that
         }
-        if (!readSource(file._path, text)) {
+        if (!isSource(file._path)) {
             _losses[item]._sourcesNotSearched = 1;
+            return;
+        }
+        _failures[item] = readSource(file._path, text);
+        if (!_failures[item].empty()) {
+            _losses[item]._unreadSources = 1;
             return;
         }
         ExclusionMarkers markers;
@@ -83,6 +102,7 @@ private:
     CoverageModel& _model;
     std::vector<ImportLosses> _losses; // one for each file
     std::vector<std::vector<ExclusionMarkers::Problem>> _problems;
+    std::vector<std::string> _failures; // why a source could not be read
 };
 
 void MarkersJob::report(ImportLosses& losses, std::ostream& err) const
@@ -90,6 +110,10 @@ void MarkersJob::report(ImportLosses& losses, std::ostream& err) const
     std::vector<std::string> messages;
     for (size_t i = 0; i < _problems.size(); ++i) {
         losses.add(_losses[i]);
+        if (!_failures[i].empty()) {
+            messages.push_back(_model._files[i]._path + ": cannot be searched for markers: " +
+                               _failures[i] + "; --no-markers imports without");
+        }
         for (const ExclusionMarkers::Problem& problem : _problems[i]) {
             messages.push_back(_model._files[i]._path + ":" + std::to_string(problem._line) + ": " +
                                problem._text);

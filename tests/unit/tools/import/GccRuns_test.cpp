@@ -72,7 +72,7 @@ protected:
     }
 
     const TempDir _dir;
-    const SourceFilter _filter;
+    SourceFilter _filter;
     ImportedBuild _imported{_filter};
     GccImporter _importer;
     ImportLosses _losses;

@@ -49,7 +49,7 @@ protected:
     }
 
     GraphStore _store;
-    const SourceFilter _filter;
+    SourceFilter _filter;
     ImportedBuild _build{_filter};
     std::vector<int64_t> _counts;
     ImportLosses _losses;
