@@ -262,7 +262,7 @@ bool Scanner::encoding(Length& length, bool isOutermost)
     if (isOutermost) {
         _nameEnd = _at;
     }
-    length = function._length;
+    length.add(function._length);
     bool isGood = true;
     if (!atEnd() && peek() != 'E' && peek() != '.') {
         const bool hasResult = function._isTemplate && !function._isPlainResult;
