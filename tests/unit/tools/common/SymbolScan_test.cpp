@@ -222,6 +222,8 @@ const Repeated repeated[] = {
     {"_Z1fI29a_class_with_a_name_of_lengthEv", "T_", "", "", ""},
     {"_Z1fIJ29a_class_with_a_name_of_lengthiiiiiiEEv", "DpPT_", "", "", ""},
     {"_Z1fIiEv", "DTfp_E", "", "", ""},
+    {"_Z1fIiEv", "DTfL0p_E", "", "", ""},
+    {"_Z1f", "Dp", "i", "", ""},
     // Template arguments.
     {"_Z1fI", "Li1E", "", "", "Evv"},
     {"_Z1fI", "Lin123456789E", "", "", "Evv"},
@@ -324,6 +326,7 @@ TEST(SymbolScanTest, FindsTheEndOfTheName)
 {
     EXPECT_EQ(scanSymbol("_ZN1SIiE3getIcEEiT_")._nameEnd, std::strlen("_ZN1SIiE3getIcEE"));
     EXPECT_EQ(scanSymbol("_Z3addii")._nameEnd, std::strlen("_Z3add"));
+    EXPECT_EQ(scanSymbol("_Zli3_kme")._nameEnd, std::strlen("_Zli3_km"));
     EXPECT_EQ(scanSymbol("_ZZ1fIiEvT_ENKUlvE_clEv")._nameEnd,
               std::strlen("_ZZ1fIiEvT_ENKUlvE_clE"));
 }
@@ -336,6 +339,8 @@ TEST(SymbolScanTest, OnlyTemplatesHaveAResult)
     EXPECT_FALSE(scanSymbol("_ZN1SIiE1fEi")._hasResult);
     EXPECT_FALSE(scanSymbol("_ZN1SC1IiEET_")._hasResult);
     EXPECT_FALSE(scanSymbol("_ZN1ScvT_IiEEv")._hasResult);
+    EXPECT_FALSE(scanSymbol("_ZThn8_N1S1fIiEEvT_")._hasResult); // "non-virtual thunk to ..."
+    EXPECT_FALSE(scanSymbol("_ZTv0_n8_N1S1fIiEEvT_")._hasResult);
 }
 
 TEST(SymbolScanTest, WorkIsLinearHoweverLongTheText)
