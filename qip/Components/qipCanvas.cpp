@@ -85,12 +85,6 @@ const char* qipCanvas::className() const
     return "qipCanvas";
 }
 
-void qipCanvas::destroyed()
-{
-    _currentView = 0;
-    qipScrolledWindow::destroyed();
-}
-
 void qipCanvas::expose_cbk(Widget, XtPointer canvas, XtPointer callData)
 {
     const auto* call = static_cast<XmDrawingAreaCallbackStruct*>(callData);
@@ -123,7 +117,7 @@ void qipCanvas::input_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
         XmTranslateKey(event->xkey.display, static_cast<KeyCode>(event->xkey.keycode),
                        event->xkey.state, &modifiers, &key);
         // A key that is not ours is everybody's.
-        (void)canvas->keyPressed(key, event->xkey.state);
+        canvas->keyPressed(key, event->xkey.state);
         return;
     }
     switch (event->xbutton.button) {
@@ -160,36 +154,36 @@ void qipCanvas::focus_cbk(Widget widget, XtPointer data, XEvent* event, Boolean*
     }
 }
 
-bool qipCanvas::keyPressed(KeySym key, unsigned)
+void qipCanvas::keyPressed(KeySym key, unsigned)
 {
     const int page = std::max(_view._dy - 1, 1);
     switch (key) {
     case osfXK_PageUp:
         scrollBy(0, -page);
-        return true;
+        break;
     case osfXK_PageDown:
         scrollBy(0, page);
-        return true;
+        break;
     case osfXK_Up:
         scrollBy(0, -1);
-        return true;
+        break;
     case osfXK_Down:
         scrollBy(0, 1);
-        return true;
+        break;
     case osfXK_Left:
         scrollBy(-1, 0);
-        return true;
+        break;
     case osfXK_Right:
         scrollBy(1, 0);
-        return true;
+        break;
     case osfXK_BeginLine:
         scrollBy(0, -_canvasHeight);
-        return true;
+        break;
     case osfXK_EndLine:
         scrollBy(0, _canvasHeight);
-        return true;
+        break;
     default:
-        return false;
+        break;
     }
 }
 

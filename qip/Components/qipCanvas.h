@@ -39,13 +39,11 @@ protected:
     virtual void refresh(Drawable drawable, qipView view) = 0;
 
     // Called for a key that is pressed while the pointer or the focus is on the canvas, with the
-    // modifiers that are held (ShiftMask ...). Returns whether it was one that this canvas acts on.
-    virtual bool keyPressed(KeySym key, unsigned modifiers);
+    // modifiers that are held (ShiftMask ...).
+    virtual void keyPressed(KeySym key, unsigned modifiers);
 
     // Copies the picture to the window.
     void refreshDisplay();
-
-    void destroyed() override;
 
     GC _gc;              // made when it is first needed
     Pixmap _currentView; // the picture while it is being drawn

@@ -22,8 +22,8 @@ int qipBasicAlarm_X::set(unsigned long milliseconds)
     }
     qipAssert(theApplication->appContext() != 0);
     _timerId = XtAppAddTimeOut(theApplication->appContext(), milliseconds, timeout_cbk, this);
-    _pending = _timerId != 0;
-    return _pending ? 0 : -1;
+    _pending = true;
+    return 0;
 }
 
 int qipBasicAlarm_X::deactivate()

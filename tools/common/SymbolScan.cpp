@@ -262,7 +262,7 @@ bool Scanner::encoding(Length& length, bool isOutermost)
     if (isOutermost) {
         _nameEnd = _at;
     }
-    length = function._length;
+    length.add(function._length);
     bool isGood = true;
     if (!atEnd() && peek() != 'E' && peek() != '.') {
         const bool hasResult = function._isTemplate && !function._isPlainResult;
@@ -917,7 +917,8 @@ void Scanner::expandPack(Length& length) const
 {
     const uint64_t times = length._pack > 0 ? _longestPack : 1;
     length._once = std::min(length._once, Boundless) * std::min(times, uint64_t(1) << 20);
-    length._once = std::min(length._once + length._pack + MarkLength, Boundless);
+    // "(...)..." where what is expanded is an expansion itself.
+    length._once = std::min(length._once + length._pack + MarkLength * 2, Boundless);
     length._pack = 0;
 }
 

@@ -336,9 +336,6 @@ std::string constBehind(const std::string& text)
                 startsAt(text, end, "(anonymous namespace)"))) {
             end = pastOne(text, end);
         }
-        while (end > start && text[end - 1] == ' ') {
-            --end;
-        }
         result += constBehind(text.substr(start, end - start)) + " " +
                   std::string(word, std::strlen(word) - 1);
         i = end;

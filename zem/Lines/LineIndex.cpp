@@ -30,8 +30,8 @@ public:
         begin();
     }
 
-    // Returns 0, or -1 when there are too many lines or bytes.
-    int feed(const char* bytes, size_t size)
+    // Returns false when there are too many lines or bytes.
+    bool feed(const char* bytes, size_t size)
     {
         for (size_t i = 0; i < size; ++i) {
             ++_position;
@@ -43,9 +43,8 @@ public:
             }
         }
         // A file that grows while it is read must not go on for ever.
-        const bool fits = _position <= LineIndex::LargestFile &&
-                          _lines.count() <= static_cast<size_t>(LineIndex::MostLines);
-        return fits ? 0 : -1;
+        return _position <= LineIndex::LargestFile &&
+               _lines.count() <= static_cast<size_t>(LineIndex::MostLines);
     }
 
     long maxLineSz() const { return _maxLineSz; }
@@ -130,10 +129,9 @@ void LineIndex::forget()
 int LineIndex::scanStream(Scanner& scanner)
 {
     const std::unique_ptr<char[]> chunk(new char[ChunkSize]);
-    size_t got = 0;
-    while ((got = fread(chunk.get(), 1, ChunkSize, _fp)) > 0) {
+    while (const size_t got = fread(chunk.get(), 1, ChunkSize, _fp)) {
         _bytesRead += static_cast<long long>(got);
-        if (scanner.feed(chunk.get(), got) < 0) {
+        if (!scanner.feed(chunk.get(), got)) {
             _tooLarge = true;
             return -1;
         }

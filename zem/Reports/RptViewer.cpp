@@ -140,24 +140,25 @@ bool RptViewer::selectAndShow(int row)
     return true;
 }
 
-bool RptViewer::keyPressed(KeySym key, unsigned modifiers)
+void RptViewer::keyPressed(KeySym key, unsigned modifiers)
 {
     if (rowKeyPressed(key, modifiers)) {
-        return true;
+        return;
     }
     switch (key) {
     case osfXK_Help:
         helpRequested();
-        return true;
+        break;
     case XK_ISO_Left_Tab: // what a keyboard may make of Shift and Tab
         XmProcessTraversal(_clientArea, XmTRAVERSE_PREV_TAB_GROUP);
-        return true;
+        break;
     case XK_Tab:
         XmProcessTraversal(_clientArea, (modifiers & ShiftMask) != 0 ? XmTRAVERSE_PREV_TAB_GROUP
                                                                      : XmTRAVERSE_NEXT_TAB_GROUP);
-        return true;
+        break;
     default:
-        return qipTCanvas::keyPressed(key, modifiers);
+        qipTCanvas::keyPressed(key, modifiers);
+        break;
     }
 }
 

@@ -60,7 +60,7 @@ protected:
 
     // The canvas has translations of its own, which leave out those of the help key and of the keys
     // that take the keyboard to another component.
-    bool keyPressed(KeySym key, unsigned modifiers) override;
+    void keyPressed(KeySym key, unsigned modifiers) override;
 
 private:
     struct translationRecord

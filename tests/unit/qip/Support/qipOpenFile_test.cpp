@@ -39,6 +39,15 @@ TEST_F(qipOpenFileTest, OpensFilesAndDirectories)
     EXPECT_TRUE(S_ISDIR(_status.st_mode));
 }
 
+// A program may be started without a standard input.
+TEST_F(qipOpenFileTest, FileMayHaveTheFirstNumber)
+{
+    const std::string path = _dir.write("file", "12345");
+    ::close(STDIN_FILENO);
+    EXPECT_EQ(qipOpenFile(path.c_str(), _status), STDIN_FILENO);
+    EXPECT_EQ(_status.st_size, 5);
+}
+
 TEST_F(qipOpenFileTest, GivesTheReasonForWhatCannotBeOpened)
 {
     EXPECT_EQ(reason(_dir.path("none")), ENOENT);

@@ -38,6 +38,17 @@ TEST(qipVisibleTextTest, NullIsEmpty)
     EXPECT_EQ(qipVisibleText(nullptr).string(), "");
 }
 
+// Else it could not be told from a character that is escaped.
+TEST(qipVisibleTextTest, BackslashOfWhatLooksEscapedIsEscaped)
+{
+    for (const char* digits : {"00", "99", "aa", "ff", "09", "f0"}) {
+        EXPECT_EQ(visible(std::string("\\x") + digits), std::string("\\x5cx") + digits);
+    }
+    for (const char* digits : {"0/", ":0", "0`", "g0", "A0", "0F"}) {
+        EXPECT_EQ(visible(std::string("\\x") + digits), std::string("\\x") + digits);
+    }
+}
+
 TEST(qipVisibleTextTest, ControlCharactersAreEscaped)
 {
     EXPECT_EQ(visible("a\nb\tc"), "a\\x0ab\\x09c");

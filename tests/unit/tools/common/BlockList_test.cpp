@@ -127,6 +127,21 @@ TEST_F(BlockListTest, BlockHasOneBlockWithoutPlaceForAllLinesShownElsewhere)
     EXPECT_TRUE(_losses._blocksPastLastLine.empty());
 }
 
+TEST_F(BlockListTest, LastLineWithAPlaceIsSharedAsAnyOther)
+{
+    add(1, 99, {{{98}, 1}});
+    add(1, 99, {{{98}, 2}});
+    const std::string any = arrange();
+    for (CovFunction& function : _file._functions) {
+        function._lines[0]._line = 65535;
+    }
+    std::string expected = any;
+    for (size_t at = expected.find("98"); at != std::string::npos; at = expected.find("98")) {
+        expected.replace(at, 2, "65535");
+    }
+    EXPECT_EQ(arrange(), expected);
+}
+
 TEST_F(BlockListTest, LinesPast65535AreKeptWithoutAPlaceAndCounted)
 {
     _file._path = "/s/a.c";

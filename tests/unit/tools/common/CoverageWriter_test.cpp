@@ -129,6 +129,22 @@ TEST_F(CoverageWriterTest, MapIsNamedAfterItsContent)
     EXPECT_EQ(_map, _dir.path("run-" + digest.text().substr(0, 32) + ".map"));
 }
 
+// The content is read in pieces.
+TEST_F(CoverageWriterTest, LargeMapIsNamedAfterAllOfItsContent)
+{
+    for (int i = 0; i < 400; ++i) {
+        const std::string symbol = "f" + std::to_string(i) + std::string(300, 'x');
+        addFile("/s/" + std::to_string(i) + ".cc", {function(symbol.c_str(), 2, 2, {{2, 2, 1}})});
+    }
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    ASSERT_TRUE(write("run"));
+    const std::string map = TempDir::read(_map);
+    ASSERT_GT(map.size(), 70000u);
+    ContentDigest digest;
+    digest.add(reinterpret_cast<const unsigned char*>(map.data()), map.size());
+    EXPECT_EQ(_map, _dir.path("run-" + digest.text().substr(0, 32) + ".map"));
+}
+
 TEST_F(CoverageWriterTest, RunsOfOneBuildShareAMapAndBuildsHaveTheirOwn)
 {
     addOneFile();

@@ -16,6 +16,20 @@ TEST(NameTextTest, SignsOfOperatorsAreNoBrackets)
     EXPECT_EQ(call.partner(10), 12u);
 }
 
+TEST(NameTextTest, ListBehindEveryOperatorIsFound)
+{
+    for (const std::string sign :
+         {"<=>", "<<=", ">>=", "->*", "()", "[]", "->", "<<", ">>", "<=", ">=", "==", "!=",
+          "&&",  "||",  "++",  "--",  "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<",
+          ">",   "=",   "!",   "+",   "-",  "*",  "/",  "%",  "^",  "&",  "|",  "~",  ","}) {
+        const std::string name = "S::operator" + sign;
+        const std::string text = name + (sign == "<" ? " " : "") + "<a<b>>";
+        EXPECT_EQ(NameText(text).partner(text.size() - 6), text.size() - 1) << text;
+        EXPECT_EQ(NameText(text).lastPart(), 3u) << text;
+        EXPECT_EQ(NameText(text).shortened(5), text.substr(0, text.size() - 6) + "<...>");
+    }
+}
+
 TEST(NameTextTest, ComparisonsAreNoBrackets)
 {
     const NameText text("a<(b::v<(3))>");

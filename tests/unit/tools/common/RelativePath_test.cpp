@@ -59,4 +59,14 @@ TEST_F(RelativePathTest, LinkThatTheShellWentOverIsTheCurrentFolderToo)
     EXPECT_EQ(RelativePath().of("/usr/a.cc"), "/usr/a.cc");
 }
 
+// The system takes ".." from the folder itself, not from the link.
+TEST_F(RelativePathTest, FolderGoesBeforeALinkWithAsManySteps)
+{
+    fs::create_symlink("project/build", _dir.path("deep"));
+    enter("deep");
+    const std::string path = _dir.write("project/a.cc", "");
+    EXPECT_EQ(RelativePath().of(path), "../a.cc");
+    EXPECT_TRUE(fs::exists(RelativePath().of(path)));
+}
+
 } // namespace

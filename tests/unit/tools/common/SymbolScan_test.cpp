@@ -32,6 +32,8 @@ const char* const armSymbols[] = {
     "_Z3ttpI1WJilEEvDpT_IT0_E",
     "_Z4ttpkI1LJicEEvT_IJDpT0_EE",
     "_Z2c8IiLDu120EEvT_Du",
+    "_Z1fu6__uuid",
+    "_Z1fu3setIilE",
     // Template arguments: addresses, members, numbers, objects.
     "_Z2naIXadL_Z2glEEEvv",
     "_Z2nfIXadL_Z2fuiEEEvv",
@@ -165,6 +167,149 @@ TEST(SymbolScanTest, KnowsEveryArmOfTheEncoding)
     }
 }
 
+// One part of a symbol, for as often as one likes: `_unit` opens it and `_close` closes it around
+// `_middle`, or they follow each other.
+struct Repeated
+{
+    const char* _start;
+    const char* _unit;
+    const char* _middle;
+    const char* _close;
+    const char* _end;
+
+    std::string symbol(int times) const
+    {
+        std::string result = _start;
+        for (int i = 0; i < times; ++i) {
+            result += _unit;
+        }
+        result += _middle;
+        for (int i = 0; i < times; ++i) {
+            result += _close;
+        }
+        return result + _end;
+    }
+};
+
+const Repeated repeated[] = {
+    // Types.
+    {"_Z1f", "P", "i", "", ""},
+    {"_Z1f", "C", "d", "", ""},
+    {"_Z1f", "G", "d", "", ""},
+    {"_Z1f", "PK", "i", "", ""},
+    {"_Z1f", "PVK", "i", "", ""},
+    {"_Z1f", "rVK", "i", "", ""},
+    {"_Z1f", "A1_", "i", "", ""},
+    {"_Z1f", "A123456789_", "i", "", ""},
+    {"_Z1f", "M1a", "i", "", ""},
+    {"_Z1f", "U7changed", "i", "", ""},
+    {"_Z1f", "PF", "i", "vE", ""},
+    {"_Z1f", "PDoF", "i", "vE", ""},
+    {"_Z1f", "M1aKFi", "v", "OE", ""},
+    {"_Z1f", "Dv4_", "i", "", ""},
+    {"_Z1f", "1aI", "i", "E", ""},
+    {"_Z1f", "N1a1bI", "i", "EE", ""},
+    {"_Z1f", "u1aI", "i", "E", ""},
+    {"_Z1f", "y", "", "", ""},
+    {"_Z1f", "Dn", "", "", ""},
+    {"_Z1f", "De", "", "", ""},
+    {"_Z1f", "u6__uuid", "", "", ""},
+    {"_Z1f", "St1a", "", "", ""},
+    {"_Z1f", "Ss", "", "", ""},
+    {"_Z1f", "Sa", "", "", ""},
+    {"_Z1f", "Sd", "", "", ""},
+    {"_Z1f29a_class_with_a_name_of_length", "S_", "", "", ""},
+    {"_Z1fI29a_class_with_a_name_of_lengthEv", "T_", "", "", ""},
+    {"_Z1fIJ29a_class_with_a_name_of_lengthiiiiiiEEv", "DpPT_", "", "", ""},
+    {"_Z1fIiEv", "DTfp_E", "", "", ""},
+    {"_Z1fIiEv", "DTfL0p_E", "", "", ""},
+    {"_Z1f", "Dp", "i", "", ""},
+    // Template arguments.
+    {"_Z1fI", "Li1E", "", "", "Evv"},
+    {"_Z1fI", "Lin123456789E", "", "", "Evv"},
+    {"_Z1fI", "L1a1E", "", "", "Evv"},
+    {"_Z1fI", "L_Z1aE", "", "", "Evv"},
+    {"_Z1fI", "XadL_Z1aiEE", "", "", "Evv"},
+    {"_Z1fI", "J", "i", "E", "Evv"},
+    {"_Z1fIJ", "i", "", "", "EEvDpT_"},
+    {"_Z1fIJ", "i", "", "", "EEvDpPFvT_27AVeryLongNameOfAClassIndeedE"},
+    // Expressions.
+    {"_Z1fIiEDT", "ng", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "pl", "fp_", "fp_", "ET_"},
+    {"_Z1fIiEDT", "qu", "fp_", "fp_fp_", "ET_"},
+    {"_Z1fIiEDT", "cl", "fp_", "fp_E", "ET_"},
+    {"_Z1fIiEDT", "cvT_", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "cvT__", "fp_", "E", "ET_"},
+    {"_Z1fIiEDT", "tli", "fp_", "E", "ET_"},
+    {"_Z1fIiEDT", "il", "fp_", "E", "ET_"},
+    {"_Z1fIiEDT", "nw_ipi", "fp_", "E", "ET_"},
+    {"_Z1fIiEDT", "gsna_iil", "fp_", "E", "ET_"},
+    {"_Z1fIiEDT", "nw", "fp_", "_iE", "ET_"},
+    {"_Z1fIiEDT", "dl", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "gsda", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "dci", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "sci", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "cci", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "rci", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "plsti", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "plati", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "sz", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "az", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "tw", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "pltr", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "dt", "fp_", "1a", "ET_"},
+    {"_Z1fIiEDT", "pt", "fp_", "1aIiE", "ET_"},
+    {"_Z1fIiEDT", "dt", "fp_", "sr1b1a", "ET_"},
+    {"_Z1fIiEDT", "plsr1b1a", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "ix", "fp_", "fp_", "ET_"},
+    {"_Z1fIiEDT", "plLi1E", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "plLi123456789E", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "plL_Z1aE", "fp_", "", "ET_"},
+    {"_Z1fIiEDT", "plT_", "fp_", "", "ET_"},
+    {"_Z1fIJiiEEDT", "plsZT_", "fp_", "", "EDpT_"},
+    {"_Z1fIJiiEEDT", "plsZfp_", "fp_", "", "EDpT_"},
+    {"_Z1fIJiiEEDT", "flpl", "fp_", "", "EDpT_"},
+    {"_Z1fIJiiEEDT", "frpl", "fp_", "", "EDpT_"},
+    {"_Z1fIJiiEEDT", "fLpl", "fp_", "fp_", "EDpT_"},
+    {"_Z1fIJiiEEDT", "fRpl", "fp_", "Li1E", "EDpT_"},
+    // Names.
+    {"_ZN", "1a", "1f", "", "Ev"},
+    {"_ZN", "12_GLOBAL__N_1", "1f", "", "Ev"},
+    {"_ZN", "1aB3tag", "1f", "", "Ev"},
+    {"_ZN1a", "UlvE_", "1f", "", "Ev"},
+    {"_ZN1a", "Ut_", "1f", "", "Ev"},
+    {"_ZN1a", "1aIiE", "1f", "", "Ev"},
+    {"_ZN1a", "pl", "1f", "", "Ev"},
+    {"_ZN1a", "nw", "1f", "", "Ev"},
+    {"_ZN1a", "cvi", "1f", "", "Ev"},
+    {"_ZN1a", "li3_km", "1f", "", "Ev"},
+    {"_ZNK1aUl", "T_", "", "", "E_clIiEEDav"},
+    {"_ZNK1aUl", "i", "", "", "E_clEv"},
+    {"_ZN30a_class_with_a_name_of_length_", "C1", "1f", "", "Ev"},
+    {"_Z", "Z", "1fv", "E1fv", ""},
+    {"_Z", "Z", "1fiii", "E1f_0v", ""},
+    {"_Z", "Z", "1fv", "Ed_1fv", ""},
+    {"_Z", "Th8_", "1fv", "", ""},
+    {"_Z", "Tv8_n16_", "1fv", "", ""},
+    {"_ZDC", "1a", "", "", "E"},
+    {"_Z1f", "v.", "", "", ""},
+};
+
+// What no single symbol shows: a part that counts for too little is hidden by those that count for
+// more than they are, unless there are many of it.
+TEST(SymbolScanTest, EveryPartCountsEachTime)
+{
+    for (const Repeated& row : repeated) {
+        for (const int times : {1, 2, 60}) {
+            const std::string symbol = row.symbol(times);
+            const SymbolScan scan = scanSymbol(symbol);
+            EXPECT_TRUE(scan._isKnown) << symbol;
+            EXPECT_GE(scan._length, lengthOfText(symbol)) << symbol;
+            EXPECT_LE(scan._length, 80 * symbol.size()) << symbol;
+        }
+    }
+}
+
 // What is printed as it stands counts character by character.
 TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
 {
@@ -181,6 +326,7 @@ TEST(SymbolScanTest, FindsTheEndOfTheName)
 {
     EXPECT_EQ(scanSymbol("_ZN1SIiE3getIcEEiT_")._nameEnd, std::strlen("_ZN1SIiE3getIcEE"));
     EXPECT_EQ(scanSymbol("_Z3addii")._nameEnd, std::strlen("_Z3add"));
+    EXPECT_EQ(scanSymbol("_Zli3_kme")._nameEnd, std::strlen("_Zli3_km"));
     EXPECT_EQ(scanSymbol("_ZZ1fIiEvT_ENKUlvE_clEv")._nameEnd,
               std::strlen("_ZZ1fIiEvT_ENKUlvE_clE"));
 }
@@ -193,6 +339,8 @@ TEST(SymbolScanTest, OnlyTemplatesHaveAResult)
     EXPECT_FALSE(scanSymbol("_ZN1SIiE1fEi")._hasResult);
     EXPECT_FALSE(scanSymbol("_ZN1SC1IiEET_")._hasResult);
     EXPECT_FALSE(scanSymbol("_ZN1ScvT_IiEEv")._hasResult);
+    EXPECT_FALSE(scanSymbol("_ZThn8_N1S1fIiEEvT_")._hasResult); // "non-virtual thunk to ..."
+    EXPECT_FALSE(scanSymbol("_ZTv0_n8_N1S1fIiEEvT_")._hasResult);
 }
 
 TEST(SymbolScanTest, WorkIsLinearHoweverLongTheText)
@@ -207,6 +355,20 @@ TEST(SymbolScanTest, WorkIsLinearHoweverLongTheText)
     EXPECT_TRUE(scan._isKnown);
     EXPECT_GT(scan._length, uint64_t(1) << 30);
     EXPECT_LT(scan._steps, 10 * symbol.size());
+}
+
+TEST(SymbolScanTest, AddressBehindALongTextDoesNotHideIt)
+{
+    std::string symbol = "_Z1fIiEDTplcvPFvSt4pairIiiE";
+    const char digits[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    for (int i = 0; i < 30; ++i) {
+        const std::string last = std::string("S") + digits[i + 1] + "_";
+        symbol += "S0_I" + last + last + "E";
+    }
+    symbol += "ELi1EL_Z1aEET_";
+    const SymbolScan scan = scanSymbol(symbol);
+    EXPECT_TRUE(scan._isKnown);
+    EXPECT_GT(scan._length, uint64_t(1) << 30);
 }
 
 // Each argument is twice the one before: parameters that stand in the arguments themselves.

@@ -51,6 +51,14 @@ TEST_F(CleanMapsTest, LogOfAnyNameKeepsItsMaps)
     EXPECT_TRUE(_result._removed.empty());
 }
 
+TEST_F(CleanMapsTest, LogThatNamesNothingKeepsNothing)
+{
+    logFile({}).startAt(0).write(_dir.path("one.log"));
+    ASSERT_TRUE(clean()) << _result._problem;
+    EXPECT_EQ(_result._removed, (std::vector<std::string>{"one-1.map", "two-2.map"}));
+    EXPECT_EQ(_result._kept, 0u);
+}
+
 TEST_F(CleanMapsTest, OtherFilesAreLeftAlone)
 {
     _dir.write("map.map", "a map of the town");

@@ -122,6 +122,17 @@ TEST_F(CoverageComparisonTest, LineWithoutABlockIsFound)
     EXPECT_EQ(compareBlocks({}, {}), "line-missing  2\n");
 }
 
+TEST_F(CoverageComparisonTest, OnlyBlocksInOrderHaveAnInside)
+{
+    for (const uint32_t number : {1, 2, 3, 4}) {
+        line(number, 1, true);
+    }
+    EXPECT_EQ(compareBlocks({{1, 4}}, {1}), "");
+    EXPECT_EQ(compareBlocks({{0, 4}}, {1}), "line-missing  4\n");
+    EXPECT_EQ(compareBlocks({{4, 1}}, {1}), "line-missing  3\n");
+    EXPECT_EQ(compareBlocks({{4, 1}, {1, 4}}, {1, 1}), "");
+}
+
 TEST_F(CoverageComparisonTest, LineThatABlockPassesIsAClassOfItsOwn)
 {
     line(1, 0, true);

@@ -20,6 +20,8 @@ const Filtered filtered[] = {
     {"show(std::ostream&)", "show", "(std::basic_ostream<char>&)"},
     {"show(std::basic_ostream<char, std::char_traits<char> >&)", "show",
      "(std::basic_ostream<char>&)"},
+    {"copy(std::istream&, std::iostream&)", "copy",
+     "(std::basic_istream<char>&,std::basic_iostream<char>&)"},
     {"ns::f(int, char const*)", "ns::f", "(int,char const*)"},
     {"ns::Shape::area() const", "ns::Shape::area", "()"},
     {"ns::Shape::take() &&", "ns::Shape::take", "()"},

@@ -66,7 +66,7 @@ protected:
     {
         const SourceFilter filter;
         ImportedBuild build(filter);
-        for (const char* path : {"/a.cc", "/b.cc", "/h.h"}) {
+        for (const std::string& path : _sources) {
             (void)build._sources.find(path);
         }
         build._copies = copies;
@@ -117,6 +117,7 @@ protected:
         return result;
     }
 
+    std::vector<std::string> _sources{"/a.cc", "/b.cc", "/h.h"};
     std::vector<FunctionCopy> _copies;
     std::vector<int64_t> _counts; // of a run
     ImportLosses _losses;
@@ -291,6 +292,15 @@ TEST_F(ModelBuilderTest, BodyBelongsToTheFunctionThatStartsThere)
     EXPECT_EQ(build(), "/a.cc _Z5counti 3-9: 3=2 5=4 6=4 9=1\n");
 }
 
+TEST_F(ModelBuilderTest, BodyMayComeBeforeItsFunction)
+{
+    FunctionCopy& body = add(A, "_Z5counti", 3, 3, {{{3}, 1}, {{5, 6}, 4}});
+    body._isBody = true;
+    body._endColumn = 5;
+    add(A, "_Z5counti", 3, 9, {{{3, 9}, 1}});
+    EXPECT_EQ(build(), "/a.cc _Z5counti 3-9: 3=2 5=4 6=4 9=1\n");
+}
+
 TEST_F(ModelBuilderTest, BodyWithoutItsFunctionEndsAtItsLastLine)
 {
     add(A, "f", 3, 9, {{{3}, 1}});
@@ -313,6 +323,22 @@ TEST_F(ModelBuilderTest, SourceCompiledInTwoWaysIsToldOnce)
     add(A, "g", 10, 19, {{{12}, 1}});
     (void)build();
     EXPECT_EQ(_losses._sourcesOfTwoBuilds, 1u);
+}
+
+TEST_F(ModelBuilderTest, SourcesOfEveryEndingAreTold)
+{
+    for (const char* ending :
+         {".c", ".cc", ".cpp", ".cxx", ".c++", ".C", ".cp", ".m", ".mm", ".h", ".inc", ""}) {
+        _sources[A] = "/folder.d/a" + std::string(ending);
+        _losses = ImportLosses();
+        _copies.clear();
+        add(A, "f", 1, 9, {{{1}, 1}});
+        add(A, "f", 1, 9, {{{2}, 1}});
+        (void)build();
+        const bool isSource =
+            ending[0] != 0 && std::string(".h.inc").find(ending) == std::string::npos;
+        EXPECT_EQ(_losses._sourcesOfTwoBuilds, isSource ? 1u : 0u) << ending;
+    }
 }
 
 TEST_F(ModelBuilderTest, HeadersAndInstancesMayDiffer)

@@ -45,6 +45,14 @@ TEST_F(LineIndexTest, OpenRefusesAMissingFileAndKeepsItsName)
     EXPECT_EQ(_index.nLines(), 0);
 }
 
+// A program may be started without a standard input.
+TEST_F(LineIndexTest, FileMayHaveTheFirstNumber)
+{
+    ::close(STDIN_FILENO);
+    EXPECT_EQ(open("one\ntwo\n"), 0);
+    EXPECT_EQ(line(1), "two");
+}
+
 TEST_F(LineIndexTest, FailedOpenForgetsTheLinesOfTheFileBefore)
 {
     ASSERT_EQ(open("old\n"), 0);

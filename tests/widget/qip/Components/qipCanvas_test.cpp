@@ -387,6 +387,7 @@ TEST_F(qipCanvasTest, WheelScrollsAndDraws)
     ASSERT_TRUE(waitFor([&] { return canvas.view()._x > 0; }));
     XInput::click(display(), area, 30, 30, 1, 6);
     ASSERT_TRUE(waitFor([&] { return canvas.view()._x == 0; }));
+    EXPECT_EQ(canvas.view()._y, rows / 2);
 }
 
 TEST_F(qipCanvasTest, WheelAtTheEndDrawsNothing)
