@@ -24,6 +24,7 @@
 #include "tools/import/gcc/GcovWords.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -85,6 +86,8 @@ public:
 
     // Borrows `size` bytes at `data` for its life.
     GcnoFile(const unsigned char* data, size_t size);
+    GcnoFile(const GcnoFile&) = delete;
+    GcnoFile& operator=(const GcnoFile&) = delete;
 
     // Reads the head. UnknownVersion leaves major() and stamp() set.
     Result open();
@@ -115,7 +118,20 @@ public:
 
     bool damaged() const { return _damaged; }
 
+    // How often two names of files were compared: no more often than a block changes its file.
+    uint64_t nameComparisons() const { return _nameComparisons; }
+
 private:
+    struct SameName
+    {
+        uint64_t* _count;
+        bool operator()(const std::string& a, const std::string& b) const
+        {
+            ++*_count;
+            return a == b;
+        }
+    };
+
     uint32_t fileNumber(const std::string& file, GcnoFunction& function);
     bool readBlocks(const GcovWords::Record& record, GcnoFunction& function);
     bool readArcs(const GcovWords::Record& record, GcnoFunction& function);
@@ -130,7 +146,10 @@ private:
     size_t _placeEnd = 0;
     size_t _graphStart = 0; // extent of the current function's records, in bytes
     size_t _graphEnd = 0;
-    std::unordered_map<std::string, uint32_t> _fileNumbers; // of the current function
-    uint32_t _lastFile = 0;                                 // the number that was asked for last
+    uint64_t _nameComparisons = 0;
+    // Of the current function.
+    std::unordered_map<std::string, uint32_t, std::hash<std::string>, SameName> _fileNumbers{
+        0, std::hash<std::string>(), SameName{&_nameComparisons}};
+    uint32_t _lastFile = 0; // the number that was asked for last
     bool _damaged = false;
 };
