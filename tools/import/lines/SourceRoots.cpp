@@ -59,8 +59,9 @@ std::string SourceRoots::search(const std::string& name)
             continue;
         }
         if (!result.empty()) {
-            _ambiguous.push_back(name + " is " + result + " or " + candidate +
-                                 ": the first is taken");
+            std::string message = name;
+            message.append(" is ").append(result).append(" or ").append(candidate);
+            _ambiguous.push_back(message.append(": the first is taken"));
             break;
         }
         result = candidate;
