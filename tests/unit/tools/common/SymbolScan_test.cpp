@@ -283,6 +283,10 @@ const Repeated repeated[] = {
     {"_ZN1a", "nw", "1f", "", "Ev"},
     {"_ZN1a", "cvi", "1f", "", "Ev"},
     {"_ZN1a", "li3_km", "1f", "", "Ev"},
+    // A conversion's arguments are not its type's: else the parts have other numbers.
+    {"_ZZN1ScvPT_I1AEEvEN1Q1fES4_S_PS3_"
+     "83AClassWhoseNameIsSoLongThatNothingElseInTheSymbolIsAsLongAsItIsWhateverItMayBeNamed",
+     "S6_", "", "", ""},
     {"_ZNK1aUl", "T_", "", "", "E_clIiEEDav"},
     {"_ZNK1aUl", "i", "", "", "E_clEv"},
     {"_ZN30a_class_with_a_name_of_length_", "C1", "1f", "", "Ev"},
@@ -318,6 +322,7 @@ TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
     };
     EXPECT_EQ(more("_Z40" + std::string(40, 'f') + "v", "_Z30" + std::string(30, 'f') + "v"), 10u);
     EXPECT_EQ(more("_Z1fRA1000_i", "_Z1fRA1_i"), 3u);
+    EXPECT_EQ(more("_Z3fffRA1_i", "_Z1fRA1_i"), 0u); // wherever the number stands
     EXPECT_EQ(more("_Z1fILi1000EEvv", "_Z1fILi1EEvv"), 3u);
     EXPECT_EQ(more("_Z1fv.constprop.0", "_Z1fv"), std::strlen(".constprop.0"));
 }
