@@ -73,8 +73,8 @@ const char* const armSymbols[] = {
     "_Z4d_ixIilEDTixfp_fp0_EPT_T0_",
     "_Z4d_pmI1AiEDTpldsfp_fp0_pmfp1_fp0_ET_MS2_T0_PS2_",
     "_Z5d_asgIilEDTcmaSfp_fp0_cvv_EET_T0_",
-    "_Z6d_asg2IilEDTcmcmcmcmcmcmcmcmcmcmpLfp_fp0_mIfp_fp0_mLfp_fp0_dVfp_fp0_rMfp_fp0_aNfp_fp0_oRfp_"
-    "fp0_eOfp_fp0_lSfp_fp0_rSfp_fp0_cvv_EET_T0_",
+    "_Z6d_asg2IilEDTcmcmcmcmcmpLfp_fp0_mIfp_fp0_mLfp_fp0_dVfp_fp0_rMfp_fp0_cvv_EET_T0_",
+    "_Z6d_asg3IilEDTcmcmcmcmcmaNfp_fp0_oRfp_fp0_eOfp_fp0_lSfp_fp0_rSfp_fp0_cvv_EET_T0_",
     "_Z5d_bitIilEDTcmrslsoranfp_fp0_eofp_fp0_Li1Efp0_cvv_EET_T0_",
     "_Z5d_cmpIilEDTcmcmcmcmcmcmltfp_fp0_gtfp_fp0_lefp_fp0_gefp_fp0_eqfp_fp0_nefp_fp0_cvv_EET_T0_",
     "_Z4d_ssI1AS0_EDTssfp_fp0_ET_T0_",
@@ -283,6 +283,10 @@ const Repeated repeated[] = {
     {"_ZN1a", "nw", "1f", "", "Ev"},
     {"_ZN1a", "cvi", "1f", "", "Ev"},
     {"_ZN1a", "li3_km", "1f", "", "Ev"},
+    // A conversion's arguments are not its type's: else the parts have other numbers.
+    {"_ZZN1ScvPT_I1AEEvEN1Q1fES4_S_PS3_"
+     "83AClassWhoseNameIsSoLongThatNothingElseInTheSymbolIsAsLongAsItIsWhateverItMayBeNamed",
+     "S6_", "", "", ""},
     {"_ZNK1aUl", "T_", "", "", "E_clIiEEDav"},
     {"_ZNK1aUl", "i", "", "", "E_clEv"},
     {"_ZN30a_class_with_a_name_of_length_", "C1", "1f", "", "Ev"},
@@ -318,6 +322,7 @@ TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
     };
     EXPECT_EQ(more("_Z40" + std::string(40, 'f') + "v", "_Z30" + std::string(30, 'f') + "v"), 10u);
     EXPECT_EQ(more("_Z1fRA1000_i", "_Z1fRA1_i"), 3u);
+    EXPECT_EQ(more("_Z3fffRA1_i", "_Z1fRA1_i"), 0u); // wherever the number stands
     EXPECT_EQ(more("_Z1fILi1000EEvv", "_Z1fILi1EEvv"), 3u);
     EXPECT_EQ(more("_Z1fv.constprop.0", "_Z1fv"), std::strlen(".constprop.0"));
 }
@@ -349,7 +354,7 @@ TEST(SymbolScanTest, WorkIsLinearHoweverLongTheText)
     const char digits[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     for (int i = 0; i < 30; ++i) {
         const std::string last = i == 0 ? "S0_" : std::string("S") + digits[i] + "_";
-        symbol += "S_I" + last + last + "E";
+        symbol.append("S_I").append(last).append(last).append("E");
     }
     const SymbolScan scan = scanSymbol(symbol);
     EXPECT_TRUE(scan._isKnown);
@@ -363,7 +368,7 @@ TEST(SymbolScanTest, AddressBehindALongTextDoesNotHideIt)
     const char digits[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     for (int i = 0; i < 30; ++i) {
         const std::string last = std::string("S") + digits[i + 1] + "_";
-        symbol += "S0_I" + last + last + "E";
+        symbol.append("S0_I").append(last).append(last).append("E");
     }
     symbol += "ELi1EL_Z1aEET_";
     const SymbolScan scan = scanSymbol(symbol);
@@ -377,7 +382,7 @@ TEST(SymbolScanTest, ParametersInArgumentsDoubleToo)
     std::string symbol = "_Z1fISt4pairIiiE";
     for (int i = 0; i < 20; ++i) {
         const std::string last = i == 0 ? "T_" : "T" + std::to_string(i - 1) + "_";
-        symbol += "St4pairI" + last + last + "E";
+        symbol.append("St4pairI").append(last).append(last).append("E");
         if (i > 9) {
             break;
         }
