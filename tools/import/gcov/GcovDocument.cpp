@@ -4,6 +4,7 @@
 #include "tools/import/LineOwners.h"
 
 #include <algorithm>
+#include <new>
 #include <simdjson.h>
 #include <string_view>
 #include <unordered_map>
@@ -267,6 +268,9 @@ bool GcovDocument::Parser::parse(const std::string& json, GcovDocument& document
 {
     element root;
     const simdjson::error_code code = _parser.parse(json).get(root);
+    if (code == simdjson::MEMALLOC) {
+        throw std::bad_alloc(); // the document may be good
+    }
     if (code != simdjson::SUCCESS) {
         document._problem = std::string("it is no JSON: ") + simdjson::error_message(code);
         return false;

@@ -48,7 +48,8 @@ public:
     GcovDocument& operator=(const GcovDocument&) = delete;
 
     // Reads a document; what was read before is gone. A line without a function's name goes to the
-    // innermost function around it. Returns false with problem() set when it is not gcov's.
+    // innermost function around it. Returns false with problem() set when it is not gcov's. Throws
+    // std::bad_alloc without memory, which says nothing of the document.
     bool parse(const std::string& json);
 
     const std::string& folder() const { return _folder; }
