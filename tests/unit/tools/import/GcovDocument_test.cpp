@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcov/GcovDocument.h"
 
+#include "tests/support/FailingNew.h"
+
 #include <gtest/gtest.h>
+
+#include <new>
 
 namespace {
 
@@ -163,6 +167,26 @@ TEST(GcovDocumentTest, DeepDocumentsAreRefused)
 {
     EXPECT_EQ(text(std::string(100000, '[') + std::string(100000, ']')).substr(0, 14),
               "it is no JSON:");
+}
+
+// A good document is never told as a bad one.
+void parseWithoutMemory(const std::string& json)
+{
+    try {
+        GcovDocument read;
+        EXPECT_TRUE(read.parse(json)) << read.problem();
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+TEST(GcovDocumentTest, WithoutMemoryItSaysNothingOfTheDocument)
+{
+    const std::string json =
+        document(R"({"name":"f","start_line":1,"end_line":9})", R"({"line_number":2,"count":3})");
+    for (long n = 1; FailingNew::run(n, FailingNew::Once, [&] { parseWithoutMemory(json); }); ++n) {
+    }
+    EXPECT_GT(FailingNew::count([&] { parseWithoutMemory(json); }), 10);
 }
 
 } // namespace
