@@ -27,7 +27,7 @@ macro(zem_rooms)
     zem_room(zemImportLlvm tools/import/llvm qipSupport zemTools zemImport)
     zem_room(zemCompare    tools/compare     qipSupport zemData zemDemangle zemRows zemRepository
                                              zemLines zemTools zemImport zemImportGcc)
-    zem_room(zemRun        tools/run         qipSupport zemTools zemImportLlvm)
+    zem_room(zemRun        tools/run         qipSupport zemTools zemImport zemImportLlvm)
     zem_room(zemFormats    tools/formats     qipSupport zemData zemDemangle zemRows zemTools)
     zem_room(zemReporting  tools/report      qipSupport zemData zemRows zemRepository zemOptions
                                              zemFormats)

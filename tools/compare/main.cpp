@@ -8,8 +8,8 @@
 #include "tools/compare/GcovFacts.h"
 #include "tools/compare/GraphFacts.h"
 #include "tools/import/gcc/GccTree.h"
-#include "tools/import/gcc/isBuildProbe.h"
 #include "tools/import/gcc/runGcov.h"
+#include "tools/import/isBuildProbe.h"
 #include "zem/Repository/ZEMRepository.h"
 
 #include <cstdlib>

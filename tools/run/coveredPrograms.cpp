@@ -2,6 +2,7 @@
 #include "tools/run/coveredPrograms.h"
 
 #include "tools/common/FolderWalk.h"
+#include "tools/import/isBuildProbe.h"
 #include "tools/import/llvm/ElfFile.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ std::vector<std::string> coveredPrograms(const std::string& folder)
     std::vector<std::string> paths;
     FolderWalk walk(folder);
     while (walk.next()) {
-        if (walk.isFile()) {
+        if (walk.isFile() && !isBuildProbe(walk.path())) {
             paths.push_back(walk.path());
         }
     }

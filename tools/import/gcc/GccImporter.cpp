@@ -7,7 +7,7 @@
 #include "tools/common/parallel.h"
 #include "tools/import/SourceTable.h"
 #include "tools/import/gcc/GccUnit.h"
-#include "tools/import/gcc/isBuildProbe.h"
+#include "tools/import/isBuildProbe.h"
 
 #include <algorithm>
 #include <cstring>

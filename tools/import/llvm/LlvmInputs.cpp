@@ -4,6 +4,7 @@
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/FolderWalk.h"
 #include "tools/common/InputFile.h"
+#include "tools/import/isBuildProbe.h"
 #include "tools/import/llvm/ElfFile.h"
 #include "tools/import/llvm/RawProfile.h"
 
@@ -111,7 +112,7 @@ bool LlvmInputs::addFolder(const std::string& folder)
     std::vector<Binary> binaries;
     std::vector<Binary> objects;
     while (walk.next()) {
-        if (!walk.isFile()) {
+        if (!walk.isFile() || isBuildProbe(walk.path())) {
             continue;
         }
         if (hasProfileName(walk.path())) {

@@ -86,6 +86,7 @@ TEST_F(CoveredProgramsTest, FindsEachBelowAFolderOnce)
     const std::string library = _dir.write("lib/libx.so.1.2", whole);
     const std::string program = _dir.write("bin/x", whole);
     _dir.write("bin/script", "#!/bin/sh\n");
+    _dir.write("CMakeFiles/3.25.1/CompilerIdCXX/a.out", whole); // tries the compiler
     fs::create_symlink("libx.so.1.2", _dir.path("lib/libx.so.9"));
     EXPECT_EQ(coveredPrograms(_dir.path()), (std::vector<std::string>{program, library}));
     EXPECT_TRUE(coveredPrograms(_dir.path("none")).empty());

@@ -405,8 +405,14 @@ TEST_F(LlvmImporterTest, SaysWhatIsMissingAndWhatToDo)
     write("d/plain", TempDir::read(plain));
     write("d/program", TempDir::read(program));
     write("d/x.profraw", TempDir::read(profile));
+    // Nor does what CMake compiled to try the compiler belong to the project.
+    const std::string probe = write("d/CMakeFiles/3.25.1/CompilerIdCXX/a.out",
+                                    llvmProgram(_target, files, {function("probe", 1, 5, {4})}));
     EXPECT_TRUE(import({_dir.path("d")}));
     EXPECT_EQ(_errors, "");
+    EXPECT_EQ(text(0).find("probe"), std::string::npos) << text(0);
+    EXPECT_TRUE(import({_dir.path("d"), probe}));
+    EXPECT_NE(text(0).find("probe"), std::string::npos) << text(0);
     // Of several runs the good ones are read all the same.
     ASSERT_TRUE(import({program, empty, profile}));
     EXPECT_EQ(_failedRuns, 1u);

@@ -5,6 +5,6 @@
 
 #include <string>
 
-// Whether `notes` is a path where build systems compile programs to try the compiler: those of
+// Whether `path` is where build systems compile programs to try the compiler: those of
 // CMake, Meson, and configure scripts.
-bool isBuildProbe(const std::string& notes);
+bool isBuildProbe(const std::string& path);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "tools/import/gcc/isBuildProbe.h"
+#include "tools/import/isBuildProbe.h"
 
 #include <algorithm>
 #include <fnmatch.h>
 #include <iterator>
 
-bool isBuildProbe(const std::string& notes)
+bool isBuildProbe(const std::string& path)
 {
     static const char* const patterns[] = {"*/CMakeFiles/*/CompilerId*",
                                            "*/CMakeFiles/CMakeTmp/*",
@@ -13,7 +13,7 @@ bool isBuildProbe(const std::string& notes)
                                            "*/meson-private/*",
                                            "*/conftest.*",
                                            "*/.conf_check_*"};
-    return std::any_of(std::begin(patterns), std::end(patterns), [&notes](const char* pattern) {
-        return fnmatch(pattern, notes.c_str(), 0) == 0;
+    return std::any_of(std::begin(patterns), std::end(patterns), [&path](const char* pattern) {
+        return fnmatch(pattern, path.c_str(), 0) == 0;
     });
 }
