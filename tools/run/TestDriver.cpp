@@ -64,16 +64,21 @@ const char* const otherModes[] = {"-S",
                                   "--list-presets",
                                   nullptr};
 
-// Options with a file that counts from the folder of tests.
-const char* const fileOptions[] = {"--output-junit", "--resource-spec-file", "--tests-from-file",
-                                   "--exclude-from-file", nullptr};
-
 bool isOneOf(const std::string& word, const char* const* words)
 {
     while (*words != nullptr && word != *words) {
         ++words;
     }
     return *words != nullptr;
+}
+
+// Whether an option of ctest names a file that counts from the folder of tests.
+bool takesFile(const std::string& option)
+{
+    const std::string end = "-file";
+    const bool hasEnd = option.size() > end.size() &&
+                        option.compare(option.size() - end.size(), end.size(), end) == 0;
+    return hasEnd || option == "--output-junit";
 }
 
 std::string quotedForCmake(const std::string& text)
@@ -229,9 +234,9 @@ void TestDriver::replaceCtestWords(const std::string& scratch, const std::string
         const std::string option = word.substr(0, equals);
         if (option == "--test-dir") {
             i += equals == std::string::npos ? 1 : 0;
-        } else if (isOneOf(option, fileOptions) && equals != std::string::npos) {
+        } else if (takesFile(option) && equals != std::string::npos) {
             words.push_back(option + "=" + absolutePath(folder, word.substr(equals + 1)));
-        } else if (isOneOf(option, fileOptions) && i + 1 < _words.size()) {
+        } else if (takesFile(option) && i + 1 < _words.size()) {
             words.push_back(option);
             words.push_back(absolutePath(folder, _words[++i]));
         } else {
