@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Tests of the Debian package, one case a call:  package_test.sh CASE SOURCE_DIR BUILD_DIR
 # "make" comes first; the others look at what it made. Exit status 77: cannot be tried here.
+# Pipes end in a grep that reads all: with -q it may leave before the command before it has written its
+# last line, and that command's failure is the pipe's.
 set -euo pipefail
 case_=$1
 source_dir=$2
@@ -67,7 +69,7 @@ contents)
         [ -e "usr/share/man/man5/$page.gz" ] || fail "no $page"
     done
     for size in 32 64 128; do
-        file "usr/share/icons/hicolor/${size}x$size/apps/zem.png" | grep -q "$size x $size" ||
+        file "usr/share/icons/hicolor/${size}x$size/apps/zem.png" | grep "$size x $size" >/dev/null ||
             fail "icon of $size"
     done
     for topic in overview toolbar reports about; do
@@ -84,8 +86,8 @@ install)
     dpkg_there -i "$(package)"
     bin=$scratch/root/usr/bin
     sample "$bin"
-    "$bin/zem-report" -df "$scratch/cov/sample.log" | grep -q '^jobs::total' || fail "no report"
-    "$bin/zem-dump" "$scratch/cov/sample.log" | grep -q 'ZEMLogHeader' || fail "no dump"
+    "$bin/zem-report" -df "$scratch/cov/sample.log" | grep '^jobs::total' >/dev/null || fail "no report"
+    "$bin/zem-dump" "$scratch/cov/sample.log" | grep 'ZEMLogHeader' >/dev/null || fail "no dump"
     dpkg_there -r zem
     left=$(installed_files)
     [ "$left" = /etc/X11/app-defaults/zem ] || fail "left after removal: $left"
@@ -103,7 +105,7 @@ upgrade)
     dpkg_there -i "$scratch/newer.deb"
     grep -q 900x700 "$scratch/root/etc/X11/app-defaults/zem" || fail "settings lost"
     grep -q '! new' "$scratch/root/etc/X11/app-defaults/zem.dpkg-dist" || fail "no new settings"
-    dpkg --root="$scratch/root" -s zem | grep -q '^Version: 99-1' || fail "version"
+    dpkg --root="$scratch/root" -s zem | grep '^Version: 99-1' >/dev/null || fail "version"
     dpkg_there -i "$(package)" || fail "back to the older one"
     dpkg_there -P zem
     ;;
@@ -162,7 +164,7 @@ completion)
     try() {
         local shell=$1 wanted=$2
         shift 2
-        "${shell}_offers" "$@" 2>"$scratch/err" | grep -qxF -e "$wanted" ||
+        "${shell}_offers" "$@" 2>"$scratch/err" | grep -xF -e "$wanted" >/dev/null ||
             fail "$shell does not offer $wanted for: $*: $(cat "$scratch/err")"
     }
     for shell in bash zsh; do
