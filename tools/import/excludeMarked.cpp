@@ -54,8 +54,8 @@ bool isSource(const std::string& path)
 std::string readSource(const std::string& path, std::string& text)
 {
     InputFile file;
-    const bool isRead = file.open(path) && file.size() <= LargestSource &&
-                        file.append(text, static_cast<size_t>(file.size()));
+    const bool isRead = file.openToWatch(path) && file.size() <= LargestSource &&
+                        file.append(text, static_cast<size_t>(file.size())) && file.isUnchanged();
     return isRead                   ? std::string()
            : file.problem().empty() ? std::string("it grows")
                                     : file.problem();

@@ -29,7 +29,7 @@ bool readAll(const std::string& path, std::string& bytes)
 {
     InputFile file;
     bytes.clear();
-    if (!file.open(path)) {
+    if (!file.openToWatch(path)) {
         return complain(path, file.problem());
     }
     if (!file.append(bytes, RawProfile::HeadSize)) {
