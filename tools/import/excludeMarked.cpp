@@ -4,6 +4,7 @@
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/InputFile.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/parallel.h"
 #include "tools/import/ExclusionMarkers.h"
 
@@ -72,6 +73,7 @@ public:
     void run(size_t item) override
     {
         CovFile& file = _model._files[item];
+        const WorkOn work("searching for markers in ", file._path);
         std::string text;
         if (modificationTime(file._path) == 0) {
             return; // it is not there; the summary says that
