@@ -40,7 +40,7 @@ void print(const char* text)
 {
     if (isOfMemory()) {
         print(programName);
-        print(": out of memory; give it more\n");
+        print(": out of memory; give the program more\n");
         _exit(statusAtEnd);
     }
     usual();

@@ -74,7 +74,7 @@ int runProgram(char** words)
     } catch (const std::bad_alloc&) {
         const char* work = WorkOn::interrupted();
         std::cerr << "zem-import: out of memory" << (work[0] == '\0' ? "" : " while ")
-                  << qipVisibleText(work) << "; give it more, or import less at once\n";
+                  << qipVisibleText(work) << "; give the program more, or import less at once\n";
     } catch (const std::exception& problem) {
         std::cerr << "zem-import: " << qipVisibleText(problem.what()) << '\n';
     }

@@ -29,7 +29,7 @@ TEST(endWithoutMemoryDeathTest, ALackOfMemoryThatNobodyCatchesEndsWithAMessage)
             endWithoutMemory("program", 7);
             leave(true);
         },
-        ::testing::ExitedWithCode(7), "^program: out of memory; give it more\n$");
+        ::testing::ExitedWithCode(7), "^program: out of memory; give the program more\n$");
 }
 
 TEST(endWithoutMemoryDeathTest, OtherReasonsToTerminateStayWhatTheyAre)
