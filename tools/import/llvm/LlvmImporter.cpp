@@ -5,6 +5,7 @@
 #include "tools/common/FolderWalk.h"
 #include "tools/common/Progress.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 
 #include <algorithm>
 #include <cstring>
@@ -29,7 +30,7 @@ bool readAll(const std::string& path, std::string& bytes)
 {
     InputFile file;
     bytes.clear();
-    if (!file.open(path)) {
+    if (!file.openToWatch(path)) {
         return complain(path, file.problem());
     }
     if (!file.append(bytes, RawProfile::HeadSize)) {
@@ -174,6 +175,7 @@ void LlvmImporter::addNames(CoverageImage& image) const
 // Returns false when the file is damaged.
 bool LlvmImporter::readImage(const LlvmInputs::Binary& binary, ImportLosses& losses)
 {
+    const WorkOn work("reading ", binary._path);
     auto image = std::make_unique<CoverageImage>();
     switch (image->read(binary._path)) {
     case CoverageImage::Ok:
@@ -348,6 +350,7 @@ bool LlvmImporter::addParts(const std::string& path, const RawProfile& profile,
 
 bool LlvmImporter::readProfile(const std::string& path, ImportLosses& losses)
 {
+    const WorkOn work("reading ", path);
     if (!readAll(path, _bytes)) {
         return false;
     }
