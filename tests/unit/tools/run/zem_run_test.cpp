@@ -395,6 +395,16 @@ TEST_F(ZemRunTest, ProgramsOfBothCompilersLeaveALogEach)
     EXPECT_EQ(hits("both-llvm", "leaf"), 1);
     EXPECT_EQ(hits("t-2-gcc", "leaf"), Leaf);
     EXPECT_EQ(hits("t-llvm", "leaf"), 1);
+
+    // One build, one map; it is that of a run without --each.
+    ASSERT_EQ(shell("rm -r coverage && mkdir plain"), 0);
+    EXPECT_EQ(shell("zem-run --build . --each --name both sh each.sh && ls coverage/*.map"), 0);
+    EXPECT_EQ(std::count(_out.begin(), _out.end(), '\n'), 2) << _out;
+    EXPECT_EQ(shell("zem-run --build . -o plain --name both sh -c "
+                    "'build/sample leaf; clang/sample leaf; true' && "
+                    "for map in plain/*.map; do cmp $map coverage/*-${map##*-}; done"),
+              0)
+        << _out << _err;
 }
 
 } // namespace
