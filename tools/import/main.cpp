@@ -3,6 +3,7 @@
 // zem-import: turns the coverage that other tools write into a map file and log files.
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
+#include "tools/import/CleanEnd.h"
 #include "tools/import/ImportCommand.h"
 #include "tools/import/cobertura/CoberturaImporter.h"
 #include "tools/import/gcc/GccImporter.h"
@@ -82,6 +83,7 @@ int runProgram(char** words)
 int main(int argc, char** argv)
 {
     guardStandardStreams();
+    CleanEnd::start();
     const int status = argc == 0 ? 1 : runProgram(argv + 1);
     return finishStandardOutput("zem-import") ? status : 1;
 }
