@@ -5,6 +5,7 @@
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
 #include "tools/common/WorkOn.h"
+#include "tools/import/CleanEnd.h"
 #include "tools/import/ImportCommand.h"
 #include "tools/import/cobertura/CoberturaImporter.h"
 #include "tools/import/gcc/GccImporter.h"
@@ -87,6 +88,7 @@ int main(int argc, char** argv)
 {
     endWithoutMemory("zem-import", 1);
     guardStandardStreams();
+    CleanEnd::start();
     const int status = argc == 0 ? 1 : runProgram(argv + 1);
     return finishStandardOutput("zem-import") ? status : 1;
 }
