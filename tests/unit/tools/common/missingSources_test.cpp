@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/missingSources.h"
 
+#include "tests/support/KeptFolder.h"
 #include "tests/support/TempDir.h"
 
 #include <filesystem>
@@ -25,6 +26,7 @@ protected:
     }
 
     const TempDir _dir;
+    const KeptFolder _kept;
     CoverageModel _model;
 };
 
