@@ -82,6 +82,8 @@ const NameRow rows[] = {
     {"TemplateOperator", "_ZmiIiE1SIT_ES2_S2_", "operator-<int>__F6S<int>6S<int>",
      "operator-<int>(S<int>, S<int>)"},
     {"Conversion", "_ZNK1ScviEv", "S::operator int__Fv", "S::operator int()"},
+    {"ConversionToATypeThatHasNoCode", "_ZN1ScvN4a__b1TEEv", "S::operator T__Fv",
+     "S::operator T()"},
     {"OperatorNew", "_ZN1SnwEm", "S::operator new__FUl", "S::operator new(unsigned long)"},
     {"String", "_Z4showNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE",
      "show__FQ23std6string", "show(std::string)"},
