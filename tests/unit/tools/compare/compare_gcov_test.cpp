@@ -73,7 +73,8 @@ TEST_F(CompareGcovTest, FilesOfTheSystemAreComparedWhenItIsTold)
 {
     const std::string gcov = _dir.write(
         "gcov", "#!/bin/sh\n"
-                "echo '{\"current_working_directory\": \"/build\", \"files\": [{\"file\": "
+                "printf '{'; sleep 0.05\n" // a piece of its own
+                "echo '\"current_working_directory\": \"/build\", \"files\": [{\"file\": "
                 "\"/usr/include/a.h\", \"functions\": [], "
                 "\"lines\": [{\"line_number\": 2, \"count\": 1}]}]}'\n");
     std::filesystem::permissions(gcov, std::filesystem::perms::owner_all);
