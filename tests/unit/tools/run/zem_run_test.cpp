@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The built zem-run on a real program: tests/data/run-sample, built with the g++ that is installed.
+#include "tests/support/KeptFolder.h"
 #include "tests/support/Program.h"
 #include "tests/support/TempDir.h"
 
@@ -237,6 +238,7 @@ TEST_F(ZemRunTest, AnInterruptReachesTheCommandOnceAndWhatItRanIsImported)
     EXPECT_EQ(_out, "ready\ninterrupts: 1\n");
     EXPECT_GE(hits("sample", "waitForSignal"), 1);
 
+    const KeptFolder kept;
     fs::current_path(_dir.path());
     std::string shown = interruptedOnTerminal(
         {"env", "TMPDIR=tmp", "zem-run", "--name", "typed", "build/sample", "wait"});
