@@ -4,6 +4,8 @@
 // The program sha256sum prints the same.
 #pragma once
 
+#include "tools/common/digestBlocks.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -20,11 +22,9 @@ public:
     std::string text();
 
 private:
-    static constexpr size_t BlockSize = 64; // bytes
+    static constexpr size_t BlockSize = DigestBlockSize;
 
-    void addBlock(const unsigned char* block);
-
-    std::array<uint32_t, 8> _state;
+    DigestState _state;
     std::array<unsigned char, BlockSize> _waiting; // bytes of a block that is not full
     size_t _nWaiting = 0;
     uint64_t _size = 0; // of all bytes
