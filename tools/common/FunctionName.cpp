@@ -49,7 +49,7 @@ bool canHaveTypes(const std::string& name)
 std::string withPlainLastPart(const std::string& name)
 {
     const size_t colon = name.rfind(':');
-    if (colon == std::string::npos || colon < name.find_first_of("<({")) {
+    if (colon == std::string::npos || colon < name.find_first_of(" <({")) {
         return name;
     }
     const size_t part = NameText(name).lastPart();
