@@ -84,6 +84,14 @@ TEST_F(qipFileStateTest, ANameThatComesOrGoesIsNoWrite)
     EXPECT_EQ(_state.change(_fd), nullptr);
 }
 
+TEST_F(qipFileStateTest, AWriteBeforeTheNameIsTakenIsSeen)
+{
+    ASSERT_EQ(_state.watch(_fd), nullptr);
+    ASSERT_TRUE(write("X", 1, 3));
+    ASSERT_EQ(unlink(_path.c_str()), 0);
+    EXPECT_NE(_state.change(_fd), nullptr);
+}
+
 TEST_F(qipFileStateTest, AFileThatIsWrittenToAllTheTimeIsRefused)
 {
     std::atomic<bool> isOver{false};
