@@ -28,6 +28,7 @@ struct OtherUse
     uint32_t _line = 0;
     uint32_t _group = 0;
     uint32_t _value = 0;
+    uint32_t _function = 0; // whose value it is; values of one function stand together
 
     bool isWith(const OtherUse& other) const
     {
@@ -192,7 +193,7 @@ void FileArranger::addLine(uint32_t function, uint32_t line, uint32_t value)
     }
     const LineUse& use = _uses[line];
     if (use._isShared && use._function != function) {
-        _others.push_back({line, use._isCarried ? function : 0, value});
+        _others.push_back({line, use._isCarried ? function : 0, value, function});
         _isOutside = true;
         return;
     }
@@ -240,8 +241,9 @@ void FileArranger::addBlocks(uint32_t function)
     _firstValue += entry._nBasicBlocks;
 }
 
-// Each line that several functions touch has a block with the sum of what others than the one that
-// shows it ran there; when that has no code on the line, one for each of the others.
+// Each line that several functions touch has a block that ran as often as the others than the one
+// that shows it ran the line, each as often as its block there that ran most; when that one has no
+// code on the line, a block for each of the others.
 void FileArranger::addOthers()
 {
     std::sort(_others.begin(), _others.end());
@@ -251,7 +253,9 @@ void FileArranger::addOthers()
         const uint32_t line = _others[i]._line;
         const bool isLast = i + 1 == _others.size() || !_others[i + 1].isWith(_others[i]);
         qipAssert(_others[i]._value <= CovTerm::GreatestCount);
-        _file._sums.push_back({_others[i]._value & CovTerm::GreatestCount, 1, isLast ? 1u : 0u});
+        const bool isOwn = !isLast && _others[i + 1]._function == _others[i]._function;
+        _file._sums.push_back(
+            {_others[i]._value & CovTerm::GreatestCount, isOwn ? 0u : 1u, isLast ? 1u : 0u});
         if (isLast) {
             const auto shown = static_cast<uint16_t>(line);
             _functions[_uses[line]._function]._blocks.push_back({shown, shown, value++});

@@ -67,9 +67,14 @@ uint32_t* addSums(const std::vector<CovTerm>& terms, const std::vector<int64_t>&
 void appendSums(const std::vector<CovTerm>& terms, std::vector<uint32_t>& values)
 {
     int64_t sum = 0;
+    uint32_t greatest = 0;
     for (const CovTerm& term : terms) {
         qipAssert(term._count < values.size());
-        sum = std::min(sum + values[term._count], GreatestCount);
+        greatest = std::max(greatest, values[term._count]);
+        if (term._endsMaximum != 0) {
+            sum = std::min(sum + greatest, GreatestCount);
+            greatest = 0;
+        }
         if (term._endsSum != 0) {
             values.push_back(static_cast<uint32_t>(sum));
             sum = 0;

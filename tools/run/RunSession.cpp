@@ -2,6 +2,7 @@
 #include "tools/run/RunSession.h"
 
 #include "qip/Support/qipVisibleText.h"
+#include "tools/common/shellWord.h"
 #include "tools/run/Companion.h"
 #include "tools/run/CounterKinds.h"
 #include "tools/run/OutputFilter.h"

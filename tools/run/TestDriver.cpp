@@ -3,6 +3,7 @@
 
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/shellWord.h"
 #include "tools/run/Process.h"
 #include "tools/run/logName.h"
 #include "tools/run/mesonNames.h"

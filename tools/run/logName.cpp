@@ -69,14 +69,3 @@ std::string testName(char* const* words)
     }
     return logName(joined);
 }
-
-std::string shellWord(const std::string& text)
-{
-    bool isPlain = !text.empty();
-    std::string quoted = "'";
-    for (const char c : text) {
-        isPlain = isPlain && (isSafe(c) || c == '/' || c == ':');
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return isPlain ? text : quoted + "'";
-}

@@ -6,6 +6,8 @@
 #include "tools/common/Progress.h"
 #include "tools/common/SourcePath.h"
 #include "tools/common/WorkOn.h"
+#include "tools/import/isBuildProbe.h"
+#include "tools/import/llvm/ElfFile.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,6 +20,17 @@ namespace {
 
 // No profile is larger; a sparse file can be.
 constexpr uint64_t LargestProfile = uint64_t(4) << 30;
+
+// Of a folder that may hold anything.
+constexpr size_t MostFilesLookedInto = 20000;
+
+// Whether it is a program, library or object with a coverage map.
+bool hasMap(const std::string& path, LlvmInputs::Kind kind)
+{
+    ElfFile file;
+    return (kind == LlvmInputs::Elf || kind == LlvmInputs::Object) && file.open(path) &&
+           file.find("__llvm_covmap") != nullptr;
+}
 
 bool complain(const std::string& path, const std::string& problem)
 {
@@ -127,23 +140,26 @@ void LlvmImporter::usage(std::ostream& out) const
            "first)\n";
 }
 
+// A folder whose tests have not run yet has programs and no profile.
 bool LlvmImporter::recognises(const char* path) const
 {
     if (!LlvmInputs::isFolder(path)) {
         const LlvmInputs::Kind kind = LlvmInputs::kindOf(path);
-        if (kind == LlvmInputs::Elf || kind == LlvmInputs::Object) {
-            ElfFile file;
-            return file.open(path) && file.find("__llvm_covmap") != nullptr;
-        }
-        return kind == LlvmInputs::Raw || kind == LlvmInputs::Indexed;
+        return kind == LlvmInputs::Raw || kind == LlvmInputs::Indexed || hasMap(path, kind);
     }
     FolderWalk walk(path);
+    std::vector<std::string> files;
     while (walk.next()) {
         if (LlvmInputs::hasProfileName(walk.path())) {
             return true;
         }
+        if (walk.isFile() && files.size() < MostFilesLookedInto && !isBuildProbe(walk.path())) {
+            files.push_back(walk.path());
+        }
     }
-    return false;
+    return std::any_of(files.begin(), files.end(), [](const std::string& file) {
+        return hasMap(file, LlvmInputs::kindOf(file));
+    });
 }
 
 bool LlvmImporter::findInputs(ImportLosses& losses)

@@ -64,12 +64,4 @@ TEST(LogNameTest, ATestIsNamedByItsWords)
     EXPECT_EQ(nameOf({"prog", std::string(9000, 'x')}).size(), 100u);
 }
 
-TEST(LogNameTest, AShellReadsAWordAsItIs)
-{
-    EXPECT_EQ(shellWord("cov/a-b.log"), "cov/a-b.log");
-    EXPECT_EQ(shellWord("two words"), "'two words'");
-    EXPECT_EQ(shellWord("it's"), "'it'\\''s'");
-    EXPECT_EQ(shellWord(""), "''");
-}
-
 } // namespace

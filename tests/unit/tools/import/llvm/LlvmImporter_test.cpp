@@ -464,7 +464,13 @@ TEST_F(LlvmImporterTest, KnowsItsOwnFiles)
     const LlvmImporter importer;
     const std::string program = write("d/program", llvmProgram(_target, files, all));
     EXPECT_TRUE(importer.recognises(program.c_str()));
-    EXPECT_FALSE(importer.recognises(_dir.path("d").c_str()));
+    // Its tests have not run yet.
+    write("e/notes", "text");
+    write("e/plain", elfFile(_target, {{".text", "x"}}));
+    write("e/CMakeFiles/3.25.1/CompilerIdCXX/a.out", llvmProgram(_target, files, all));
+    EXPECT_TRUE(importer.recognises(_dir.path("d").c_str()));
+    EXPECT_FALSE(importer.recognises(_dir.path("e").c_str()));
+    std::filesystem::remove(program);
     const std::string profile = write("d/x.profraw", rawProfile(_target, all));
     EXPECT_TRUE(importer.recognises(profile.c_str()));
     EXPECT_TRUE(importer.recognises(_dir.path("d").c_str()));
