@@ -153,11 +153,7 @@ TEST_F(ZemReportTest, HelpGoesToTheStandardOutput)
 {
     const ProgramResult help = run({"--help"});
     EXPECT_EQ(help.err, "");
-    EXPECT_EQ(help.out.rfind("Usage: zem-report", 0), 0u);
-    for (const char* option : {"-df", "-ct", "-n0", "--format F", "--help"}) {
-        EXPECT_NE(help.out.find("\n        " + std::string(option) + " "), std::string::npos)
-            << option;
-    }
+    EXPECT_TRUE(matchesGolden("zem-report/usage.txt", help.out));
 }
 
 TEST_F(ZemReportTest, ANameCannotForgeARowOrSteerTheTerminal)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The built zem-run on a real program: tests/data/run-sample, built with the g++ that is installed.
+#include "tests/support/Golden.h"
 #include "tests/support/KeptFolder.h"
 #include "tests/support/Program.h"
 #include "tests/support/TempDir.h"
@@ -191,6 +192,8 @@ TEST_F(ZemRunTest, SaysWhyThereIsNoCoverage)
     // No command ran whose status could be meant.
     EXPECT_EQ(shell("rm alone/zem-run && zem-run --help >/dev/full"), 1);
     EXPECT_EQ(shell("zem-run --version >/dev/full"), 1);
+    EXPECT_EQ(shell("zem-run --help"), 0);
+    EXPECT_TRUE(matchesGolden("zem-run/usage.txt", _out));
     EXPECT_EQ(shell("DISPLAY= zem-run --name seen --view build/sample"), 125);
     EXPECT_EQ(logs(), (Names{"sample", "seen"}));
 }
