@@ -4,11 +4,8 @@
 // The program sha256sum prints the same.
 #pragma once
 
-#include "tools/common/digestBlocks.h"
-
-#include <array>
 #include <cstddef>
-#include <cstdint>
+#include <nettle/sha2.h>
 #include <string>
 
 class ContentDigest
@@ -22,10 +19,5 @@ public:
     std::string text();
 
 private:
-    static constexpr size_t BlockSize = DigestBlockSize;
-
-    DigestState _state;
-    std::array<unsigned char, BlockSize> _waiting; // bytes of a block that is not full
-    size_t _nWaiting = 0;
-    uint64_t _size = 0; // of all bytes
+    sha256_ctx _state;
 };

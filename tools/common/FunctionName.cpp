@@ -46,11 +46,11 @@ bool canHaveTypes(const std::string& name)
 }
 
 // Whether the class report finds the last part of a name, which it cuts off behind the last colon:
-// no brackets stand before that one.
+// no brackets stand before that one, and it is none of the type that a conversion makes.
 bool hasPlainLastPart(const std::string& name)
 {
     const size_t colon = name.rfind(':');
-    return colon == std::string::npos || colon < name.find_first_of("<({");
+    return colon == std::string::npos || colon < name.find_first_of(" <({");
 }
 
 // The last part of a name without what the class report would be cut at.

@@ -5,6 +5,7 @@
 #include "tools/common/CoverageWriter.h"
 #include "tools/common/PendingFile.h"
 #include "tools/common/RelativePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/countRun.h"
 #include "tools/common/finishCoverage.h"
 #include "tools/common/missingSources.h"
@@ -62,6 +63,7 @@ bool ImportJob::fail(const std::string& problem)
 
 bool ImportJob::makeModel()
 {
+    const WorkOn work("importing for ", _options._output._folder);
     if (!_importer.readBuild(_build, _losses, _nThreads)) {
         return false;
     }
@@ -114,6 +116,7 @@ bool ImportJob::addRun(size_t run, CoverageWriter& writer)
 
 bool ImportJob::writeRuns()
 {
+    const WorkOn work("writing into ", _options._output._folder);
     PendingFile::removeOnSignals();
     _sizes = sizesOf(_model);
     CoverageWriter writer(_model, _options._output);

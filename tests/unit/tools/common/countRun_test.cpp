@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/countRun.h"
 
-#include "tests/unit/tools/common/CovSample.h"
+#include "tests/unit/tools/common/CovSampleTest.h"
 #include "tools/common/finishCoverage.h"
 
 #include <gtest/gtest.h>
@@ -10,32 +10,15 @@ namespace {
 
 using Counts = std::vector<uint32_t>;
 
-class CountRunTest : public ::testing::Test
+class CountRunTest : public CovSampleTest
 {
 protected:
-    void addFile(const char* path, const std::vector<CovFunction>& functions)
-    {
-        _model._files.emplace_back();
-        _model._files.back()._path = path;
-        _model._files.back()._functions = functions;
-    }
-
-    CovFunction function(const char* symbol, uint32_t start, uint32_t end,
-                         const std::vector<CovSampleRange>& blocks)
-    {
-        return covFunction(_counts, symbol, start, end, blocks);
-    }
-
     std::vector<Counts> count()
     {
         CoverageCounts result;
         countRun(_model, _counts, result, _losses, 2);
         return result._files;
     }
-
-    CoverageModel _model;
-    std::vector<int64_t> _counts;
-    ImportLosses _losses;
 };
 
 TEST_F(CountRunTest, CountsFollowTheOrderOfTheMap)
