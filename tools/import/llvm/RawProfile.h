@@ -98,5 +98,6 @@ private:
     static bool skipValues(LlvmBytes& bytes, uint64_t count);
 
     std::vector<ProfilePart> _parts;
-    std::vector<ProfileRecord> _memory; // of records that were read before; their values are nothing
+    std::vector<ProfileRecord>
+        _memory; // of records that were read before; their values are nothing
 };
