@@ -2,6 +2,7 @@
 #include "tools/common/countRun.h"
 
 #include "qip/Support/qipAssert.h"
+#include "tools/common/SharedLosses.h"
 #include "tools/common/checkView.h"
 #include "tools/common/parallel.h"
 
@@ -167,24 +168,25 @@ class CountJob : public ParallelJob
 public:
     CountJob(const CoverageModel& model, const std::vector<int64_t>& counts, CoverageCounts& result,
              ComparedRuns* before)
-        : _model(model), _counts(counts), _result(result), _before(before),
-          _losses(model._files.size())
+        : _model(model), _counts(counts), _result(result), _before(before)
     {}
 
     void run(size_t item) override
     {
+        ImportLosses losses;
         countFile(_model._files[item], _counts, _result._files[item],
-                  _before == nullptr ? nullptr : &_before->_files[item], _losses[item]);
+                  _before == nullptr ? nullptr : &_before->_files[item], losses);
+        _losses.add(losses);
     }
 
-    const std::vector<ImportLosses>& losses() const { return _losses; }
+    const ImportLosses& losses() const { return _losses.sum(); }
 
 private:
     const CoverageModel& _model;
     const std::vector<int64_t>& _counts;
     CoverageCounts& _result;
     ComparedRuns* const _before;
-    std::vector<ImportLosses> _losses; // one for each file
+    SharedLosses _losses;
 };
 
 } // namespace
@@ -199,7 +201,5 @@ void countRun(const CoverageModel& model, const std::vector<int64_t>& counts,
     }
     CountJob job(model, counts, result, before);
     runParallel(job, model._files.size(), nThreads);
-    for (const ImportLosses& part : job.losses()) {
-        losses.add(part);
-    }
+    losses.add(job.losses());
 }

@@ -2,12 +2,14 @@
 #include "tools/import/lines/LineTable.h"
 
 #include "tools/common/FunctionName.h"
+#include "tools/common/SharedLosses.h"
 #include "tools/common/parallel.h"
 #include "tools/import/LineOwners.h"
 #include "tools/import/lines/PackedLines.h"
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -151,7 +153,6 @@ public:
     // Block numbers and places count from this file's first line.
     void run();
 
-    bool isKept() const { return _file._isKept; }
     std::vector<FunctionCopy>& copies() { return _copies; }
     const ImportLosses& losses() const { return _losses; }
 
@@ -323,29 +324,41 @@ void LineTable::FileBuild::run()
 class LineTable::FilesJob : public ParallelJob
 {
 public:
-    explicit FilesJob(LineTable& table) : _sections(table._files.size())
+    explicit FilesJob(LineTable& table)
+        : _files(table._files), _sections(table._files.size()), _copies(table._files.size())
     {
         for (const Run& run : table._runs) {
             for (const Section& section : run._sections) {
                 _sections[section._file].push_back(&section);
             }
         }
-        for (size_t i = 0; i < table._files.size(); ++i) {
-            _files.emplace_back(table._files[i], _sections[i]);
-        }
     }
 
     void run(size_t item) override
     {
-        if (_files[item].isKept()) {
-            _files[item].run();
+        if (!_files[item]._isKept) {
+            return;
         }
+        FileBuild build(_files[item], _sections[item]);
+        build.run();
+        _copies[item].swap(build.copies());
+        _losses.add(build.losses());
     }
-    FileBuild& file(size_t item) { return _files[item]; }
+
+    size_t nCopies() const
+    {
+        return std::accumulate(
+            _copies.begin(), _copies.end(), size_t{0},
+            [](size_t sum, const std::vector<FunctionCopy>& one) { return sum + one.size(); });
+    }
+    std::vector<FunctionCopy>& copies(size_t item) { return _copies[item]; }
+    const ImportLosses& losses() const { return _losses.sum(); }
 
 private:
+    std::vector<File>& _files;
     std::vector<std::vector<const Section*>> _sections;
-    std::vector<FileBuild> _files;
+    std::vector<std::vector<FunctionCopy>> _copies;
+    SharedLosses _losses;
 };
 
 // Asks for each file whether it is wanted.
@@ -369,20 +382,20 @@ bool LineTable::fillBuild(ImportedBuild& build, ImportLosses& losses, unsigned i
     leaveOut(build, losses);
     FilesJob job(*this);
     runParallel(job, _files.size(), nThreads);
+    losses.add(job.losses());
+    build._copies.reserve(job.nCopies());
     for (size_t i = 0; i < _files.size(); ++i) {
         File& file = _files[i];
-        FileBuild& made = job.file(i);
         if (file._lines.size() > ImportedBuild::MostCounts - build._nCounts) {
             return false;
         }
-        losses.add(made.losses());
         file._firstPlace = build._nCounts;
         build._nCounts += static_cast<uint32_t>(file._lines.size());
-        for (FunctionCopy& copy : made.copies()) {
+        for (FunctionCopy& copy : job.copies(i)) {
             copy._firstCount += file._firstPlace;
             build._copies.push_back(std::move(copy));
         }
-        std::vector<FunctionCopy>().swap(made.copies());
+        std::vector<FunctionCopy>().swap(job.copies(i));
     }
     _nCounts = build._nCounts;
     return true;

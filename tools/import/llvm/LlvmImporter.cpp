@@ -416,9 +416,8 @@ bool LlvmImporter::readProfile(const std::string& path, ImportLosses& losses)
     if (!readAll(path, _bytes)) {
         return false;
     }
-    RawProfile profile;
-    const RawProfile::Result result = profile.read(_bytes, _build.images());
-    return result == RawProfile::Ok ? addParts(path, profile, losses)
+    const RawProfile::Result result = _profile.read(_bytes, _build.images());
+    return result == RawProfile::Ok ? addParts(path, _profile, losses)
                                     : complain(path, textOf(result));
 }
 

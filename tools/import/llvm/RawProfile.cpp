@@ -272,6 +272,7 @@ RawProfile::Result RawProfile::readPart(LlvmBytes& bytes, Head& head,
     }
     _parts.emplace_back();
     ProfilePart& part = _parts.back();
+    part._records.swap(_memory);
     part._isBigEndian = head._isBigEndian;
     part._isSingleByte = head._isSingleByte;
     const char* ids = bytes.take(head._idsSize);
@@ -308,7 +309,10 @@ RawProfile::Result RawProfile::readPart(LlvmBytes& bytes, Head& head,
 RawProfile::Result RawProfile::read(const std::string& bytes,
                                     const std::vector<const CoverageImage*>& images)
 {
-    _parts.clear();
+    if (!_parts.empty()) {
+        _memory.swap(_parts.front()._records);
+        _parts.clear();
+    }
     if (bytes.empty()) {
         return Empty;
     }

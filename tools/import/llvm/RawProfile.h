@@ -77,7 +77,8 @@ public:
     static bool isSingleByte(const char* bytes, size_t size);
 
     // Reads the profiles in `bytes`, which are borrowed for the object's life. `images` are asked
-    // for what a profile leaves out. A file that is damaged gives none of its profiles.
+    // for what a profile leaves out. A file that is damaged gives none of its profiles. Profiles of
+    // one program that are read by one object share the memory of their records.
     Result read(const std::string& bytes, const std::vector<const CoverageImage*>& images);
 
     const std::vector<ProfilePart>& parts() const { return _parts; }
@@ -97,4 +98,6 @@ private:
     static bool skipValues(LlvmBytes& bytes, uint64_t count);
 
     std::vector<ProfilePart> _parts;
+    std::vector<ProfileRecord>
+        _memory; // of records that were read before; their values are nothing
 };
