@@ -205,6 +205,15 @@ bool allSame(const std::vector<std::string>& texts)
                        [&texts](const std::string& text) { return text == texts.front(); });
 }
 
+// Whether the types are one but for their argument lists; `shared` is that one then.
+bool haveOneTemplate(const std::vector<std::string>& types, std::string& shared)
+{
+    shared = NameText(types.front()).withoutArguments();
+    return std::all_of(types.begin() + 1, types.end(), [&shared](const std::string& type) {
+        return NameText(type).withoutArguments() == shared;
+    });
+}
+
 // One type for what is the same parameter in each instance: itself, the same with `<...>`, or
 // "auto" with the marks that all have.
 std::string sharedType(std::vector<std::string> types)
@@ -212,13 +221,9 @@ std::string sharedType(std::vector<std::string> types)
     if (allSame(types)) {
         return types.front();
     }
-    std::vector<std::string> templates;
-    templates.reserve(types.size());
-    for (const std::string& type : types) {
-        templates.push_back(NameText(type).withoutArguments());
-    }
-    if (allSame(templates)) {
-        return templates.front();
+    std::string shared;
+    if (haveOneTemplate(types, shared)) {
+        return shared;
     }
     std::string marks;
     for (bool isFound = true; isFound;) {
@@ -258,10 +263,10 @@ std::string sharedTypes(const std::vector<FunctionText>& instances)
         }
         std::vector<std::string> types;
         types.reserve(lists.size());
-        for (const std::vector<std::string>& list : lists) {
-            types.push_back(list[i]);
+        for (std::vector<std::string>& list : lists) {
+            types.push_back(std::move(list[i]));
         }
-        result += sharedType(types);
+        result += sharedType(std::move(types));
     }
     return result;
 }
@@ -289,6 +294,17 @@ std::string conversionFront(const std::string& name)
     return type == NameText::None ? name : name.substr(0, type);
 }
 
+// Whether the name without argument lists, which was made of each instance already, is one, and
+// nothing else was left out of it.
+bool isOneTemplateName(const std::vector<FunctionText>& instances)
+{
+    const std::string& first = instances.front()._template;
+    return !first.empty() && first.find("(...)") == std::string::npos &&
+           NameText(first).conversionType() == NameText::None &&
+           std::all_of(instances.begin(), instances.end(),
+                       [&first](const FunctionText& one) { return one._template == first; });
+}
+
 // The name of several instances: no template arguments, and of the parameters of lambdas and of
 // functions around those that all have.
 std::string sharedName(const std::vector<FunctionText>& instances)
@@ -297,6 +313,9 @@ std::string sharedName(const std::vector<FunctionText>& instances)
     if (std::all_of(instances.begin(), instances.end(),
                     [&first](const FunctionText& one) { return one._name == first; })) {
         return first;
+    }
+    if (isOneTemplateName(instances)) {
+        return instances.front()._template;
     }
     const std::string plain = NameText(first).withoutArguments();
     const std::string front = conversionFront(plain);
@@ -361,12 +380,15 @@ std::string storedFunctionName(const std::string& symbol, ImportLosses& losses)
     return storedFunctionName(std::vector<std::string>{symbol}, NameStyle(), losses);
 }
 
-std::string templateName(const FunctionText& text)
+const std::string& templateName(FunctionText& text)
 {
-    return withoutInstance(text._name);
+    if (text._template.empty()) {
+        text._template = withoutInstance(text._name);
+    }
+    return text._template;
 }
 
 std::string templateName(const std::string& symbol)
 {
-    return templateName(readFunctionText(symbol));
+    return withoutInstance(readFunctionText(symbol)._name);
 }

@@ -47,5 +47,5 @@ std::string storedFunctionName(const std::string& symbol, ImportLosses& losses);
 // one: "ns::f<...>" for _ZN2ns1fIiEEvT_. The name without parameters of a function that is no
 // instance; the symbol itself when it is no C++ name or too large to unfold.
 std::string templateName(const std::string& symbol);
-// The same of a symbol that readFunctionText() has read.
-std::string templateName(const FunctionText& text);
+// The same of a symbol that readFunctionText() has read; `text` keeps it.
+const std::string& templateName(FunctionText& text);

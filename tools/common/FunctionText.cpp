@@ -13,27 +13,34 @@
 #include <cstring>
 #include <cxxabi.h>
 #include <new>
+#include <string_view>
 
 namespace {
 
 constexpr uint64_t LongestUnfolded = 262144; // text that is made of a symbol, in characters
 
-bool takeEnd(std::string& text, const char* end)
+bool takeEnd(std::string_view& text, std::string_view end)
 {
-    const size_t length = std::strlen(end);
-    if (text.size() < length || text.compare(text.size() - length, length, end) != 0) {
+    if (text.size() < end.size() || text.substr(text.size() - end.size()) != end) {
         return false;
     }
-    text.resize(text.size() - length);
+    text.remove_suffix(end.size());
     return true;
 }
 
-void dropQualifiers(std::string& text)
+// The text without what stands behind the parameters of a member function.
+std::string_view withoutQualifiersAtEnd(std::string_view text)
 {
     while (takeEnd(text, " const") || takeEnd(text, " volatile") || takeEnd(text, " &&") ||
            takeEnd(text, " &") || takeEnd(text, " noexcept") ||
            takeEnd(text, " transaction_safe")) {
     }
+    return text;
+}
+
+void dropQualifiers(std::string& text)
+{
+    text.resize(withoutQualifiersAtEnd(text).size());
 }
 
 // The text of a symbol; empty when it is no C++ name. The decoder's own status for a lack of memory
@@ -52,7 +59,7 @@ std::string decoded(const std::string& symbol)
 
 // The bracket that opens the parameter list, whose closing one is the text's last. Parentheses are
 // always in pairs, those of an operator's name, too.
-size_t parametersAtEnd(const std::string& text)
+size_t parametersAtEnd(std::string_view text)
 {
     int depth = 0;
     for (size_t i = text.size(); i-- > 0;) {
@@ -122,11 +129,55 @@ struct Decoded
     size_t _parameters = std::string::npos; // their opening bracket
 };
 
+// Where the name behind a result starts, whose parameters open at `bracket`: behind the last blank
+// outside of brackets. None where that is not certain: operators hold signs and blanks, and other
+// parentheses are those of a result or of a function that the name is local to.
+size_t nameBehindResult(std::string_view text, size_t bracket)
+{
+    if (text.substr(0, bracket).find("operator") != std::string_view::npos) {
+        return std::string_view::npos;
+    }
+    int lists = 0;
+    int others = 0; // signs of comparison may stand in these
+    for (size_t i = bracket; i-- > 0 && lists >= 0 && others >= 0;) {
+        const char c = text[i];
+        if (lists == 0 && others == 0 && (c == ' ' || c == ')')) {
+            return c == ' ' && i + 1 < bracket ? i + 1 : std::string_view::npos;
+        }
+        others += c == ')' || c == ']' || c == '}' ? 1 : 0;
+        others -= c == '(' || c == '[' || c == '{' ? 1 : 0;
+        lists += c == '>' && others == 0 ? 1 : 0;
+        lists -= c == '<' && others == 0 ? 1 : 0;
+    }
+    return std::string_view::npos;
+}
+
+// Finds the name behind a result by the text alone, where that says it: the name is what stands
+// before the last parameters, and nowhere before them.
+bool findPlainName(Decoded& result)
+{
+    const std::string_view text = result._text;
+    const std::string_view whole = withoutQualifiersAtEnd(text);
+    const size_t bracket = parametersAtEnd(whole);
+    const size_t name =
+        bracket == std::string_view::npos ? bracket : nameBehindResult(whole, bracket);
+    if (name == std::string_view::npos ||
+        text.find(text.substr(name, bracket + 1 - name)) != name) {
+        return false;
+    }
+    result._name = name;
+    result._parameters = bracket;
+    return true;
+}
+
 // Of a name with a result the place is found by the name's own text: the marks of a result that is
 // an array or a function stand behind the parameters.
 void findName(const std::string& symbol, const SymbolScan& scan, Decoded& result)
 {
     if (scan._isKnown && scan._hasResult) {
+        if (findPlainName(result)) {
+            return;
+        }
         std::string name = decoded(symbol.substr(0, scan._nameEnd));
         dropQualifiers(name);
         const size_t at = name.empty() ? std::string::npos : result._text.find(name + "(");
@@ -213,8 +264,9 @@ bool readReadable(const std::string& symbol, FunctionText& function)
     if (start == bracket) {
         return false;
     }
-    function._name = withStandardNames(text.substr(start, bracket - start));
-    function._types = withStandardNames(text.substr(bracket + 1, text.size() - bracket - 2));
+    const std::string_view view = text;
+    function._name = withStandardNames(view.substr(start, bracket - start));
+    function._types = withStandardNames(view.substr(bracket + 1, text.size() - bracket - 2));
     function._hasTypes = true;
     function._isSymbol = false;
     return true;
@@ -254,8 +306,9 @@ FunctionText readFunctionText(const std::string& symbol)
         return function;
     }
     const size_t end = closingBracket(text, bracket);
-    function._name = withStandardNames(text.substr(found._name, bracket - found._name));
-    function._types = withStandardNames(text.substr(bracket + 1, end - bracket - 1));
+    const std::string_view view = text;
+    function._name = withStandardNames(view.substr(found._name, bracket - found._name));
+    function._types = withStandardNames(view.substr(bracket + 1, end - bracket - 1));
     function._hasTypes = true;
     return function;
 }

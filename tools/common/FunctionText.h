@@ -14,6 +14,7 @@ struct FunctionText
     bool _hasTypes = false;   // false for a name alone, that of a variable or a C function
     bool _isSymbol = false;   // no C++ name, or one that is not unfolded: shown as it is
     bool _isTooLarge = false; // the text would be too long to be made
+    std::string _template;    // of templateName(), once it was asked for
 };
 
 // `symbol` is the compiler's, or a readable name that another tool made of one: "ns::f(int) const".

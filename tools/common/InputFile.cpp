@@ -67,22 +67,35 @@ bool InputFile::readAt(uint64_t offset, size_t size, std::string& bytes)
 {
     const size_t before = bytes.size();
     const uint64_t there = offset < this->size() ? this->size() - offset : 0;
-    size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, there));
+    const size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, there));
     bytes.resize(before + wanted);
-    while (wanted > 0) {
+    const size_t got = readInto(offset, wanted, &bytes[before]);
+    bytes.resize(before + got);
+    return got == wanted;
+}
+
+bool InputFile::fill(uint64_t offset, size_t size, char* bytes)
+{
+    return readInto(offset, size, bytes) == size;
+}
+
+// Returns how many of the bytes could be read; with problem() set when it is not all.
+size_t InputFile::readInto(uint64_t offset, size_t size, char* bytes)
+{
+    size_t done = 0;
+    while (done < size) {
         const ssize_t got =
-            pread(_fd, &bytes[bytes.size() - wanted], wanted, static_cast<off_t>(offset));
+            pread(_fd, bytes + done, size - done, static_cast<off_t>(offset + done));
         if (got < 0 && errno == EINTR) {
             continue;
         }
         if (got <= 0) {
-            bytes.resize(bytes.size() - wanted);
-            return fail(got < 0 ? std::strerror(errno) : "It became shorter while it was read");
+            (void)fail(got < 0 ? std::strerror(errno) : "It became shorter while it was read");
+            break;
         }
-        wanted -= static_cast<size_t>(got);
-        offset += static_cast<uint64_t>(got);
+        done += static_cast<size_t>(got);
     }
-    return true;
+    return done;
 }
 
 bool InputFile::isUnchanged()

@@ -41,6 +41,11 @@ public:
     // goes on where it was. Returns false like append(). REQUIRES: the file is open.
     bool readAt(uint64_t offset, size_t size, std::string& bytes);
 
+    // Reads the `size` bytes from `offset` on to `bytes`; append() goes on where it was. Returns
+    // false with problem() set when they are not all there or cannot be read. REQUIRES: open()
+    // returned true.
+    bool fill(uint64_t offset, size_t size, char* bytes);
+
     // Whether nobody has written to the file since it was opened; sets problem() otherwise.
     // REQUIRES: openToWatch() returned true.
     bool isUnchanged();
@@ -50,6 +55,7 @@ public:
 
 private:
     bool fail(const char* problem);
+    size_t readInto(uint64_t offset, size_t size, char* bytes);
 
     int _fd = -1;
     uint64_t _size = 0;

@@ -2,6 +2,7 @@
 #include "tools/common/NameText.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
@@ -32,30 +33,31 @@ bool isWordCharacter(char c)
            c == '$' || (static_cast<unsigned char>(c) & 0x80) != 0;
 }
 
-// Whether the character at `at` is no bracket and no colon, and starts no operator: most of a name.
-bool isPlain(const std::string& text, size_t at)
+// What may be a bracket, a colon or the start of an operator.
+constexpr std::array<bool, 256> specialCharacters()
 {
-    switch (text[at]) {
-    case 'o':
-        return text[at + 1] != 'p';
-    case '(':
-    case ')':
-    case '<':
-    case '>':
-    case '[':
-    case ']':
-    case '{':
-    case '}':
-    case ':':
-        return false;
-    default:
-        return true;
+    std::array<bool, 256> result = {};
+    for (const char c : std::string_view("()<>[]{}:o")) {
+        result[static_cast<unsigned char>(c)] = true;
     }
+    return result;
+}
+constexpr std::array<bool, 256> isSpecial = specialCharacters();
+
+// The first place from `at` on that is a bracket or a colon or may start an operator; the text's
+// end when there is none. Most of a name is nothing of this.
+size_t nextSpecial(const std::string& text, size_t at)
+{
+    while (at < text.size() && (!isSpecial[static_cast<unsigned char>(text[at])] ||
+                                (text[at] == 'o' && text[at + 1] != 'p'))) {
+        ++at;
+    }
+    return at;
 }
 
-bool startsAt(const std::string& text, size_t at, const char* word)
+bool startsAt(std::string_view text, size_t at, std::string_view word)
 {
-    return text.compare(at, std::strlen(word), word) == 0;
+    return text.substr(at, word.size()) == word;
 }
 
 bool endsWith(const std::string& text, const char* end)
@@ -78,7 +80,7 @@ char opening(char closing)
 
 } // namespace
 
-size_t pastOperator(const std::string& text, size_t at)
+size_t pastOperator(std::string_view text, size_t at)
 {
     const size_t sign = at + OperatorLength;
     if (text[at] != 'o' || !startsAt(text, at, operatorWord) ||
@@ -96,7 +98,7 @@ size_t pastOperator(const std::string& text, size_t at)
 }
 
 NameText::NameText(std::string text)
-    : _text(std::move(text)), _partner(_text.size(), None), _listDepth(_text.size(), 0)
+    : _text(std::move(text)), _partner(_text.size(), Alone), _listDepth(_text.size(), 0)
 {
     matchBrackets();
     findParts();
@@ -104,7 +106,7 @@ NameText::NameText(std::string text)
 
 size_t NameText::pastBrackets(size_t at) const
 {
-    return _partner[at] != None && _partner[at] > at ? _partner[at] : at;
+    return _partner[at] != Alone && _partner[at] > at ? _partner[at] : at;
 }
 
 void NameText::matchBrackets()
@@ -118,11 +120,8 @@ void NameText::matchBrackets()
             open.back()._listDepth = std::max(open.back()._listDepth, depth);
         }
     };
-    for (size_t i = 0; i < _text.size(); ++i) {
+    for (size_t i = nextSpecial(_text, 0); i < _text.size(); i = nextSpecial(_text, i + 1)) {
         const char c = _text[i];
-        if (isPlain(_text, i)) {
-            continue;
-        }
         const size_t past = c == 'o' ? pastOperator(_text, i) : i;
         if (past != i) {
             pastSign = past;
@@ -147,8 +146,8 @@ void NameText::matchBrackets()
             continue;
         }
         const size_t start = open.back()._at;
-        _partner[start] = i;
-        _partner[i] = start;
+        _partner[start] = static_cast<Place>(i);
+        _partner[i] = static_cast<Place>(start);
         if (c == '>') {
             _listDepth[start] = ++open.back()._listDepth;
             _deepestList = std::max(_deepestList, _listDepth[start]);
@@ -160,10 +159,7 @@ void NameText::matchBrackets()
 void NameText::findParts()
 {
     bool isConversion = false;
-    for (size_t i = 0; i < _text.size(); ++i) {
-        if (isPlain(_text, i)) {
-            continue;
-        }
+    for (size_t i = nextSpecial(_text, 0); i < _text.size(); i = nextSpecial(_text, i + 1)) {
         const size_t past = pastOperator(_text, i);
         if (past != i) {
             const auto isNext = [&](const char* word) {
@@ -175,7 +171,7 @@ void NameText::findParts()
             i = past - 1;
             continue;
         }
-        if (_partner[i] != None) {
+        if (_partner[i] != Alone) {
             const bool isLocal = isLocalParameters(i);
             i = pastBrackets(i);
             isConversion = isConversion && !isLocal;
@@ -193,14 +189,14 @@ size_t NameText::lambdaParameters(size_t at) const
 {
     static const char lambda[] = "{lambda(";
     const size_t bracket = at + sizeof(lambda) - 2;
-    return _text[at] == '{' && startsAt(_text, at, lambda) && _partner[bracket] != None ? bracket
-                                                                                        : None;
+    return _text[at] == '{' && startsAt(_text, at, lambda) && _partner[bracket] != Alone ? bracket
+                                                                                         : None;
 }
 
 // Whether the bracket at `at` opens the parameters of a function that something is local to.
 bool NameText::isLocalParameters(size_t at) const
 {
-    if (_text[at] != '(' || _partner[at] == None || startsAt(_text, at, anonymous)) {
+    if (_text[at] != '(' || _partner[at] == Alone || startsAt(_text, at, anonymous)) {
         return false;
     }
     size_t past = _partner[at] + 1;
@@ -235,22 +231,24 @@ std::string NameText::without(int depthOfLists, Parameters parameters,
                               std::string_view onlyWith) const
 {
     std::string result;
-    for (size_t i = 0; i < _text.size(); ++i) {
+    size_t rest = 0; // what the result does not have yet
+    for (size_t i = nextSpecial(_text, 0); i < _text.size(); i = nextSpecial(_text, i + 1)) {
         const size_t lambda = lambdaParameters(i);
         if (lambda != None && isLeftOut(lambda, true, parameters) && holds(lambda, onlyWith)) {
-            result.append(_text, i, lambda - i).append(Dots);
+            result.append(_text, rest, lambda - rest).append(Dots);
             i = _partner[lambda];
         } else if (_listDepth[i] > 0 && _listDepth[i] <= depthOfLists && holds(i, onlyWith)) {
-            result += "<...>";
+            result.append(_text, rest, i - rest).append("<...>");
             i = _partner[i];
         } else if (isLocalParameters(i) && isLeftOut(i, false, parameters) && holds(i, onlyWith)) {
-            result.append(Dots);
+            result.append(_text, rest, i - rest).append(Dots);
             i = _partner[i];
         } else {
-            result += _text[i];
+            continue;
         }
+        rest = i + 1;
     }
-    return result;
+    return result.append(_text, rest);
 }
 
 std::string NameText::shortened(size_t longest) const
@@ -287,7 +285,7 @@ std::string NameText::withoutDetails() const
 bool NameText::isDetail(size_t at) const
 {
     static const std::string lambda = "{lambda";
-    const bool isOfLambda = _text[at] == '(' && at >= lambda.size() && _partner[at] != None &&
+    const bool isOfLambda = _text[at] == '(' && at >= lambda.size() && _partner[at] != Alone &&
                             startsAt(_text, at - lambda.size(), lambda.c_str());
     return isOfLambda || isLocalParameters(at);
 }
@@ -295,7 +293,7 @@ bool NameText::isDetail(size_t at) const
 std::vector<std::string> NameText::details() const
 {
     std::vector<std::string> result;
-    for (size_t i = 0; i < _text.size(); ++i) {
+    for (size_t i = nextSpecial(_text, 0); i < _text.size(); i = nextSpecial(_text, i + 1)) {
         if (isDetail(i)) {
             result.push_back(_text.substr(i, _partner[i] + 1 - i));
             i = _partner[i];
@@ -307,16 +305,19 @@ std::vector<std::string> NameText::details() const
 std::string NameText::withDetails(const std::vector<bool>& keeps) const
 {
     std::string result;
+    size_t rest = 0; // what the result does not have yet
     size_t number = 0;
-    for (size_t i = 0; i < _text.size(); ++i) {
+    for (size_t i = nextSpecial(_text, 0); i < _text.size(); i = nextSpecial(_text, i + 1)) {
         if (!isDetail(i)) {
-            result += _text[i];
             continue;
         }
-        result += keeps[number++] ? _text.substr(i, _partner[i] + 1 - i) : std::string(Dots);
+        if (!keeps[number++]) {
+            result.append(_text, rest, i - rest).append(Dots);
+            rest = _partner[i] + size_t{1};
+        }
         i = _partner[i];
     }
-    return result;
+    return result.append(_text, rest);
 }
 
 namespace {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,7 +21,7 @@ public:
 
     const std::string& text() const { return _text; }
     // The bracket that belongs to the one at `at`; None when there is no bracket.
-    size_t partner(size_t at) const { return _partner[at]; }
+    size_t partner(size_t at) const { return _partner[at] == Alone ? None : _partner[at]; }
     // Where a bracket opens the partner, elsewhere `at`: for walks that pass over brackets.
     size_t pastBrackets(size_t at) const;
 
@@ -49,6 +50,10 @@ public:
     std::string withDetails(const std::vector<bool>& keeps) const;
 
 private:
+    // A place in the text, of which there are as many as characters; names are short.
+    using Place = uint32_t;
+    static constexpr Place Alone = static_cast<Place>(-1);
+
     void matchBrackets();
     void findParts();
     // Which parameters become "(...)": those of lambdas, or also those of functions that the name
@@ -65,7 +70,7 @@ private:
     bool isLocalParameters(size_t at) const;
 
     std::string _text;
-    std::vector<size_t> _partner;
+    std::vector<Place> _partner;
     std::vector<int> _listDepth; // of a '<': 1 when no list is inside
     int _deepestList = 0;
     size_t _lastPart = 0;
@@ -74,7 +79,7 @@ private:
 
 // The place behind an "operator" and its sign that start at `at`, and behind the blank that keeps a
 // '<' of the sign apart from an argument list; `at` itself when there is none.
-size_t pastOperator(const std::string& text, size_t at);
+size_t pastOperator(std::string_view text, size_t at);
 
 // `text` without the namespaces and classes in front of each name, and without any other ':'. Only
 // names inside of more than `depth` brackets lose them.

@@ -4,6 +4,7 @@
 #include "tools/common/NameText.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -95,28 +96,42 @@ bool isNameCharacter(char c)
            c == ':';
 }
 
-// Whether the character at `at` is only copied, whatever stands around it. Most are.
-bool isCopied(const std::string& text, size_t at)
+// What is more than copied, at least when something certain stands beside it.
+constexpr std::array<bool, 256> specialCharacters()
 {
+    std::array<bool, 256> result = {};
+    for (const char c : std::string_view("()<>[]{} os")) {
+        result[static_cast<unsigned char>(c)] = true;
+    }
+    return result;
+}
+constexpr std::array<bool, 256> isSpecial = specialCharacters();
+
+// Whether the special character at `at` is only copied. Most are.
+bool isCopied(std::string_view text, size_t at)
+{
+    const char next = at + 1 < text.size() ? text[at + 1] : '\0';
     switch (text[at]) {
     case 'o':
-        return text[at + 1] != 'p';
+        return next != 'p';
     case 's':
-        return text[at + 1] != 't';
+        return next != 't';
     case ' ':
         return at == 0 || text[at - 1] != ',';
-    case '(':
-    case ')':
-    case '<':
-    case '>':
-    case '[':
-    case ']':
-    case '{':
-    case '}':
-        return false;
     default:
-        return true;
+        return false;
     }
+}
+
+// The first place from `at` on whose character is more than copied; the text's end when there is
+// none.
+size_t endOfCopied(std::string_view text, size_t at)
+{
+    while (at < text.size() &&
+           (!isSpecial[static_cast<unsigned char>(text[at])] || isCopied(text, at))) {
+        ++at;
+    }
+    return at;
 }
 
 // Copies text and remembers the open brackets of the copy, and where the arguments of each list
@@ -124,7 +139,7 @@ bool isCopied(const std::string& text, size_t at)
 class Writer
 {
 public:
-    std::string write(const std::string& text);
+    std::string write(std::string_view text);
 
 private:
     struct Open
@@ -133,8 +148,8 @@ private:
         size_t _arguments; // how many of all arguments are those of brackets around it
     };
 
-    size_t pastStream(const std::string& text, size_t at);
-    size_t special(const std::string& text, size_t at);
+    size_t pastStream(std::string_view text, size_t at);
+    size_t special(std::string_view text, size_t at);
     void open(char bracket);
     void pop();
     void close(char bracket);
@@ -156,7 +171,7 @@ private:
 };
 
 // The library's decoder has short names for streams of its own, c++filt has not.
-size_t Writer::pastStream(const std::string& text, size_t at)
+size_t Writer::pastStream(std::string_view text, size_t at)
 {
     if (text.compare(at, 5, "std::") != 0 || (at > 0 && isNameCharacter(text[at - 1]))) {
         return at;
@@ -301,7 +316,7 @@ void Writer::close(char bracket)
 }
 
 // Writes what starts at `at` and is no character that is only copied. Returns the place behind it.
-size_t Writer::special(const std::string& text, size_t at)
+size_t Writer::special(std::string_view text, size_t at)
 {
     const char c = text[at];
     const size_t past = c == 'o' ? pastOperator(text, at) : at;
@@ -336,14 +351,12 @@ size_t Writer::special(const std::string& text, size_t at)
     return at + 1;
 }
 
-std::string Writer::write(const std::string& text)
+std::string Writer::write(std::string_view text)
 {
     _text.reserve(text.size());
     for (size_t i = 0; i < text.size();) {
         const size_t start = i;
-        while (i < text.size() && isCopied(text, i)) {
-            ++i;
-        }
+        i = endOfCopied(text, i);
         _text.append(text, start, i - start);
         i = i < text.size() ? special(text, i) : i;
     }
@@ -352,10 +365,10 @@ std::string Writer::write(const std::string& text)
 
 } // namespace
 
-std::string withStandardNames(const std::string& text)
+std::string withStandardNames(std::string_view text)
 {
     const bool isPlain = text.find('<') == std::string::npos &&
                          text.find('[') == std::string::npos &&
                          text.find("std::") == std::string::npos;
-    return isPlain ? text : Writer().write(text);
+    return isPlain ? std::string(text) : Writer().write(text);
 }

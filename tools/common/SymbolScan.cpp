@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -58,6 +59,16 @@ bool isDigit(char c)
 bool isLower(char c)
 {
     return c >= 'a' && c <= 'z';
+}
+
+bool isOneOf(char c, std::string_view characters)
+{
+    for (const char one : characters) {
+        if (c == one) {
+            return true;
+        }
+    }
+    return false;
 }
 
 class Scanner
@@ -135,9 +146,11 @@ private:
     }
     bool take(const char* code)
     {
-        const size_t length = std::strlen(code);
-        if (_text.compare(_at, length, code) != 0) {
-            return false;
+        size_t length = 0;
+        for (; code[length] != 0; ++length) {
+            if (peek(length) != code[length]) {
+                return false;
+            }
         }
         _at += length;
         return true;
@@ -310,7 +323,7 @@ bool Scanner::specialName(Length& length)
     if (kind == 'T' && what == 'c') {
         return callOffset() && callOffset() && encoding(length, false);
     }
-    if (kind == 'T' && std::strchr("VTIS", what) != nullptr && what != 0) {
+    if (kind == 'T' && isOneOf(what, "VTIS")) {
         return type(length);
     }
     if ((kind == 'T' && (what == 'H' || what == 'W')) || (kind == 'G' && what == 'V')) {
@@ -488,7 +501,7 @@ bool Scanner::operatorName(Name& name)
         _at += 2;
         return sourceName(name._length);
     }
-    if (std::strchr("abcdegilmnopqrs", peek()) == nullptr || peek(1) == 0) {
+    if (!isOneOf(peek(), "abcdegilmnopqrs") || peek(1) == 0) {
         return false;
     }
     _at += 2;
@@ -565,7 +578,7 @@ bool Scanner::substitution(Length& length, bool& isPart)
         return true;
     }
     const char c = peek();
-    if (c == 0 || std::strchr("absiod", c) == nullptr) {
+    if (!isOneOf(c, "absiod")) {
         return false;
     }
     ++_at;
@@ -666,9 +679,9 @@ bool Scanner::type(Length& length)
     Length whole;
     bool isGood = true;
     ++_typeDepth;
-    if (std::strchr("rVK", c) != nullptr && c != 0) {
+    if (isOneOf(c, "rVK")) {
         isGood = qualifiedType(whole);
-    } else if (c == 'D' && std::strchr("xoOw", peek(1)) != nullptr && peek(1) != 0) {
+    } else if (c == 'D' && isOneOf(peek(1), "xoOw")) {
         isGood = qualifiedType(whole);
     } else if (c == 'u') {
         ++_at;
@@ -697,7 +710,7 @@ bool Scanner::type(Length& length)
         isGood = parameterType(whole);
     } else if (c == 'S') {
         isGood = substitutedType(whole);
-    } else if (c != 0 && std::strchr("OPRCG", c) != nullptr) {
+    } else if (isOneOf(c, "OPRCG")) {
         ++_at;
         isGood = type(whole);
         whole.add(c == 'C' || c == 'G' ? QualifierLength : MarkLength);
@@ -818,14 +831,14 @@ bool Scanner::typeOfD(Length& length)
         skipNumber();
         return take('_') || take('x') || take('b');
     }
-    return c != 0 && std::strchr("defhisunac", c) != nullptr;
+    return isOneOf(c, "defhisunac");
 }
 
 bool Scanner::qualifiers(Length& length)
 {
     for (;;) {
         const char c = peek();
-        if (c != 0 && std::strchr("rVKRO", c) != nullptr) {
+        if (isOneOf(c, "rVKRO")) {
             ++_at;
         } else if (take("Do") || take("Dx")) {
         } else if (take("DO")) {
@@ -847,9 +860,8 @@ bool Scanner::qualifiedType(Length& length)
 {
     for (;;) {
         const char c = peek();
-        const bool isWord = c != 0 && std::strchr("rVK", c) != nullptr;
-        const bool isException =
-            c == 'D' && peek(1) != 0 && std::strchr("xoOw", peek(1)) != nullptr;
+        const bool isWord = isOneOf(c, "rVK");
+        const bool isException = c == 'D' && isOneOf(peek(1), "xoOw");
         if (isWord) {
             ++_at;
             length.add(QualifierLength);
@@ -945,7 +957,7 @@ bool Scanner::expression(Length& length)
     if (c == 'f' && (peek(1) == 'p' || (peek(1) == 'L' && isDigit(peek(2))))) {
         return functionParameter(length);
     }
-    if (c == 'f' && peek(1) != 0 && std::strchr("lrLR", peek(1)) != nullptr) {
+    if (c == 'f' && isOneOf(peek(1), "lrLR")) {
         return foldExpression(length);
     }
     return operatorExpression(length);
@@ -1100,7 +1112,7 @@ bool Scanner::functionParameter(Length& length)
     if (take('T')) {
         return true;
     }
-    while (peek() != 0 && std::strchr("rVK", peek()) != nullptr) {
+    while (isOneOf(peek(), "rVK")) {
         ++_at;
     }
     skipNumber();

@@ -23,7 +23,7 @@ public:
     void add(const GcnoFunction& function, const std::vector<int64_t>& counts)
     {
         for (const GcnoLine& line : function._lines) {
-            FileFacts* file = this->file(function._files[line._file]);
+            FileFacts* file = this->file(std::string(function._files[line._file]));
             if (file == nullptr) {
                 continue;
             }

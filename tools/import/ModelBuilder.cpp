@@ -311,6 +311,7 @@ public:
         for (size_t i = item * ItemsAtOnce; i < end; ++i) {
             if (_symbols[i] != nullptr) {
                 _texts[i] = readFunctionText(*_symbols[i]);
+                (void)templateName(_texts[i]); // which addPlaces() asks for
             }
         }
     }

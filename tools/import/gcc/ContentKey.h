@@ -20,6 +20,8 @@ public:
     }
 
 private:
+    void addSteps(const char* bytes, size_t size);
+
     uint64_t _low = 0x9e3779b97f4a7c15;
     uint64_t _high = 0xc2b2ae3d27d4eb4f;
 };

@@ -1,48 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/FlowSolver.h"
 
-namespace {
-
-// One side of a block: the arcs that come in, or those that go out. Sums wrap around, so that no
-// counter can overflow them.
-struct Side
-{
-    uint64_t _sum = 0;
-    uint32_t _unknown = 0;
-    uint32_t _unknownArcs = 0; // all unknown arcs xor-ed: with one left, that arc
-    uint32_t _arcs = 0;
-    bool _isOpen = false; // what comes in at the entry and leaves at the exit has no arc
-
-    bool isSettled() const { return !_isOpen && _unknown == 0; }
-};
-
-class FlowSolver
-{
-public:
-    FlowSolver(uint32_t nBlocks, std::vector<GcnoArc>& arcs)
-        : _arcs(arcs), _in(nBlocks), _out(nBlocks), _count(nBlocks), _isKnown(nBlocks)
-    {}
-
-    bool solve(std::vector<int64_t>& counts);
-
-private:
-    void enter(uint32_t index);
-    void settle(uint32_t block);
-    void settleLastArc(uint32_t block, Side& side);
-    void arcKnown(uint32_t index, uint64_t count);
-
-    std::vector<GcnoArc>& _arcs;
-    std::vector<Side> _in;
-    std::vector<Side> _out;
-    std::vector<uint64_t> _count;
-    std::vector<bool> _isKnown;
-    bool _isClosed = false;         // what leaves at the exit comes in at the entry, along an arc
-    std::vector<uint32_t> _waiting; // blocks to look at; each arc adds at most two
-};
-
 void FlowSolver::enter(uint32_t index)
 {
-    const GcnoArc& arc = _arcs[index];
+    const GcnoArc& arc = (*_arcs)[index];
     Side* sides[] = {&_out[arc._from], &_in[arc._to]};
     for (Side* side : sides) {
         ++side->_arcs;
@@ -57,7 +18,7 @@ void FlowSolver::enter(uint32_t index)
 
 void FlowSolver::arcKnown(uint32_t index, uint64_t count)
 {
-    GcnoArc& arc = _arcs[index];
+    GcnoArc& arc = (*_arcs)[index];
     arc._count = static_cast<int64_t>(count);
     Side* sides[] = {&_out[arc._from], &_in[arc._to]};
     for (Side* side : sides) {
@@ -95,14 +56,24 @@ void FlowSolver::settle(uint32_t block)
     settleLastArc(block, in);
 }
 
-bool FlowSolver::solve(std::vector<int64_t>& counts)
+void FlowSolver::enterArcs()
 {
-    const auto nBlocks = static_cast<uint32_t>(_in.size());
-    for (uint32_t arc = 0; arc < _arcs.size(); ++arc) {
+    _isClosed = false;
+    for (uint32_t arc = 0; arc < _arcs->size(); ++arc) {
         enter(arc);
-        _isClosed = _isClosed || (_arcs[arc]._from == GcnoFunction::ExitBlock &&
-                                  _arcs[arc]._to == GcnoFunction::EntryBlock);
+        _isClosed = _isClosed || ((*_arcs)[arc]._from == GcnoFunction::ExitBlock &&
+                                  (*_arcs)[arc]._to == GcnoFunction::EntryBlock);
     }
+}
+
+bool FlowSolver::solve(uint32_t nBlocks, std::vector<GcnoArc>& arcs, std::vector<int64_t>& counts)
+{
+    _arcs = &arcs;
+    _in.assign(nBlocks, Side());
+    _out.assign(nBlocks, Side());
+    _count.assign(nBlocks, 0);
+    _isKnown.assign(nBlocks, false);
+    enterArcs();
     if (nBlocks > GcnoFunction::ExitBlock && !_isClosed) {
         _in[GcnoFunction::EntryBlock]._isOpen = true;
         _out[GcnoFunction::ExitBlock]._isOpen = true;
@@ -124,11 +95,9 @@ bool FlowSolver::solve(std::vector<int64_t>& counts)
     return isSolved;
 }
 
-} // namespace
-
 bool solveFlow(uint32_t nBlocks, std::vector<GcnoArc>& arcs, std::vector<int64_t>& counts)
 {
-    return FlowSolver(nBlocks, arcs).solve(counts);
+    return FlowSolver().solve(nBlocks, arcs, counts);
 }
 
 bool solveFlow(GcnoFunction& function, std::vector<int64_t>& counts)

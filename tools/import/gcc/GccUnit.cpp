@@ -12,10 +12,23 @@
 
 namespace {
 
-const unsigned char* bytesOf(const std::string& text)
+const unsigned char* bytesOf(std::string_view text)
 {
     return reinterpret_cast<const unsigned char*>(text.data());
 }
+
+// The memory that a thread reads one unit after the other into.
+struct UnitInput
+{
+    GcovInput _notes{GcovWords::NotesMagic};
+    GcovInput _counters{GcovWords::CountersMagic};
+
+    static UnitInput& ofThread()
+    {
+        static thread_local UnitInput input;
+        return input;
+    }
+};
 
 const char mismatch[] = "the .gcda file does not fit the unit's functions";
 
@@ -23,19 +36,22 @@ const char mismatch[] = "the .gcda file does not fit the unit's functions";
 const char bodyEnd[] = ".actor";
 const char frameEnd[] = ".Frame";
 
-bool endsWith(const std::string& text, const std::string& end)
+bool endsWith(std::string_view text, std::string_view end)
 {
-    return text.size() >= end.size() &&
-           text.compare(text.size() - end.size(), std::string::npos, end) == 0;
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
-// Whether a function has lines outside its own range.
-bool holdsOthers(const FunctionCopy& copy)
+// How many blocks have lines, but none of those that are kept.
+uint64_t blocksElsewhere(const GcnoFunction& function, const std::vector<CopyLine>& kept)
 {
-    return std::any_of(copy._lines.begin(), copy._lines.end(), [&copy](const CopyLine& line) {
-        return line._file != copy._file || line._line < copy._startLine ||
-               line._line > copy._endLine;
-    });
+    std::vector<bool> isElsewhere(function._nBlocks);
+    for (const GcnoLine& line : function._lines) {
+        isElsewhere[line._block] = line._block > GcnoFunction::ExitBlock;
+    }
+    for (const CopyLine& line : kept) {
+        isElsewhere[line._block] = false;
+    }
+    return static_cast<uint64_t>(std::count(isElsewhere.begin(), isElsewhere.end(), true));
 }
 
 bool isBody(const GcnoFunction& function)
@@ -46,9 +62,9 @@ bool isBody(const GcnoFunction& function)
 // The symbol of the coroutine that a body belongs to. Some compilers name the body after it:
 // "_Z1fv.actor"; others put its frame behind its name as a parameter, a name of counted length:
 // "_Z1fPZ1fvE11_Z1fv.Frame.actor".
-std::string coroutineOf(const std::string& body)
+std::string coroutineOf(std::string_view body)
 {
-    std::string name = body.substr(0, body.size() - (sizeof(bodyEnd) - 1));
+    const std::string name(body.substr(0, body.size() - (sizeof(bodyEnd) - 1)));
     if (!endsWith(name, frameEnd)) {
         return name;
     }
@@ -78,13 +94,23 @@ void GccUnit::failCounters(const std::string& reason)
          ": run the tests again, or delete " + (_countersPath.empty() ? "it" : _countersPath));
 }
 
-const SourceNumber& GccUnit::source(const std::string& folder, const std::string& file)
+// `file` stays where it is until forgetNames().
+const SourceNumber& GccUnit::source(const std::string& folder, std::string_view file)
 {
-    const auto found = _numbers.emplace(file, SourceNumber());
-    if (found.second) {
-        found.first->second = _sources.find(absolutePath(folder, file));
+    if (_numbers.empty() || _lastNumber.first != file) {
+        const auto found = _numbers.emplace(file, SourceNumber());
+        if (found.second) {
+            found.first->second = _sources.find(absolutePath(folder, std::string(file)));
+        }
+        _lastNumber = *found.first;
     }
-    return found.first->second;
+    return _lastNumber.second;
+}
+
+void GccUnit::forgetNames()
+{
+    _numbers.clear();
+    _lastNumber = {};
 }
 
 KnownFunction::Kind GccUnit::kindOf(const GcnoFunction& function, const SourceNumber& source) const
@@ -104,42 +130,58 @@ void GccUnit::countKind(KnownFunction::Kind kind)
     _losses._artificialFunctions += kind == KnownFunction::Artificial ? 1 : 0;
 }
 
-// Lines of files that are left out stay out; a block that has no others is counted.
-void GccUnit::addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph)
+void GccUnit::findFiles(const GcnoFunction& function)
 {
-    std::vector<SourceNumber> files;
-    for (const std::string& file : function._files) {
-        files.push_back(source(folder, file));
+    _files.clear();
+    for (const std::string_view file : function._files) {
+        _files.push_back(source(_folder, file));
     }
+}
+
+// Whether a function has lines outside its own range. REQUIRES: findFiles() was asked for it.
+bool GccUnit::holdsOthers(const GcnoFunction& function) const
+{
+    const auto isOther = [&](const GcnoLine& line) {
+        const SourceNumber& file = _files[line._file];
+        return line._block > GcnoFunction::ExitBlock && file._answer == SourceFilter::Kept &&
+               (file._number != _files[0]._number || line._line < function._startLine ||
+                line._line > function._endLine);
+    };
+    return std::any_of(function._lines.begin(), function._lines.end(), isOther);
+}
+
+// Lines of files that are left out stay out; a block that has no others is counted.
+void GccUnit::addLines(const GcnoFunction& function, GccGraph& graph) const
+{
     std::vector<CopyLine>& lines = graph._copy._lines;
     lines.reserve(function._lines.size());
-    std::vector<bool> hasLines(function._nBlocks);
-    std::vector<bool> isElsewhere(function._nBlocks);
+    bool isInOrder = true; // each line behind the one before
     for (const GcnoLine& line : function._lines) {
         if (line._block <= GcnoFunction::ExitBlock) {
             continue;
         }
-        const SourceNumber& file = files[line._file];
-        if (file._answer == SourceFilter::Kept) {
-            lines.push_back({line._block, file._number, line._line});
-            hasLines[line._block] = true;
-        } else {
+        const SourceNumber& file = _files[line._file];
+        if (file._answer != SourceFilter::Kept) {
             ++graph._linesOfOtherFiles;
-            isElsewhere[line._block] = true;
+            continue;
         }
+        const CopyLine copy = {line._block, file._number, line._line};
+        isInOrder = isInOrder && (lines.empty() || lines.back() < copy);
+        lines.push_back(copy);
     }
-    for (uint32_t block = 0; block < function._nBlocks; ++block) {
-        graph._blocksOfOtherFiles += isElsewhere[block] && !hasLines[block] ? 1 : 0;
-    }
-    if (!std::is_sorted(lines.begin(), lines.end())) {
+    if (!isInOrder) {
         std::sort(lines.begin(), lines.end());
+        lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
     }
-    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
     lines.shrink_to_fit();
+    if (graph._linesOfOtherFiles > 0) {
+        graph._blocksOfOtherFiles = blocksElsewhere(function, lines);
+    }
 }
 
-std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::string& folder,
-                                             KnownFunction::Kind kind)
+// REQUIRES: findFiles() was asked for the function.
+std::unique_ptr<GccGraph> GccUnit::makeGraph(const GcnoFunction& function,
+                                             KnownFunction::Kind kind) const
 {
     auto graph = std::make_unique<GccGraph>();
     graph->_kind = kind;
@@ -147,19 +189,18 @@ std::unique_ptr<GccGraph> GccUnit::makeGraph(GcnoFunction& function, const std::
     copy._isBody = isBody(function);
     // Also in files that are left out: the destructor of a pair of two user's classes.
     copy._isHidden = function._isArtificial && !copy._isBody;
-    copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::move(function._symbol);
-    copy._file = source(folder, function._files[0])._number;
+    copy._symbol = copy._isBody ? coroutineOf(function._symbol) : std::string(function._symbol);
+    copy._file = _files[0]._number;
     copy._startLine = function._startLine;
     copy._startColumn = function._startColumn;
     copy._endLine = function._endLine;
     copy._endColumn = function._endColumn;
     graph->_nBlocks = function._nBlocks;
-    addLines(function, folder, *graph);
-    for (const GcnoArc& arc : function._arcs) {
+    addLines(function, *graph);
+    graph->_arcs = function._arcs; // which stay for the next function's
+    for (const GcnoArc& arc : graph->_arcs) {
         graph->_nCounters += (arc._flags & GcnoArc::OnTree) == 0 ? 1 : 0;
     }
-    function._arcs.shrink_to_fit();
-    graph->_arcs.swap(function._arcs);
     return graph;
 }
 
@@ -192,12 +233,13 @@ bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& en
     if (!notes.readGraph(function)) {
         return false;
     }
-    entry._read = makeGraph(function, _folder, kind);
-    if (kind == KnownFunction::Wanted || holdsOthers(entry._read->_copy)) {
-        return true;
+    findFiles(function);
+    if (kind != KnownFunction::Wanted && !holdsOthers(function)) {
+        _store.leaveOut(entry._bytes, kind);
+        return false;
     }
-    _store.leaveOut(entry._bytes, kind);
-    return false;
+    entry._read = makeGraph(function, kind);
+    return true;
 }
 
 // Returns whether all counters fit; `counters` may be null.
@@ -239,6 +281,12 @@ void GccUnit::keep(GcdaFile* counters)
 
 bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* counterBytes)
 {
+    const std::string_view counters = counterBytes != nullptr ? *counterBytes : std::string_view();
+    return readBytes(notesBytes, counterBytes != nullptr ? &counters : nullptr);
+}
+
+bool GccUnit::readBytes(std::string_view notesBytes, const std::string_view* counterBytes)
+{
     GcnoFile notes(bytesOf(notesBytes), notesBytes.size());
     switch (notes.open()) {
     case GcnoFile::Ok:
@@ -259,8 +307,7 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
     // Notes that do not say where they were made (clang's) were made where they lie: a name must
     // not depend on where the import runs.
     _folder = absolutePath(_notesFolder, notes.folder());
-    static const std::string nothing;
-    const std::string& bytes = counterBytes != nullptr ? *counterBytes : nothing;
+    const std::string_view bytes = counterBytes != nullptr ? *counterBytes : std::string_view();
     GcdaFile counters(bytesOf(bytes), bytes.size());
     std::string failure;
     GcdaFile* used = counterBytes != nullptr && useCounters(counters, notes.stamp(), failure)
@@ -268,7 +315,9 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
                          : nullptr;
     _losses._unitsNotRun = counterBytes == nullptr ? 1 : 0;
 
-    if (!readFunctions(notes, used)) {
+    const bool isFit = readFunctions(notes, used);
+    forgetNames();
+    if (!isFit) {
         // Counts of a unit that does not fit are no counts, also those of functions that did.
         failure = mismatch;
         used = nullptr;
@@ -291,36 +340,34 @@ bool GccUnit::readBlocks(const std::string& notesBytes, const std::string* count
 
 bool GccUnit::readBlocks(const GccUnitFiles& files)
 {
-    GcovInput notes(GcovWords::NotesMagic);
+    GcovInput& notes = UnitInput::ofThread()._notes;
     if (!notes.read(files._notes)) {
         fail("the .gcno file cannot be read: " + notes.problem());
         return true;
     }
     _notesFolder = files._notes.substr(0, files._notes.rfind('/') + 1);
     if (files._counters.empty()) {
-        return readBlocks(notes.bytes(), nullptr);
+        return readBytes(notes.bytes(), nullptr);
     }
-    std::string counters;
-    readCounters(files, counters);
-    return readBlocks(notes.bytes(), &counters);
+    const std::string_view counters = readCounters(files);
+    return readBytes(notes.bytes(), &counters);
 }
 
-// Counters that cannot be read are a failure, not those of a unit that never ran: `bytes` are empty
-// then.
-void GccUnit::readCounters(const GccUnitFiles& files, std::string& bytes)
+// Counters that cannot be read are a failure, not those of a unit that never ran: there are no
+// bytes then. They are good until the thread reads another unit.
+std::string_view GccUnit::readCounters(const GccUnitFiles& files)
 {
-    GcovInput counters(GcovWords::CountersMagic);
+    GcovInput& counters = UnitInput::ofThread()._counters;
     _countersProblem.clear();
     if (!counters.read(files._counters)) {
-        counters.bytes().clear();
         _countersProblem = "the .gcda file cannot be read: " + counters.problem();
     }
     _countersPath = files._counters;
     _executionTime = modificationTime(files._counters);
-    bytes.swap(counters.bytes());
+    return counters.bytes();
 }
 
-void GccUnit::addRun(const std::string& counterBytes)
+void GccUnit::addRun(std::string_view counterBytes)
 {
     GcdaFile counters(bytesOf(counterBytes), counterBytes.size());
     std::string failure;
@@ -360,9 +407,7 @@ void GccUnit::readRun(const GccUnitFiles& files, const char* gcov)
         _losses = ImportLosses();
         _losses._failedUnits = failed;
     } else {
-        std::string counters;
-        readCounters(files, counters);
-        addRun(counters);
+        addRun(readCounters(files));
     }
 }
 
@@ -416,7 +461,9 @@ void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
         if (end > start) {
             isRead = document.parse(json.substr(start, end - start));
             isAny = true;
-            if (isRead && !keepLines(document)) {
+            const bool isSame = !isRead || keepLines(document);
+            forgetNames();
+            if (!isSame) {
                 fail(std::string(gcov) + " gives other lines for this run than for the build");
                 return;
             }

@@ -12,7 +12,9 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 class GcovDocument;
@@ -66,17 +68,21 @@ private:
     };
     enum Form { Unread, Blocks, Lines };
 
-    const SourceNumber& source(const std::string& folder, const std::string& file);
+    const SourceNumber& source(const std::string& folder, std::string_view file);
+    void forgetNames();
     void countKind(KnownFunction::Kind kind);
     KnownFunction::Kind kindOf(const GcnoFunction& function, const SourceNumber& source) const;
     bool useCounters(GcdaFile& counters, uint32_t stamp, std::string& failure);
-    void readCounters(const GccUnitFiles& files, std::string& bytes);
-    void addRun(const std::string& counterBytes);
+    bool readBytes(std::string_view notesBytes, const std::string_view* counterBytes);
+    std::string_view readCounters(const GccUnitFiles& files);
+    void addRun(std::string_view counterBytes);
     bool readFunctions(GcnoFile& notes, GcdaFile* counters);
     bool readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry);
-    std::unique_ptr<GccGraph> makeGraph(GcnoFunction& function, const std::string& folder,
-                                        KnownFunction::Kind kind);
-    void addLines(const GcnoFunction& function, const std::string& folder, GccGraph& graph);
+    std::unique_ptr<GccGraph> makeGraph(const GcnoFunction& function,
+                                        KnownFunction::Kind kind) const;
+    void findFiles(const GcnoFunction& function);
+    bool holdsOthers(const GcnoFunction& function) const;
+    void addLines(const GcnoFunction& function, GccGraph& graph) const;
     bool keepLines(GcovDocument& document);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
@@ -84,7 +90,10 @@ private:
 
     SourceTable& _sources;
     GraphStore& _store;
-    std::unordered_map<std::string, SourceNumber> _numbers; // by the name in the notes
+    // By the name in the notes, as long as they are read.
+    std::unordered_map<std::string_view, SourceNumber> _numbers;
+    std::pair<std::string_view, SourceNumber> _lastNumber; // that was asked for
+    std::vector<SourceNumber> _files;                      // of one function
     std::vector<Function> _functions;
     bool _isKeptForRuns = false;
     Form _form = Unread;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GcdaFile.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr uint32_t SummaryTag = 0xa1000000;
@@ -26,6 +28,13 @@ GcdaFile::Result GcdaFile::open(uint32_t stamp)
     if (_words.stamp() != stamp) {
         return OtherBuild;
     }
+    const Result result = readRecords();
+    sortFunctions();
+    return result;
+}
+
+GcdaFile::Result GcdaFile::readRecords()
+{
     Entry* current = nullptr;
     GcovWords::Record record;
     while (_words.nextRecord(record)) {
@@ -34,8 +43,8 @@ GcdaFile::Result GcdaFile::open(uint32_t stamp)
         if (record._tag == SummaryTag) {
             _runs = _words.word();
         } else if (record._tag == FunctionTag && record._size != 0) {
-            current = &_functions[_words.word()];
-            *current = Entry();
+            current = &_functions.emplace_back();
+            current->_ident = _words.word();
             current->_lineChecksum = _words.word();
             current->_graphChecksum = _words.word();
         } else if (record._tag == FunctionTag) {
@@ -51,6 +60,35 @@ GcdaFile::Result GcdaFile::open(uint32_t stamp)
         _words.confine(end, _size);
     }
     return _words.failed() || !_words.isClosed() ? Damaged : Ok;
+}
+
+// Of several functions with one ident the last one counts.
+void GcdaFile::sortFunctions()
+{
+    const auto isBefore = [](const Entry& a, const Entry& b) {
+        return a._ident < b._ident;
+    };
+    if (!std::is_sorted(_functions.begin(), _functions.end(), isBefore)) {
+        std::stable_sort(_functions.begin(), _functions.end(), isBefore);
+    }
+    const auto first =
+        std::unique(_functions.rbegin(), _functions.rend(),
+                    [](const Entry& a, const Entry& b) { return a._ident == b._ident; });
+    _functions.erase(_functions.begin(), first.base());
+}
+
+const GcdaFile::Entry* GcdaFile::find(uint32_t ident) const
+{
+    if (_next >= _functions.size() || _functions[_next]._ident != ident) {
+        const auto found = std::lower_bound(
+            _functions.begin(), _functions.end(), ident,
+            [](const Entry& entry, uint32_t wanted) { return entry._ident < wanted; });
+        if (found == _functions.end() || found->_ident != ident) {
+            return nullptr;
+        }
+        _next = static_cast<size_t>(found - _functions.begin());
+    }
+    return &_functions[_next++];
 }
 
 const char* GcdaFile::text(Result result)
@@ -69,24 +107,19 @@ const char* GcdaFile::text(Result result)
 
 bool GcdaFile::fits(const GcnoIdentity& function, size_t nCounters) const
 {
-    const auto found = _functions.find(function._ident);
-    if (found == _functions.end()) {
-        return true;
-    }
-    const Entry& entry = found->second;
-    return entry._lineChecksum == function._lineChecksum &&
-           entry._graphChecksum == function._graphChecksum &&
-           (entry._isZeroed || nCounters == entry._size / CounterSize);
+    const Entry* entry = find(function._ident);
+    return entry == nullptr || (entry->_lineChecksum == function._lineChecksum &&
+                                entry->_graphChecksum == function._graphChecksum &&
+                                (entry->_isZeroed || nCounters == entry->_size / CounterSize));
 }
 
 void GcdaFile::addCounters(uint32_t ident, std::vector<GcnoArc>& arcs)
 {
-    const auto found = _functions.find(ident);
-    if (found == _functions.end() || found->second._isZeroed) {
+    const Entry* entry = find(ident);
+    if (entry == nullptr || entry->_isZeroed) {
         return;
     }
-    const Entry& entry = found->second;
-    _words.confine(entry._start, entry._start + entry._size);
+    _words.confine(entry->_start, entry->_start + entry->_size);
     for (GcnoArc& arc : arcs) {
         if ((arc._flags & GcnoArc::OnTree) == 0) {
             // Damaged counters may overflow; unsigned sums do so without harm.

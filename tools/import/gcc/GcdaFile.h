@@ -15,7 +15,7 @@
 
 #include "tools/import/gcc/GcnoFile.h"
 
-#include <unordered_map>
+#include <vector>
 
 class GcdaFile
 {
@@ -52,6 +52,7 @@ public:
 private:
     struct Entry
     {
+        uint32_t _ident = 0;
         uint32_t _lineChecksum = 0;
         uint32_t _graphChecksum = 0;
         size_t _start = 0; // of the counters
@@ -59,8 +60,14 @@ private:
         bool _isZeroed = true;
     };
 
+    Result readRecords();
+    void sortFunctions();
+    const Entry* find(uint32_t ident) const;
+
     GcovWords _words;
     const size_t _size;
     uint32_t _runs = 0;
-    std::unordered_map<uint32_t, Entry> _functions; // by ident
+    std::vector<Entry> _functions; // by ident, each once
+    // Notes and counters have functions in one order: behind the one that was asked for last.
+    mutable size_t _next = 0;
 };

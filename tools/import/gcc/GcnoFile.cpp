@@ -3,6 +3,8 @@
 
 #include "tools/import/gcc/GcovInput.h"
 
+#include <utility>
+
 namespace {
 
 constexpr uint32_t FunctionTag = 0x01000000;
@@ -16,6 +18,18 @@ constexpr size_t LeastBytesOfBlock = 12;
 static_assert(GcovInput::LargestFile / LeastBytesOfBlock < GcnoArc::GreatestBlock);
 
 } // namespace
+
+void GcnoFunction::clear()
+{
+    GcnoFunction fresh;
+    fresh._files.swap(_files);
+    fresh._arcs.swap(_arcs);
+    fresh._lines.swap(_lines);
+    fresh._files.clear();
+    fresh._arcs.clear();
+    fresh._lines.clear();
+    *this = std::move(fresh);
+}
 
 GcnoFile::GcnoFile(const unsigned char* data, size_t size)
     : _words(data, size), _data(data), _size(size)
@@ -40,7 +54,7 @@ GcnoFile::Result GcnoFile::open()
 
 bool GcnoFile::findFunction(GcnoFunction& function)
 {
-    function = GcnoFunction();
+    function.clear();
     if (_damaged) {
         return false;
     }
@@ -107,8 +121,10 @@ bool GcnoFile::nextFunction(GcnoFunction& function)
 bool GcnoFile::readGraph(GcnoFunction& function)
 {
     _words.confine(_graphStart, _graphEnd);
-    _fileNumbers.clear();
-    _fileNumbers.emplace(function._files[0], 0);
+    if (!_fileNumbers.empty()) {
+        _fileNumbers.clear();
+    }
+    _lastName = std::string_view();
     _lastFile = 0;
     GcovWords::Record record;
     while (!_damaged && _words.nextRecord(record)) {
@@ -143,17 +159,29 @@ bool GcnoFile::readBlocks(const GcovWords::Record& record, GcnoFunction& functio
     return function._nBlocks <= (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
 }
 
-uint32_t GcnoFile::fileNumber(const std::string& file, GcnoFunction& function)
+// The number of the file whose name the notes have as `padded`.
+uint32_t GcnoFile::fileNumber(std::string_view padded, GcnoFunction& function)
 {
-    if (function._files[_lastFile] != file) {
-        const auto found =
-            _fileNumbers.emplace(file, static_cast<uint32_t>(function._files.size()));
-        if (found.second) {
-            function._files.push_back(file);
+    if (padded != _lastName) {
+        _lastName = padded;
+        const std::string_view file = GcovWords::withoutPadding(padded);
+        if (function._files[_lastFile] != file) {
+            _lastFile = otherFileNumber(file, function);
         }
-        _lastFile = found.first->second;
     }
     return _lastFile;
+}
+
+uint32_t GcnoFile::otherFileNumber(std::string_view file, GcnoFunction& function)
+{
+    if (_fileNumbers.empty()) {
+        _fileNumbers.emplace(function._files[0], 0);
+    }
+    const auto found = _fileNumbers.emplace(file, static_cast<uint32_t>(function._files.size()));
+    if (found.second) {
+        function._files.push_back(file);
+    }
+    return found.first->second;
 }
 
 bool GcnoFile::readArcs(const GcovWords::Record& record, GcnoFunction& function)
@@ -192,10 +220,10 @@ bool GcnoFile::readLines(const GcovWords::Record& record, GcnoFunction& function
             continue;
         }
         bool isNull = false;
-        const std::string file = _words.text(isNull);
+        const std::string_view name = _words.paddedText(isNull);
         if (isNull) {
             return !_words.failed();
         }
-        line._file = fileNumber(file, function);
+        line._file = fileNumber(name, function);
     }
 }

@@ -26,6 +26,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -60,23 +61,27 @@ struct GcnoIdentity
     uint32_t _graphChecksum = 0;
 };
 
+// Its texts stay in the bytes that the reader borrows.
 struct GcnoFunction : GcnoIdentity
 {
     static constexpr uint32_t EntryBlock = 0;
     static constexpr uint32_t ExitBlock = 1;
 
-    std::string _symbol;
+    std::string_view _symbol;
     bool _isArtificial = false;
     uint32_t _startLine = 0;
     uint32_t _startColumn = 0;
     uint32_t _endLine = 0; // 0, and no columns, when the notes do not say it
     uint32_t _endColumn = 0;
-    std::vector<std::string> _files; // as written; 0 is the function's own
+    std::vector<std::string_view> _files; // as written; 0 is the function's own
     uint32_t _nBlocks = 0;
     // Counters belong to those off the tree, in this order. clang++ means one more on the tree,
     // from the exit to the entry, which readGraph() adds.
     std::vector<GcnoArc> _arcs;
     std::vector<GcnoLine> _lines;
+
+    // As if it were new, but with the memory of its lists.
+    void clear();
 };
 
 class GcnoFile
@@ -125,14 +130,15 @@ private:
     struct SameName
     {
         uint64_t* _count;
-        bool operator()(const std::string& a, const std::string& b) const
+        bool operator()(std::string_view a, std::string_view b) const
         {
             ++*_count;
             return a == b;
         }
     };
 
-    uint32_t fileNumber(const std::string& file, GcnoFunction& function);
+    uint32_t fileNumber(std::string_view padded, GcnoFunction& function);
+    uint32_t otherFileNumber(std::string_view file, GcnoFunction& function);
     bool readBlocks(const GcovWords::Record& record, GcnoFunction& function);
     bool readArcs(const GcovWords::Record& record, GcnoFunction& function);
     bool readLines(const GcovWords::Record& record, GcnoFunction& function);
@@ -147,9 +153,10 @@ private:
     size_t _graphStart = 0; // extent of the current function's records, in bytes
     size_t _graphEnd = 0;
     uint64_t _nameComparisons = 0;
-    // Of the current function.
-    std::unordered_map<std::string, uint32_t, std::hash<std::string>, SameName> _fileNumbers{
-        0, std::hash<std::string>(), SameName{&_nameComparisons}};
-    uint32_t _lastFile = 0; // the number that was asked for last
+    // Of the current function; empty while all lines are in its own file, as nearly always.
+    std::unordered_map<std::string_view, uint32_t, std::hash<std::string_view>, SameName>
+        _fileNumbers{0, std::hash<std::string_view>(), SameName{&_nameComparisons}};
+    std::string_view _lastName; // that was asked for last, as it stands in the notes; or empty
+    uint32_t _lastFile = 0;     // its number
     bool _damaged = false;
 };

@@ -9,37 +9,58 @@ namespace {
 constexpr uint64_t FirstPiece = 64 * 1024;
 constexpr uint64_t NextPiece = 1024 * 1024;
 
-const unsigned char* bytesOf(const std::string& text)
-{
-    return reinterpret_cast<const unsigned char*>(text.data());
-}
+// Nearly all files are smaller. One that begins like its kind is read whole, and its memory is kept
+// for the next; of a larger one nothing is read that its records do not claim.
+constexpr uint64_t SmallFile = 16u << 20;
 
 } // namespace
 
 bool GcovInput::fail(const std::string& problem)
 {
     _problem = problem;
+    _size = 0;
     return false;
 }
 
 bool GcovInput::read(const std::string& path)
 {
-    if (!_file.openToWatch(path) || !_file.append(_bytes, FirstPiece)) {
-        return fail(_file.problem());
+    if (_memory.size() > SmallFile) {
+        std::string().swap(_memory);
     }
-    return readRecords() && (_file.isUnchanged() || fail(_file.problem()));
+    _size = 0;
+    _problem.clear();
+    InputFile file;
+    if (!file.openToWatch(path)) {
+        return fail(file.problem());
+    }
+    return append(FirstPiece, file) && readRecords(file) &&
+           (file.isUnchanged() || fail(file.problem()));
+}
+
+// Reads the next `size` bytes, or all that the file has.
+bool GcovInput::append(uint64_t size, InputFile& file)
+{
+    size = std::min(size, file.size() - _size);
+    if (_memory.size() - _size < size) {
+        _memory.resize(_size + static_cast<size_t>(size));
+    }
+    if (!file.fill(_size, static_cast<size_t>(size), &_memory[_size])) {
+        return fail(file.problem());
+    }
+    _size += static_cast<size_t>(size);
+    return true;
 }
 
 // Reads until `end` bytes are there, or all that the file has.
-bool GcovInput::readUpTo(uint64_t end)
+bool GcovInput::readUpTo(uint64_t end, InputFile& file)
 {
-    end = std::min(end, _file.size());
+    end = std::min(end, file.size());
     if (end > LargestFile) {
         return fail("Its records claim more than " + std::to_string(LargestFile >> 20) + " MiB");
     }
-    while (_bytes.size() < end) {
-        if (!_file.append(_bytes, std::max(NextPiece, _bytes.size()))) {
-            return fail(_file.problem());
+    while (_size < end) {
+        if (!append(std::max(NextPiece, uint64_t{_size}), file)) {
+            return false;
         }
     }
     return true;
@@ -47,34 +68,42 @@ bool GcovInput::readUpTo(uint64_t end)
 
 // Goes from record to record and reads what each claims. Stops where the file closes, is cut short
 // or is none of its kind.
-bool GcovInput::readRecords()
+bool GcovInput::readRecords(InputFile& file)
 {
-    GcovWords words(bytesOf(_bytes), _bytes.size());
+    GcovWords words(data(), _size);
     if (!words.readHead(_magic) || !words.isKnown()) {
         return true;
+    }
+    if (file.size() <= SmallFile) {
+        return append(file.size(), file);
     }
     if (_magic == GcovWords::NotesMagic) {
         words.skipNotesHead();
     }
     GcovWords::Record record;
     while (!words.failed()) {
+        // Most records are there already.
         const size_t position = words.position();
-        if (!readUpTo(position + GcovWords::RecordHeadSize)) {
-            return false;
+        if (words.left() < GcovWords::RecordHeadSize) {
+            if (!readUpTo(position + GcovWords::RecordHeadSize, file)) {
+                return false;
+            }
+            words.extend(data(), _size);
         }
-        words.extend(bytesOf(_bytes), _bytes.size());
         if (!words.readRecordHead(record)) {
             return true;
         }
         const uint64_t end = record._start + uint64_t(record._size);
-        if (end > _file.size()) {
+        if (end > file.size()) {
             return true; // cut short; the reader sees it
         }
-        if (!readUpTo(end)) {
-            return false;
+        if (end > _size) {
+            if (!readUpTo(end, file)) {
+                return false;
+            }
+            words.extend(data(), _size);
         }
-        words.extend(bytesOf(_bytes), _bytes.size());
-        words.confine(static_cast<size_t>(end), _bytes.size());
+        words.confine(static_cast<size_t>(end), _size);
     }
     return true;
 }

@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GcovWords.h"
 
-#include "qip/Support/qipAssert.h"
-#include "qip/Support/qipEndian.h"
-
-#include <cstring>
-
 namespace {
-
-// From this version on lengths are in bytes.
-constexpr int FirstMajorWithBytes = 12;
 
 // The stamp is four characters: 'A' + tens of the major version, its ones, and two that do not
 // matter here. Versions below 10 have their number first in older compilers and 'A' in later ones.
@@ -56,92 +48,19 @@ const char* GcovWords::otherCompiler()
     return "built by a GCC older than 9, or by a clang++ older than 11: use a later one";
 }
 
-uint32_t GcovWords::word()
-{
-    if (left() < 4) {
-        _position = _end;
-        _failed = true;
-        return 0;
-    }
-    const uint32_t value = qipGetBig32(_data + _position);
-    _position += 4;
-    return _isBigEndian ? value : __builtin_bswap32(value);
-}
-
-int64_t GcovWords::count()
-{
-    const uint64_t low = word();
-    const uint64_t high = word();
-    return static_cast<int64_t>(high << 32 | low);
-}
-
-std::string GcovWords::text(bool& isNull)
-{
-    const uint64_t length = word();
-    const uint64_t bytes = _major >= FirstMajorWithBytes ? length : length * 4;
-    isNull = bytes == 0;
-    if (bytes > left()) {
-        _position = _end;
-        _failed = true;
-        return std::string();
-    }
-    const char* start = reinterpret_cast<const char*>(_data + _position);
-    _position += bytes;
-    return std::string(start, strnlen(start, bytes));
-}
-
-std::string GcovWords::skipNotesHead()
+std::string_view GcovWords::skipNotesHead()
 {
     if (isOfClang()) {
-        return std::string();
+        return std::string_view();
     }
     bool isNull = false;
-    std::string folder = text(isNull);
+    const std::string_view folder = text(isNull);
     word(); // whether unexecuted blocks are supported
     return folder;
-}
-
-bool GcovWords::readRecordHead(Record& record)
-{
-    if (left() == 0) {
-        return false;
-    }
-    record._tag = word();
-    _isClosed = record._tag == 0 && !failed();
-    if (record._tag == 0) {
-        return false;
-    }
-    const int32_t length = static_cast<int32_t>(word());
-    record._isZeroed = length < 0;
-    const uint64_t units = record._isZeroed ? 0 : static_cast<uint64_t>(length);
-    record._size = _major >= FirstMajorWithBytes ? units : units * 4;
-    record._start = _position;
-    return !failed();
-}
-
-bool GcovWords::nextRecord(Record& record)
-{
-    if (!readRecordHead(record)) {
-        return false;
-    }
-    if (record._size > left()) {
-        _position = _end;
-        _failed = true;
-        return false;
-    }
-    _position += record._size;
-    return true;
 }
 
 void GcovWords::extend(const unsigned char* data, size_t size)
 {
     _data = data;
     confine(_position, size);
-}
-
-void GcovWords::confine(size_t position, size_t end)
-{
-    qipAssert(position <= end);
-    _position = position;
-    _end = end;
 }

@@ -10,9 +10,12 @@
 // A read past the end gives 0 and sets failed(), so that a reader may check once at its end.
 #pragma once
 
+#include "qip/Support/qipAssert.h"
+#include "qip/Support/qipEndian.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 class GcovWords
 {
@@ -56,12 +59,19 @@ public:
     uint32_t word();
     // A count of 64 bits, lower word first.
     int64_t count();
-    // A length and that much text; `isNull` tells a missing string from an empty one.
-    std::string text(bool& isNull);
+    // A length and that much text, which stays in the borrowed bytes; `isNull` tells a missing
+    // string from an empty one.
+    std::string_view text(bool& isNull) { return withoutPadding(paddedText(isNull)); }
+    // The same with the zeros behind the text. Texts of equal bytes are equal.
+    std::string_view paddedText(bool& isNull);
+    static std::string_view withoutPadding(std::string_view padded)
+    {
+        return padded.substr(0, padded.find('\0'));
+    }
 
     // Moves behind what the notes have between the head and the first record. Returns the working
     // folder, empty for those of clang++.
-    std::string skipNotesHead();
+    std::string_view skipNotesHead();
 
     // Reads the header of the next record and moves behind its content. Returns false at the end of
     // the file, and with failed() set when the record is cut short.
@@ -83,6 +93,16 @@ public:
     bool failed() const { return _failed; }
 
 private:
+    // From this major version on lengths are in bytes.
+    static constexpr int FirstMajorWithBytes = 12;
+
+    bool fail()
+    {
+        _position = _end;
+        _failed = true;
+        return false;
+    }
+
     const unsigned char* _data;
     size_t _position = 0;
     size_t _end;
@@ -93,3 +113,74 @@ private:
     uint32_t _version = 0;
     uint32_t _stamp = 0;
 };
+
+// What a file of millions of words spends its time in.
+
+inline uint32_t GcovWords::word()
+{
+    if (left() < 4) {
+        (void)fail();
+        return 0;
+    }
+    const uint32_t value = qipGetBig32(_data + _position);
+    _position += 4;
+    return _isBigEndian ? value : __builtin_bswap32(value);
+}
+
+inline int64_t GcovWords::count()
+{
+    const uint64_t low = word();
+    const uint64_t high = word();
+    return static_cast<int64_t>(high << 32 | low);
+}
+
+inline std::string_view GcovWords::paddedText(bool& isNull)
+{
+    const uint64_t length = word();
+    const uint64_t bytes = _major >= FirstMajorWithBytes ? length : length * 4;
+    isNull = bytes == 0;
+    if (bytes > left()) {
+        (void)fail();
+        return std::string_view();
+    }
+    const char* start = reinterpret_cast<const char*>(_data + _position);
+    _position += bytes;
+    return std::string_view(start, bytes);
+}
+
+inline bool GcovWords::readRecordHead(Record& record)
+{
+    if (left() == 0) {
+        return false;
+    }
+    record._tag = word();
+    _isClosed = record._tag == 0 && !failed();
+    if (record._tag == 0) {
+        return false;
+    }
+    const int32_t length = static_cast<int32_t>(word());
+    record._isZeroed = length < 0;
+    const uint64_t units = record._isZeroed ? 0 : static_cast<uint64_t>(length);
+    record._size = _major >= FirstMajorWithBytes ? units : units * 4;
+    record._start = _position;
+    return !failed();
+}
+
+inline bool GcovWords::nextRecord(Record& record)
+{
+    if (!readRecordHead(record)) {
+        return false;
+    }
+    if (record._size > left()) {
+        return fail();
+    }
+    _position += record._size;
+    return true;
+}
+
+inline void GcovWords::confine(size_t position, size_t end)
+{
+    qipAssert(position <= end);
+    _position = position;
+    _end = end;
+}

@@ -29,16 +29,16 @@ size_t countsOf(const GccGraph& graph)
     return graph._nBlocks == 0 ? graph._lineCounts.size() : graph._nBlocks;
 }
 
-// Fills the graph's part of `counts`. `solved` is there to be used again.
-void solveGraph(GccGraph& graph, std::vector<int64_t>& solved, std::vector<int64_t>& counts,
-                ImportLosses& losses)
+// Fills the graph's part of `counts`. `solver` and `solved` are there to be used again.
+void solveGraph(GccGraph& graph, FlowSolver& solver, std::vector<int64_t>& solved,
+                std::vector<int64_t>& counts, ImportLosses& losses)
 {
     const auto first = counts.begin() + static_cast<std::ptrdiff_t>(graph._copy._firstCount);
     if (graph._nBlocks == 0) {
         std::copy(graph._lineCounts.begin(), graph._lineCounts.end(), first);
         return;
     }
-    if (!solveFlow(graph._nBlocks, graph._arcs, solved)) {
+    if (!solver.solve(graph._nBlocks, graph._arcs, solved)) {
         ++losses._unsolvedFunctions;
     }
     std::copy(solved.begin(), solved.end(), first);
@@ -67,9 +67,10 @@ public:
     void run(size_t item) override
     {
         const size_t end = std::min(_graphs.size(), (item + 1) * GraphsOfStep);
+        FlowSolver solver;
         std::vector<int64_t> solved;
         for (size_t i = item * GraphsOfStep; i < end; ++i) {
-            solveGraph(*_graphs[i], solved, _counts, _losses[item]);
+            solveGraph(*_graphs[i], solver, solved, _counts, _losses[item]);
             if (_isLastRun) {
                 std::vector<GcnoArc>().swap(_graphs[i]->_arcs);
             } else {
@@ -124,8 +125,7 @@ ContentKey GccGraph::key() const
         _nBlocks};
     key.add(place, sizeof(place));
     for (const GcnoArc& arc : _arcs) {
-        key.add(uint64_t{arc._from} << 32 | arc._to);
-        key.add(arc._flags);
+        key.add(uint64_t{arc._from} << 32 | uint32_t{arc._to} << 5 | arc._flags);
     }
     key.add(_copy._lines.data(), _copy._lines.size() * sizeof(CopyLine));
     return key;

@@ -238,6 +238,23 @@ TEST_P(FunctionInstancesTest, HaveOneKey)
     }
 }
 
+// An importer that has asked each for its template's name has spared the union some work.
+TEST_P(FunctionInstancesTest, HaveTheSameTextWhenTheirTemplatesAreKnown)
+{
+    std::vector<FunctionText> plain;
+    std::vector<FunctionText> known;
+    for (const std::string& symbol : GetParam().symbols) {
+        plain.push_back(readFunctionText(symbol));
+        known.push_back(plain.back());
+        EXPECT_EQ(templateName(known.back()), templateName(symbol));
+    }
+    ImportLosses losses;
+    const FunctionText wanted = unitedText(plain, losses);
+    const FunctionText united = unitedText(known, losses);
+    EXPECT_EQ(united._name, wanted._name);
+    EXPECT_EQ(united._types, wanted._types);
+}
+
 const InstancesRow instancesRows[] = {
     {"SameParameters", {"_ZN2ns1fIcEEvi", "_ZN2ns1fIiEEvi"}, "ns::f<...>(int)", "ns::f<...>"},
     {"DifferentParameters",

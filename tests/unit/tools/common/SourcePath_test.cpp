@@ -29,6 +29,21 @@ TEST(SourcePathTest, RelativeBaseCountsFromTheCurrentFolder)
     EXPECT_EQ(absolutePath("b", "a.cc"), (std::filesystem::current_path() / "b/a.cc").string());
 }
 
+// Most paths have nothing to take out, and are put together without a look at their parts.
+TEST(SourcePathTest, EveryPathIsWhatTheLibrarySays)
+{
+    for (const std::string base :
+         {"/", "/b", "/b/c/", "//b", "/b/../c", "/b/.", "/b//c", "/.b/..c"}) {
+        for (const std::string path :
+             {"a.cc", "d/a.cc", "d//a.cc", "./a.cc", "d/..", "d/.", "..", ".", "", "d/", "/a.cc",
+              "/d/../a.cc", "/", "//", ".d/..e/f.", "/d/"}) {
+            const std::filesystem::path joined = std::filesystem::path(base) / path;
+            EXPECT_EQ(absolutePath(base, path), joined.lexically_normal().string())
+                << base << " and " << path;
+        }
+    }
+}
+
 TEST(SourcePathTest, TimeOfAMissingFileIsZero)
 {
     const TempDir dir;

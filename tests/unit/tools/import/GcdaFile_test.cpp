@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -107,6 +108,29 @@ TEST(GcdaFileTest, OtherChecksumOrNumberOfCountersDoesNotFit)
     function._arcs[2]._flags = 0;
     EXPECT_FALSE(counters.fillCounters(function));
     EXPECT_EQ(function._arcs[0]._count, 0);
+}
+
+TEST(GcdaFileTest, FunctionsMayStandInAnyOrderAndTheLastOfAnIdentCounts)
+{
+    GcovBuilder builder(12);
+    builder.countersHead(SampleStamp);
+    builder.ran(70, 8, 9);
+    builder.counters({5, 6});
+    builder.ran(7, 1, 1);
+    builder.counters({3});
+    builder.ran(90, 8, 9);
+    builder.counters({1});
+    builder.ran(7, 8, 9);
+    builder.counters({20, 30});
+    builder.word(0);
+    GcdaFile counters(bytesOf(builder.bytes()), builder.bytes().size());
+    ASSERT_EQ(counters.open(SampleStamp), GcdaFile::Ok);
+    for (const auto& wanted : {std::pair<uint32_t, int>{7, 20}, {70, 5}, {7, 20}, {8, 0}}) {
+        GcnoFunction function = sampleFunction();
+        function._ident = wanted.first;
+        ASSERT_TRUE(counters.fillCounters(function)) << wanted.first;
+        EXPECT_EQ(function._arcs[0]._count, wanted.second) << wanted.first;
+    }
 }
 
 TEST(GcdaFileTest, CountersOf64BitsKeepTheirUpperWord)

@@ -62,7 +62,7 @@ TEST_P(GcnoFileLayoutTest, ReadsTheSample)
     EXPECT_EQ(function._graphChecksum, 9u);
     EXPECT_EQ(function._symbol, "work");
     EXPECT_FALSE(function._isArtificial);
-    EXPECT_EQ(function._files, std::vector<std::string>{"a.cc"});
+    EXPECT_EQ(function._files, std::vector<std::string_view>{"a.cc"});
     EXPECT_EQ(function._startLine, 1u);
     EXPECT_EQ(function._startColumn, 5u);
     EXPECT_EQ(function._endLine, 6u);
@@ -149,7 +149,7 @@ TEST(GcnoFileTest, LinesNameTheirFile)
     ASSERT_TRUE(notes.nextFunction(function));
     EXPECT_TRUE(function._isArtificial);
     ASSERT_TRUE(notes.readGraph(function));
-    EXPECT_EQ(function._files, (std::vector<std::string>{"a.cc", "table.inc"}));
+    EXPECT_EQ(function._files, (std::vector<std::string_view>{"a.cc", "table.inc"}));
     ASSERT_EQ(function._lines.size(), 3u);
     EXPECT_EQ(function._lines[0]._file, 0u);
     EXPECT_EQ(function._lines[2]._file, 1u);

@@ -92,6 +92,36 @@ TEST_F(GcovInputTest, EveryChangedByteIsTolerated)
     }
 }
 
+TEST_F(GcovInputTest, EachFileHasItsOwnBytes)
+{
+    const std::string small = sampleNotes(12);
+    GcovBuilder builder(12);
+    builder.notesHead(SampleStamp, "/build");
+    builder.record(0x01430000, std::vector<uint32_t>(100000, 7));
+    const std::string large = builder.bytes();
+    for (const std::string& text : {small, large, small, std::string(), large}) {
+        ASSERT_TRUE(_notes.read(_dir.write("a", text)));
+        EXPECT_TRUE(_notes.bytes() == text);
+    }
+    EXPECT_FALSE(_notes.read(_dir.path("none")));
+    EXPECT_EQ(_notes.bytes(), "");
+    ASSERT_TRUE(_notes.read(_dir.write("a", small)));
+    EXPECT_EQ(_notes.bytes(), small);
+    EXPECT_EQ(_notes.problem(), "");
+}
+
+// So large that its records are asked what is to be read.
+TEST_F(GcovInputTest, LargeFileIsReadAsFarAsItsRecordsGo)
+{
+    GcovBuilder builder(12);
+    builder.notesHead(SampleStamp, "/build");
+    for (uint32_t i = 0; i < 5; ++i) {
+        builder.record(0x01430000, std::vector<uint32_t>(1000000, i)); // 4 MB
+    }
+    ASSERT_TRUE(_notes.read(_dir.write("a.gcno", builder.bytes())));
+    EXPECT_TRUE(_notes.bytes() == builder.bytes());
+}
+
 TEST_F(GcovInputTest, FileThatIsNotThereHasTheSystemsReason)
 {
     EXPECT_FALSE(_notes.read(_dir.path("none")));

@@ -141,31 +141,44 @@ TEST_F(GraphStoreTest, ManyFunctionsAreAllSolved)
     }
 }
 
+ContentKey keyOf(const std::string& text)
+{
+    ContentKey key;
+    key.add(text.data(), text.size());
+    return key;
+}
+
+// A short piece of content, and one that is added in steps.
 TEST(ContentKeyTest, EveryByteAndTheLengthCount)
 {
-    const std::string text(37, 'x');
-    ContentKey whole;
-    whole.add(text.data(), text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        std::string other = text;
-        other[i] = 'y';
-        ContentKey key;
-        key.add(other.data(), other.size());
-        EXPECT_FALSE(key == whole) << i;
+    for (const size_t size : {37u, 301u}) {
+        const std::string text(size, 'x');
+        const ContentKey whole = keyOf(text);
+        for (size_t i = 0; i < size; ++i) {
+            std::string other = text;
+            other[i] = 'y';
+            EXPECT_FALSE(keyOf(other) == whole) << i;
+        }
+        ContentKey again = keyOf(text);
+        EXPECT_TRUE(again == whole);
+        again.add(1);
+        EXPECT_FALSE(again == whole);
     }
-    const char zeros[24] = {};
-    ContentKey one;
-    one.add(zeros, 1);
-    for (size_t length : {0, 2, 8, 9, 16, 24}) {
-        ContentKey key;
-        key.add(zeros, length);
-        EXPECT_FALSE(key == one) << length;
+    for (size_t length = 0; length < 600; ++length) {
+        EXPECT_FALSE(keyOf(std::string(length, '\0')) == keyOf(std::string(length + 1, '\0')));
     }
-    ContentKey again;
-    again.add(text.data(), text.size());
-    EXPECT_TRUE(again == whole);
-    again.add(1);
-    EXPECT_FALSE(again == whole);
+}
+
+TEST(ContentKeyTest, TheOrderOfWordsCounts)
+{
+    std::string text(512, 'x');
+    text[40] = 'a';
+    const ContentKey key = keyOf(text);
+    for (size_t i = 0; i < text.size(); i += 8) {
+        std::string other(512, 'x');
+        other[i] = 'a';
+        EXPECT_EQ(keyOf(other) == key, i == 40) << i;
+    }
 }
 
 } // namespace
