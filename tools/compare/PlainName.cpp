@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/compare/PlainName.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <vector>

@@ -5,6 +5,7 @@
 #include "tests/unit/tools/import/ImportedText.h"
 #include "tools/import/cobertura/CoberturaDocument.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {

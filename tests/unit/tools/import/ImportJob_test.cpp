@@ -5,6 +5,7 @@
 #include "tests/unit/tools/import/FakeImporter.h"
 #include "zem/Data/ZEMLogFile.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <set>

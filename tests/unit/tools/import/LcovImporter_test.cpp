@@ -5,6 +5,7 @@
 #include "tests/unit/tools/import/ImportedText.h"
 #include "tools/import/lcov/Tracefile.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <zlib.h>
 

@@ -11,6 +11,7 @@
 #include <Xm/Label.h>
 #include <Xm/Xm.h>
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 #include <string>

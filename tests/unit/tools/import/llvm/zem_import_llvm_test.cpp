@@ -8,6 +8,7 @@
 #include "tools/import/llvm/LlvmExport.h"
 #include "tools/import/llvm/RunCounters.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
