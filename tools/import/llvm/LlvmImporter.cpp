@@ -5,6 +5,7 @@
 #include "tools/common/FolderWalk.h"
 #include "tools/common/Progress.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/import/isBuildProbe.h"
 #include "tools/import/llvm/ElfFile.h"
 
@@ -43,7 +44,7 @@ bool readAll(const std::string& path, std::string& bytes)
 {
     InputFile file;
     bytes.clear();
-    if (!file.open(path)) {
+    if (!file.openToWatch(path)) {
         return complain(path, file.problem());
     }
     if (!file.append(bytes, RawProfile::HeadSize)) {
@@ -257,6 +258,7 @@ void LlvmImporter::addNames(CoverageImage& image) const
 // Returns false when the file is damaged.
 bool LlvmImporter::readImage(const LlvmInputs::Binary& binary, ImportLosses& losses)
 {
+    const WorkOn work("reading ", binary._path);
     auto image = std::make_unique<CoverageImage>();
     switch (image->read(binary._path)) {
     case CoverageImage::Ok:
@@ -410,12 +412,12 @@ bool LlvmImporter::addParts(const std::string& path, const RawProfile& profile,
 
 bool LlvmImporter::readProfile(const std::string& path, ImportLosses& losses)
 {
+    const WorkOn work("reading ", path);
     if (!readAll(path, _bytes)) {
         return false;
     }
-    RawProfile profile;
-    const RawProfile::Result result = profile.read(_bytes, _build.images());
-    return result == RawProfile::Ok ? addParts(path, profile, losses)
+    const RawProfile::Result result = _profile.read(_bytes, _build.images());
+    return result == RawProfile::Ok ? addParts(path, _profile, losses)
                                     : complain(path, textOf(result));
 }
 

@@ -64,6 +64,7 @@ private:
     CoverageBuild _build;
     std::unique_ptr<RunCounters> _counters;
     std::string _bytes;    // of the profile that is read
+    RawProfile _profile;   // borrows them
     size_t _addedRuns = 0; // in the files of the run that is read
     std::vector<std::unique_ptr<CoverageImage>> _read;
     std::string _stripped; // the first file that has lost its map

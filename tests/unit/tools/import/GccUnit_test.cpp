@@ -72,6 +72,22 @@ TEST_F(GccUnitTest, BlocksHaveTheirLinesAndSolvedCounts)
     EXPECT_EQ(_unit.losses()._mostRuns, 3u);
 }
 
+// Where a function is entered and left is no code of its own.
+TEST_F(GccUnitTest, EntryAndExitHaveNoLines)
+{
+    GcovBuilder notes(12);
+    notes.notesHead(SampleStamp, "/build");
+    notes.function(7, 8, 9, "work", 0, "a.cc", 1, 6);
+    notes.blocks(3);
+    notes.arcs(0, {{2, 4}});
+    notes.arcs(2, {{1, 1}});
+    notes.lines(0, "a.cc", {1});
+    notes.lines(1, "a.cc", {6});
+    notes.lines(2, "a.cc", {3});
+    ASSERT_TRUE(_unit.readBlocks(notes.bytes(), nullptr));
+    EXPECT_EQ(blocks(), "/build/a.cc work: 3=0\n");
+}
+
 TEST_F(GccUnitTest, FilesOfClangHaveTheirLinesAndSolvedCounts)
 {
     const std::string notes = _dir.write("a.gcno", sampleNotes(GcovBuilder::Clang));

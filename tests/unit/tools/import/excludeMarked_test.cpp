@@ -93,6 +93,18 @@ TEST_F(ExcludeMarkedTest, MarkerWithoutItsEndIsToldWithFileAndLine)
               "zem-import: " + path + ":2: an excluded region begins that does not end\n");
 }
 
+TEST_F(ExcludeMarkedTest, MessagesAreInTheOrderOfTheirText)
+{
+    const std::string last = _dir.write("b.cc", "LCOV_EXCL_START\n");
+    const std::string first = _dir.write("a.cc", "LCOV_EXCL_START\n");
+    add(last, {{{1}}});
+    add(first, {{{1}}});
+    exclude();
+    EXPECT_EQ(_err.str(), "zem-import: " + first +
+                              ":1: an excluded region begins that does not end\nzem-import: " +
+                              last + ":1: an excluded region begins that does not end\n");
+}
+
 TEST_F(ExcludeMarkedTest, OfVeryManyMessagesTheFirstAreShown)
 {
     std::string text;
