@@ -157,6 +157,7 @@ void CoberturaReport::writeClass(const ReportContents& contents, const File& fil
         << XmlText(path) << '"';
     writeRates(out, file.rate.run, file.rate.found);
     out << ">\n          <methods>\n";
+    _methodLines = 0;
     ListIterator<ZEMFuncRecord*> functions(file.record->_funcList);
     while (const ZEMFuncRecord* function = functions.next()) {
         if (contents._shown->shows(*function)) {
@@ -186,7 +187,10 @@ void CoberturaReport::writeMethod(const ReportContents& contents, const ZEMFuncR
         << XmlText(whole.c_str() + name.size()) << '"';
     writeRates(out, _lines.run(), _lines.found());
     out << ">\n              <lines>\n";
-    writeLines("                ", out);
+    if (_lines.found() <= MostMethodLines - _methodLines) {
+        _methodLines += _lines.found();
+        writeLines("                ", out);
+    }
     out << "              </lines>\n            </method>\n";
 }
 

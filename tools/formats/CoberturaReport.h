@@ -17,6 +17,11 @@ class ZEMFuncRecord;
 
 class CoberturaReport : public ReportWriter
 {
+public:
+    // Lines that the methods of one file may have together: 16 functions in each other, each of all
+    // lines that a map can tell apart. Those that would exceed it have none of their own.
+    static constexpr int64_t MostMethodLines = 16 * 65535;
+
 protected:
     void write(const ReportContents& contents, std::ostream& out) override;
 
@@ -56,5 +61,6 @@ private:
     std::vector<Package> _packages; // in the order met
     std::string _root;              // the directory of all files with its slash, or empty
     Rate _whole;
-    LineCounts _lines; // of the file or function at hand
+    LineCounts _lines;        // of the file or function at hand
+    int64_t _methodLines = 0; // that those of the file at hand have
 };

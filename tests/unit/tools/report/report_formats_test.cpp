@@ -233,6 +233,23 @@ TEST_F(ReportFormatsTest, NothingAtAllIsWellFormedToo)
               "coverage\n");
 }
 
+// A few hundred bytes of a map can claim that each function has all lines that there are.
+TEST_F(ReportFormatsTest, LinesThatAMapClaimsAreBounded)
+{
+    std::vector<MapFunc> functions;
+    for (int i = 0; i < 18; ++i) {
+        functions.push_back({"f" + std::to_string(i), 1, 65535, {{1, 65535}}});
+    }
+    const std::string map = mapFile({{"a.c", functions}}).write(_dir.path("wide.map"));
+    const std::string log =
+        logFile({{"a.c", map, std::vector<uint32_t>(18, 1)}}).write(_dir.path("wide.log"));
+    const std::string lcov = run({"--format", "lcov", log}).out;
+    EXPECT_EQ(std::count(lcov.begin(), lcov.end(), '\n'), 65535 + 2 * 18 + 7);
+    const std::string xml = run({"--format", "cobertura", log}).out;
+    EXPECT_EQ(python(xml, "print(text.count('<line '), text.count('<method '))"),
+              std::to_string(17 * 65535) + " 18\n");
+}
+
 // Every byte that a name can have, in an order that makes pairs of some.
 std::string hostileName()
 {
