@@ -2,6 +2,10 @@
 # Runs the commands of a document:  document_test.sh PAGE SOURCE_DIR BUILD_DIR
 # PAGE "make" comes first: it makes the sample program that the others work with.
 #
+# PAGE "FILE#HEADING" stands for the indented commands below that heading. They work on a project of
+# their own, in a folder with a blank, and what makes the build comes first. Nobody looks: zem is
+# zem-report, which takes the same words, and --view is left out.
+#
 #   ```sh              run, one block after the other, beginning in the source tree
 #   ```text            compared with what the block before has printed; "..." stands for anything
 #   ```sh build        commands that build the project, and ```sh untried for other systems: the shell
@@ -14,6 +18,10 @@ set -euo pipefail
 page=$1
 source_dir=$2
 build_dir=$3
+heading=
+case $page in
+    *'#'*) heading=${page#*#}; page=${page%%#*} ;;
+esac
 scratch=$(mktemp -d)
 block=
 finish() {
@@ -53,6 +61,42 @@ examples() {
         here && /^\.nf/ { inside = 1 }' "$source_dir/$page" |
         sed -E -e 's/(--fail-under) [0-9]+/\1 1/' -e 's/\\-\\-fail\\-under [0-9]+/--fail-under 1/' \
              -e 's/\\e/\\/g' -e 's/\\-/-/g' -e "s,/tmp/,$scratch/,g" >"$scratch/block001.sh"
+}
+below_heading() {
+    awk -v wanted="## $heading" '/^## / { here = $0 == wanted } here && /^    / { print substr($0, 5) }' \
+        "$source_dir/$page" | sed -e 's/ --view / /' >"$scratch/commands"
+    { grep '^cmake ' "$scratch/commands"; grep -v '^cmake ' "$scratch/commands"; } >"$scratch/block001.sh"
+    printf '#!/bin/sh\nexec zem-report "$@"\n' >"$scratch/bin/zem"
+}
+make_project() {
+    mkdir -p "$1/src"
+    cat >"$1/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.16)
+project(sample CXX)
+enable_testing()
+add_executable(parser src/parser.cpp)
+add_test(NAME parses COMMAND parser)
+END
+    printf 'int main(int n, char**)\n{\n    return n > 1 ? 1 : 0;\n}\n' >"$1/src/parser.cpp"
+}
+# What the examples of zem-run start, without the tools that would make a build.
+make_drivers() {
+    rm -rf "$1/build"
+    mkdir "$1/build"
+    (cd "$1" && g++ --coverage -o build/calc part.cc) # counters belong to where it was built
+    printf 'add_test(sum "%s/build/calc" "1 + 2")\n' "$1" >"$1/build/CTestTestfile.cmake"
+    printf 'check:\n\tbuild/calc "1 + 2"\n' >"$1/Makefile"
+    cat >"$scratch/bin/meson" <<'END'
+#!/bin/sh
+[ "$1" = test ] || { echo '[]'; exit; }
+eval "$3 build/calc 4"
+END
+    cat >"$1/server" <<'END'
+#!/bin/sh
+exec build/calc 8
+END
+    chmod +x "$scratch/bin/meson" "$1/server"
+    sed -i -e 's/ --view / /' "$scratch/block001.sh"
 }
 # Lines with "..." are patterns.
 compare() {
@@ -105,11 +149,13 @@ case $page in
         cp -r "$made" "$start"
         ln -s "$source_dir/docs" "$start/docs" ;;
 esac
-case $page in
+case $page${heading:+#} in
     *.1) examples ;;
+    *'#') start="$scratch/my project"; make_project "$start"; below_heading ;;
     docs/resources/*) blocks ;;
     *) blocks; start=$source_dir ;;
 esac
+[ "$page" != docs/man/zem-run.1 ] || make_drivers "$start"
 cd "$start"
 printed=$scratch/nothing
 touch "$printed"

@@ -81,6 +81,10 @@ protected:
         EXPECT_THAT(result.err, ::testing::AnyOf(::testing::StartsWith("zem-import: "),
                                                  "Unable to allocate memory.\n"));
         EXPECT_THAT(result.err, ::testing::EndsWith("\n"));
+        if (result.err.rfind("zem-import: out of memory", 0) == 0) {
+            ++(result.err.find(" while ") == std::string::npos ? _unplaced : _placed);
+            _reading += result.err.find(" while reading /") != std::string::npos ? 1 : 0;
+        }
         const std::string& log = files.at("x.log");
         if (log != _old["x.log"] && log != _new["x.log"]) {
             expectNamedUnit(result.err);
@@ -146,6 +150,9 @@ protected:
     Contents _old;
     Contents _new;
     std::string _output;
+    int _placed = 0;   // messages that memory ran out in the middle of something
+    int _unplaced = 0; // somewhere else
+    int _reading = 0;  // in the middle of a file that is named
 };
 
 constexpr size_t AllCalls = static_cast<size_t>(-1);
@@ -219,6 +226,9 @@ TEST_F(ImportFaultsTest, MemoryMayRunOutAtAnyTime)
 {
     sweepAll("malloc", SomeCalls, "fail", ENOMEM);
     sweepAll("malloc", SomeCalls, "last", ENOMEM);
+    // But for the looking at words and for folders before anything is read.
+    EXPECT_GT(_placed, 4 * _unplaced) << _unplaced;
+    EXPECT_GT(_reading, 0);
 }
 
 } // namespace

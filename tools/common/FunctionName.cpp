@@ -45,10 +45,18 @@ bool canHaveTypes(const std::string& name)
            name.find("__") == std::string::npos;
 }
 
+// Whether the class report finds the last part of a name, which it cuts off behind the last colon:
+// no brackets stand before that one, and it is none of the type that a conversion makes.
+bool hasPlainLastPart(const std::string& name)
+{
+    const size_t colon = name.rfind(':');
+    return colon == std::string::npos || colon < name.find_first_of(" <({");
+}
+
 // The last part of a name without what the class report would be cut at.
 std::string withPlainLastPart(const std::string& name)
 {
-    if (isPlainName(name)) {
+    if (hasPlainLastPart(name)) {
         return name;
     }
     const size_t part = NameText(name).lastPart();
@@ -127,8 +135,30 @@ std::string shownLabel(const std::string& whole, const NameStyle& style)
     return style._shortLabels == nullptr ? shown : style._shortLabels->of(shown);
 }
 
+// The stored form of a function of which nothing has to be changed or left out, which is most of
+// them. Empty for others.
+std::string unchangedForm(const FunctionText& function, const NameStyle& style)
+{
+    const std::string& name = function._name;
+    if (!function._hasTypes || function._isSymbol || name.size() > LongestLabel ||
+        (style._shortLabels != nullptr && !style._isFull) || !canHaveTypes(name) ||
+        !hasPlainLastPart(name) || name.find("operator") != std::string::npos) {
+        return "";
+    }
+    std::string stored;
+    stored.reserve(name.size() + function._types.size() + 4);
+    stored.append(name).append("__F");
+    size_t nChanged = 0;
+    const bool isEncoded = appendTypeCodes(function._types, stored, nChanged);
+    return isEncoded && nChanged == 0 && stored.size() <= RecordPayload::LongestText ? stored : "";
+}
+
 std::string storedForm(const FunctionText& function, const NameStyle& style, ImportLosses& losses)
 {
+    std::string unchanged = unchangedForm(function, style);
+    if (!unchanged.empty()) {
+        return unchanged;
+    }
     bool isRenamed = false;
     std::string stored;
     if (function._isSymbol) {

@@ -3,6 +3,7 @@
 
 #include "tools/common/BlockList.h"
 #include "tools/common/RecordPayload.h"
+#include "tools/common/SharedLosses.h"
 #include "tools/common/SourcePath.h"
 #include "tools/common/parallel.h"
 #include "tools/common/shortenLabels.h"
@@ -40,6 +41,7 @@ void nameFunction(CovFunction& function, const NameStyle& style, ImportLosses& l
     for (size_t i = texts.size(); i < function._symbols.size(); ++i) {
         texts.push_back(readFunctionText(function._symbols[i]));
     }
+    std::vector<std::string>().swap(function._symbols);
     FunctionText text = unitedText(texts, losses);
     function._storedName = storedNameOf(text, style, losses);
     if (mayNeedShortLabel(function._storedName, style)) {
@@ -54,7 +56,9 @@ void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
     const auto kept = std::remove_if(file._functions.begin(), file._functions.end(),
                                      [](const CovFunction& f) { return f._lines.empty(); });
     file._functions.erase(kept, file._functions.end());
-    std::stable_sort(file._functions.begin(), file._functions.end(), functionBefore);
+    if (!std::is_sorted(file._functions.begin(), file._functions.end(), functionBefore)) {
+        std::stable_sort(file._functions.begin(), file._functions.end(), functionBefore);
+    }
     arrangeBlocks(file, losses);
     for (CovFunction& function : file._functions) {
         nameFunction(function, style, losses);
@@ -64,15 +68,18 @@ void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
 class FinishJob : public ParallelJob
 {
 public:
-    FinishJob(CoverageModel& model, const NameStyle& style)
-        : _model(model), _style(style), _losses(model._files.size())
-    {}
+    FinishJob(CoverageModel& model, const NameStyle& style) : _model(model), _style(style) {}
 
-    void run(size_t item) override { finishFile(_model._files[item], _style, _losses[item]); }
+    void run(size_t item) override
+    {
+        ImportLosses losses;
+        finishFile(_model._files[item], _style, losses);
+        _losses.add(losses);
+    }
 
     CoverageModel& _model;
     const NameStyle& _style;
-    std::vector<ImportLosses> _losses; // one for each file
+    SharedLosses _losses;
 };
 
 } // namespace
@@ -91,9 +98,7 @@ void finishCoverage(CoverageModel& model, const NameStyle& style, ImportLosses& 
 
     FinishJob job(model, style);
     runParallel(job, model._files.size(), nThreads);
-    for (const ImportLosses& part : job._losses) {
-        losses.add(part);
-    }
+    losses.add(job._losses.sum());
     const auto kept = std::remove_if(model._files.begin(), model._files.end(),
                                      [](const CovFile& file) { return file._functions.empty(); });
     model._files.erase(kept, model._files.end());

@@ -2,6 +2,7 @@
 #include "tools/common/missingSources.h"
 
 #include "tools/common/SourcePath.h"
+#include "tools/common/shellWord.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -72,21 +73,6 @@ void vote(const std::string& path, const std::set<std::string>& places,
     for (const auto& move : moves) {
         votes[move.first] += move.second;
     }
-}
-
-// As a shell reads one word. Blanks in folders are common, and the command is there to be copied.
-std::string shellWord(const std::string& text)
-{
-    const std::string plain =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-=";
-    if (text.find_first_not_of(plain) == std::string::npos) {
-        return text;
-    }
-    std::string word = "'";
-    for (const char c : text) {
-        word += c == '\'' ? "'\\''" : std::string(1, c);
-    }
-    return word + "'";
 }
 
 // The option that makes the move; it splits at the first "=".

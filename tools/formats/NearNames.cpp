@@ -88,7 +88,26 @@ int distanceToLastPart(const char* wanted, size_t wantedLength, const char* name
     return distance >= Far ? Far : distance + 1;
 }
 
-int distanceOf(const char* wanted, const char* name)
+// The name without what stands in angle brackets, "ns::List<a::B>::add" as "ns::List::add"; as it
+// is when these do not match, as those of operators.
+std::string withoutArguments(const char* name)
+{
+    std::string plain;
+    size_t depth = 0;
+    for (const char* at = name; *at != '\0'; ++at) {
+        if (*at == '>' && depth == 0) {
+            return name;
+        }
+        depth -= *at == '>' ? 1 : 0;
+        if (depth == 0 && *at != '<' && *at != '>') {
+            plain += *at;
+        }
+        depth += *at == '<' ? 1 : 0;
+    }
+    return depth == 0 ? plain : name;
+}
+
+int distanceByName(const char* wanted, const char* name)
 {
     const size_t wantedLength = std::strlen(wanted);
     const size_t length = std::strlen(name);
@@ -107,6 +126,17 @@ int distanceOf(const char* wanted, const char* name)
     }
     return std::min(distanceByLetters(wanted, wantedLength, name, length),
                     distanceToLastPart(wanted, wantedLength, name, length));
+}
+
+// A class is meant by its name alone as often as with its arguments.
+int distanceOf(const char* wanted, const char* name)
+{
+    const int distance = distanceByName(wanted, name);
+    if (distance < Far || std::strchr(name, '<') == nullptr) {
+        return distance;
+    }
+    const int plain = distanceByName(wanted, withoutArguments(name).c_str());
+    return plain < Far ? plain + 1 : Far;
 }
 
 } // namespace

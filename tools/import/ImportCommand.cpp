@@ -3,6 +3,7 @@
 
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/cleanMaps.h"
+#include "tools/common/shellWord.h"
 #include "tools/import/ImportJob.h"
 
 #include <algorithm>
@@ -30,6 +31,16 @@ bool isAmong(char** words, const char* wanted)
         ++words;
     }
     return *words != nullptr;
+}
+
+// As they can be typed.
+std::string typed(const std::vector<std::string>& words)
+{
+    std::string text;
+    for (const std::string& word : words) {
+        text += (text.empty() ? "" : " ") + shellWord(word);
+    }
+    return text;
 }
 
 std::string joined(const std::vector<std::string>& words, const char* between)
@@ -163,7 +174,7 @@ int ImportCommand::failToChoose(const std::vector<Reading>& readings,
         for (const size_t i : fitting) {
             commands.push_back(std::string("zem-import ") + readings[i]._kind->_name + " ...");
         }
-        return misuse(joined(inputs, " ") +
+        return misuse(typed(inputs) +
                       " may be of several kinds; name one: " + joined(commands, ", or "));
     }
     std::vector<std::string> found;
@@ -171,7 +182,7 @@ int ImportCommand::failToChoose(const std::vector<Reading>& readings,
         const std::string kinds = kindsOf(input, readings);
         if (kinds.empty()) {
             return misuse("cannot tell what coverage is in " + input +
-                          "; name the kind: zem-import KIND " + joined(inputs, " ") +
+                          "; name the kind: zem-import KIND " + typed(inputs) +
                           ", where KIND is one of " + allKinds());
         }
         found.emplace_back(input);

@@ -3,7 +3,9 @@
 
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/InputFile.h"
+#include "tools/common/SharedLosses.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/parallel.h"
 #include "tools/import/ExclusionMarkers.h"
 
@@ -54,8 +56,8 @@ bool isSource(const std::string& path)
 std::string readSource(const std::string& path, std::string& text)
 {
     InputFile file;
-    const bool isRead = file.open(path) && file.size() <= LargestSource &&
-                        file.append(text, static_cast<size_t>(file.size()));
+    const bool isRead = file.openToWatch(path) && file.size() <= LargestSource &&
+                        file.append(text, static_cast<size_t>(file.size())) && file.isUnchanged();
     return isRead                   ? std::string()
            : file.problem().empty() ? std::string("it grows")
                                     : file.problem();
@@ -65,24 +67,34 @@ class MarkersJob : public ParallelJob
 {
 public:
     explicit MarkersJob(CoverageModel& model)
-        : _model(model), _losses(model._files.size()), _problems(model._files.size()),
-          _failures(model._files.size())
+        : _model(model), _problems(model._files.size()), _failures(model._files.size())
     {}
 
     void run(size_t item) override
     {
+        ImportLosses losses;
+        search(item, losses);
+        _losses.add(losses);
+    }
+
+    void report(ImportLosses& losses, std::ostream& err) const;
+
+private:
+    void search(size_t item, ImportLosses& losses)
+    {
         CovFile& file = _model._files[item];
+        const WorkOn work("searching for markers in ", file._path);
         std::string text;
         if (modificationTime(file._path) == 0) {
             return; // it is not there; the summary says that
         }
         if (!isSource(file._path)) {
-            _losses[item]._sourcesNotSearched = 1;
+            losses._sourcesNotSearched = 1;
             return;
         }
         _failures[item] = readSource(file._path, text);
         if (!_failures[item].empty()) {
-            _losses[item]._unreadSources = 1;
+            losses._unreadSources = 1;
             return;
         }
         ExclusionMarkers markers;
@@ -92,15 +104,12 @@ public:
             return;
         }
         for (CovFunction& function : file._functions) {
-            excludeLines(function, markers, _losses[item]);
+            excludeLines(function, markers, losses);
         }
     }
 
-    void report(ImportLosses& losses, std::ostream& err) const;
-
-private:
     CoverageModel& _model;
-    std::vector<ImportLosses> _losses; // one for each file
+    SharedLosses _losses;
     std::vector<std::vector<ExclusionMarkers::Problem>> _problems;
     std::vector<std::string> _failures; // why a source could not be read
 };
@@ -108,8 +117,8 @@ private:
 void MarkersJob::report(ImportLosses& losses, std::ostream& err) const
 {
     std::vector<std::string> messages;
+    losses.add(_losses.sum());
     for (size_t i = 0; i < _problems.size(); ++i) {
-        losses.add(_losses[i]);
         if (!_failures[i].empty()) {
             messages.push_back(_model._files[i]._path + ": cannot be searched for markers: " +
                                _failures[i] + "; --no-markers imports without");

@@ -8,7 +8,7 @@
 // The part of `path` behind its last slash.
 std::string baseName(const std::string& path);
 
-// `text` as the name of a file: letters, digits, the characters . _ + = , @ % - and all above ASCII
+// `text` as the name of a file: letters, digits, the characters . _ + = , @ - and all above ASCII
 // stay, anything else becomes an underscore, so that nothing in it means something to a shell. It
 // begins neither with a point nor with a hyphen and has 100 bytes at most, cut between characters.
 // "unnamed" for an empty text.
@@ -18,6 +18,3 @@ std::string logName(const std::string& text);
 // itself when a word --test-name gives one, as the driver of Automake's tests is told.
 // `words` ends with null.
 std::string testName(char* const* words);
-
-// `text` as a person can type it into a shell.
-std::string shellWord(const std::string& text);

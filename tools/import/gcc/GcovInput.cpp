@@ -24,7 +24,7 @@ bool GcovInput::fail(const std::string& problem)
 
 bool GcovInput::read(const std::string& path)
 {
-    if (!_file.open(path) || !_file.append(_bytes, FirstPiece)) {
+    if (!_file.openToWatch(path) || !_file.append(_bytes, FirstPiece)) {
         return fail(_file.problem());
     }
     return readRecords() && (_file.isUnchanged() || fail(_file.problem()));

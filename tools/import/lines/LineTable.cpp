@@ -2,25 +2,16 @@
 #include "tools/import/lines/LineTable.h"
 
 #include "tools/common/FunctionName.h"
+#include "tools/common/SharedLosses.h"
 #include "tools/common/parallel.h"
 #include "tools/import/LineOwners.h"
 #include "tools/import/lines/PackedLines.h"
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <tuple>
 #include <utility>
-
-namespace {
-
-void addCount(int64_t& sum, int64_t count)
-{
-    if (__builtin_add_overflow(sum, count, &sum)) {
-        sum = count > 0 ? INT64_MAX : INT64_MIN;
-    }
-}
-
-} // namespace
 
 uint32_t LineTable::file(const std::string& path)
 {
@@ -58,6 +49,7 @@ void LineTable::beginSection(uint32_t file, uint32_t run)
     _section.clear();
     _lastLine = 0;
     _isSorted = true;
+    _mostLines = LeastUnited;
 }
 
 void LineTable::addFunction(const char* name, size_t size, uint32_t first, uint32_t last)
@@ -123,6 +115,18 @@ void LineTable::sortSection()
     _section.resize(kept + 1);
 }
 
+// Makes room in a section that has grown. What is left is at most half of what there may be before
+// the next time, so that the cost of all of them is in proportion to the lines that came.
+void LineTable::uniteSection()
+{
+    if (!_isSorted) {
+        sortSection();
+    }
+    _isSorted = true;
+    _lastLine = _section.back()._line;
+    _mostLines = std::max(LeastUnited, 2 * _section.size());
+}
+
 void LineTable::endSection()
 {
     if (!_isSorted) {
@@ -149,7 +153,6 @@ public:
     // Block numbers and places count from this file's first line.
     void run();
 
-    bool isKept() const { return _file._isKept; }
     std::vector<FunctionCopy>& copies() { return _copies; }
     const ImportLosses& losses() const { return _losses; }
 
@@ -229,8 +232,9 @@ void LineTable::FileBuild::findOwners()
     }
     index.build();
     _owners.reserve(_file._lines.size());
+    size_t hint = 0;
     for (const uint32_t line : _file._lines) {
-        _owners.push_back(std::min(index.ownerOf(line), nFunctions));
+        _owners.push_back(std::min(index.ownerOf(line, hint), nFunctions));
     }
 }
 
@@ -320,29 +324,41 @@ void LineTable::FileBuild::run()
 class LineTable::FilesJob : public ParallelJob
 {
 public:
-    explicit FilesJob(LineTable& table) : _sections(table._files.size())
+    explicit FilesJob(LineTable& table)
+        : _files(table._files), _sections(table._files.size()), _copies(table._files.size())
     {
         for (const Run& run : table._runs) {
             for (const Section& section : run._sections) {
                 _sections[section._file].push_back(&section);
             }
         }
-        for (size_t i = 0; i < table._files.size(); ++i) {
-            _files.emplace_back(table._files[i], _sections[i]);
-        }
     }
 
     void run(size_t item) override
     {
-        if (_files[item].isKept()) {
-            _files[item].run();
+        if (!_files[item]._isKept) {
+            return;
         }
+        FileBuild build(_files[item], _sections[item]);
+        build.run();
+        _copies[item].swap(build.copies());
+        _losses.add(build.losses());
     }
-    FileBuild& file(size_t item) { return _files[item]; }
+
+    size_t nCopies() const
+    {
+        return std::accumulate(
+            _copies.begin(), _copies.end(), size_t{0},
+            [](size_t sum, const std::vector<FunctionCopy>& one) { return sum + one.size(); });
+    }
+    std::vector<FunctionCopy>& copies(size_t item) { return _copies[item]; }
+    const ImportLosses& losses() const { return _losses.sum(); }
 
 private:
+    std::vector<File>& _files;
     std::vector<std::vector<const Section*>> _sections;
-    std::vector<FileBuild> _files;
+    std::vector<std::vector<FunctionCopy>> _copies;
+    SharedLosses _losses;
 };
 
 // Asks for each file whether it is wanted.
@@ -366,20 +382,20 @@ bool LineTable::fillBuild(ImportedBuild& build, ImportLosses& losses, unsigned i
     leaveOut(build, losses);
     FilesJob job(*this);
     runParallel(job, _files.size(), nThreads);
+    losses.add(job.losses());
+    build._copies.reserve(job.nCopies());
     for (size_t i = 0; i < _files.size(); ++i) {
         File& file = _files[i];
-        FileBuild& made = job.file(i);
         if (file._lines.size() > ImportedBuild::MostCounts - build._nCounts) {
             return false;
         }
-        losses.add(made.losses());
         file._firstPlace = build._nCounts;
         build._nCounts += static_cast<uint32_t>(file._lines.size());
-        for (FunctionCopy& copy : made.copies()) {
+        for (FunctionCopy& copy : job.copies(i)) {
             copy._firstCount += file._firstPlace;
             build._copies.push_back(std::move(copy));
         }
-        std::vector<FunctionCopy>().swap(made.copies());
+        std::vector<FunctionCopy>().swap(job.copies(i));
     }
     _nCounts = build._nCounts;
     return true;

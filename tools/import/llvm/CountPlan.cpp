@@ -130,6 +130,13 @@ bool CountPlan::make(const CoverageFunction& function, const std::vector<uint32_
     return true;
 }
 
+void CountPlan::reserve(size_t functions)
+{
+    _functions.reserve(functions);
+    _keys.reserve(functions);
+    _names.reserve(functions);
+}
+
 uint32_t CountPlan::add(const Function& plan)
 {
     return add(plan._name, plan._hash, plan._nCounters, plan._steps.data(), plan._steps.size(),

@@ -45,6 +45,9 @@ public:
     static bool make(const CoverageFunction& function, const std::vector<uint32_t>& counters,
                      Function& plan);
 
+    // Makes room for so many functions in all.
+    void reserve(size_t functions);
+
     // Takes a function's plan. Returns the place of its first block among all counts.
     uint32_t add(const Function& plan);
 

@@ -178,6 +178,11 @@ void CoverageBuild::add(std::unique_ptr<CoverageImage> image)
 
 void CoverageBuild::collect()
 {
+    size_t nRecords = 0;
+    for (const CoverageImage* image : _views) {
+        nRecords += image->records().size();
+    }
+    _entries.reserve(nRecords);
     for (const CoverageImage* image : _views) {
         for (const CoverageRecord& record : image->records()) {
             Entry entry;
@@ -481,6 +486,7 @@ void CoverageBuild::keep(Made& made, ImportedBuild& build, ImportLosses& losses)
 void CoverageBuild::read(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
     collect();
+    _plan.reserve(_entries.size());
     const size_t nSlices = (_entries.size() + Slice - 1) / Slice;
     ShapeJob shapes(*this, build);
     runParallel(shapes, nSlices, nThreads);
@@ -495,6 +501,11 @@ void CoverageBuild::read(ImportedBuild& build, ImportLosses& losses, unsigned in
     for (const std::unique_ptr<CoverageImage>& image : _images) {
         image->forget();
     }
+    size_t nCopies = 0;
+    for (const Made& slice : made) {
+        nCopies += slice._copies.size();
+    }
+    build._copies.reserve(nCopies);
     for (Made& slice : made) {
         keep(slice, build, losses);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/llvm/CoverageFunction.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr uint32_t ExpansionBit = 4;
@@ -97,8 +99,14 @@ bool CoverageFunction::readRegions(LlvmBytes& bytes, uint32_t file)
 
 // A macro ran as often as the first region of its text, which may be the use of another macro, and
 // so on. One that is its own text at last never ran. Each file is looked at once.
-void CoverageFunction::resolveExpansions(const std::vector<size_t>& firstOfFile)
+void CoverageFunction::resolveExpansions()
 {
+    const bool isAny = std::any_of(_regions.begin(), _regions.end(), [](const auto& region) {
+        return region._kind == CoverageRegion::Expansion;
+    });
+    if (!isAny) {
+        return;
+    }
     enum State : unsigned char { New, Open, Done };
     std::vector<State> states(_files.size(), New);
     std::vector<uint32_t> counters(_files.size(), 0);
@@ -113,10 +121,10 @@ void CoverageFunction::resolveExpansions(const std::vector<size_t>& firstOfFile)
         while (states[file] == New) {
             states[file] = Open;
             chain.push_back(file);
-            if (firstOfFile[file] == SIZE_MAX) {
+            if (_firstOfFile[file] == SIZE_MAX) {
                 break;
             }
-            const CoverageRegion& first = _regions[firstOfFile[file]];
+            const CoverageRegion& first = _regions[_firstOfFile[file]];
             if (first._kind != CoverageRegion::Expansion) {
                 counter = first._kind == CoverageRegion::Skipped ? 0 : first._counter;
                 break;
@@ -150,15 +158,15 @@ bool CoverageFunction::read(const char* mapping, size_t size, size_t nFiles)
     if (bytes.failed() || _files.empty()) {
         return false;
     }
-    std::vector<size_t> firstOfFile(_files.size(), SIZE_MAX);
+    _firstOfFile.assign(_files.size(), SIZE_MAX);
     for (uint32_t file = 0; file < _files.size(); ++file) {
         const size_t first = _regions.size();
         if (!readRegions(bytes, file)) {
             return false;
         }
-        firstOfFile[file] = first < _regions.size() ? first : SIZE_MAX;
+        _firstOfFile[file] = first < _regions.size() ? first : SIZE_MAX;
     }
-    resolveExpansions(firstOfFile);
+    resolveExpansions();
     return !_regions.empty();
 }
 

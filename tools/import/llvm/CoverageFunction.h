@@ -69,5 +69,7 @@ private:
     bool readRegions(LlvmBytes& bytes, uint32_t file);
     bool readHead(LlvmBytes& bytes, CoverageRegion& region);
     static bool readPlace(LlvmBytes& bytes, uint32_t& line, CoverageRegion& region);
-    void resolveExpansions(const std::vector<size_t>& firstOfFile);
+    void resolveExpansions();
+
+    std::vector<size_t> _firstOfFile; // place in _regions of its first, SIZE_MAX for none
 };

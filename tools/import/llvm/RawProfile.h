@@ -47,10 +47,8 @@ struct ProfilePart
     bool _isBigEndian = false;
     std::string _names; // as they stand
 
-    // Counter number `i` of a record.
-    uint64_t counter(const ProfileRecord& record, uint32_t i) const;
-    // Appends all of them to `counters`.
-    void appendCounters(const ProfileRecord& record, std::vector<uint64_t>& counters) const;
+    // Gives all counters of a record to `counters`.
+    void readCounters(const ProfileRecord& record, uint64_t* counters) const;
     size_t counterSize() const { return _isSingleByte ? 1 : 8; }
 };
 
@@ -79,7 +77,8 @@ public:
     static bool isSingleByte(const char* bytes, size_t size);
 
     // Reads the profiles in `bytes`, which are borrowed for the object's life. `images` are asked
-    // for what a profile leaves out. A file that is damaged gives none of its profiles.
+    // for what a profile leaves out. A file that is damaged gives none of its profiles. Profiles of
+    // one program that are read by one object share the memory of their records.
     Result read(const std::string& bytes, const std::vector<const CoverageImage*>& images);
 
     const std::vector<ProfilePart>& parts() const { return _parts; }
@@ -99,4 +98,6 @@ private:
     static bool skipValues(LlvmBytes& bytes, uint64_t count);
 
     std::vector<ProfilePart> _parts;
+    std::vector<ProfileRecord>
+        _memory; // of records that were read before; their values are nothing
 };

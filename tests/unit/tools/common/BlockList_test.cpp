@@ -112,6 +112,15 @@ TEST_F(BlockListTest, WidestFunctionShowsALineOfSeveral)
     EXPECT_EQ(arrange(), "0-0:0 0-0:4\n4-4:3 5-5:3 5-5:6 6-6:3\n0-0:2");
 }
 
+// A lambda of several blocks ran as often as it was called, not as often as all of them.
+TEST_F(BlockListTest, OthersRanALineAsOftenAsTheirBlocksThatRanMost)
+{
+    add(4, 6, {{{4, 5, 6}, 6}});
+    add(5, 5, {{{5}, 18}, {{5}, 30}, {{5}, 12}});
+    add(5, 5, {{{5}, 2}, {{5}, 1}});
+    EXPECT_EQ(arrange(), "4-4:6 5-5:6 5-5:32 6-6:6\n0-0:18 0-0:30 0-0:12\n0-0:2 0-0:1");
+}
+
 TEST_F(BlockListTest, FirstOfEquallyWideFunctionsShowsTheLine)
 {
     add(5, 6, {{{5, 6}, 0}});

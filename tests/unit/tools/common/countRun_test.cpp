@@ -63,6 +63,27 @@ TEST_F(CountRunTest, ComparesWithTheViewWhenOtherCountsAreZero)
     EXPECT_EQ(shownRed({0, 0}), 0u);
 }
 
+// What the run before left in the result is its own counts where they are the same.
+TEST_F(CountRunTest, OneResultServesAllRuns)
+{
+    addFile("/s/a.cc", {function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    ComparedRuns before;
+    CoverageCounts result;
+    const auto countsOf = [&](const std::vector<int64_t>& counts) {
+        countRun(_model, counts, result, _losses, 1, &before);
+        return result._files;
+    };
+    EXPECT_EQ(countsOf({4, 0}), (std::vector<Counts>{{4, 0}}));
+    EXPECT_EQ(countsOf({4, 0}), (std::vector<Counts>{{4, 0}}));
+    EXPECT_EQ(countsOf({5, 0}), (std::vector<Counts>{{5, 0}}));
+    EXPECT_EQ(countsOf({0, -7}), (std::vector<Counts>{{0, 0}}));
+    EXPECT_EQ(countsOf({0, -7}), (std::vector<Counts>{{0, 0}}));
+    EXPECT_EQ(_losses._negativeCounts, 2u); // in each run
+    result = CoverageCounts();
+    EXPECT_EQ(countsOf({0, 0}), (std::vector<Counts>{{0, 0}}));
+}
+
 TEST_F(CountRunTest, SumsAddUpTheGreatestOfEachGroup)
 {
     CovFunction f = function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}});

@@ -42,6 +42,19 @@ TEST(NearNamesTest, FindsLettersThatAreWrong)
     EXPECT_THAT(nearest("src/lists.cpp", {"src/list.cpp"}), ElementsAre("src/list.cpp"));
 }
 
+// Of a template the name alone is typed.
+TEST(NearNamesTest, FindsTemplatesByTheirNames)
+{
+    EXPECT_THAT(nearest("Stak", {"Stack<int, std::vector<int>>", "Queue<int>"}),
+                ElementsAre("Stack<int, std::vector<int>>"));
+    EXPECT_THAT(nearest("Stak", {"ns::Stack<...>", "ns::Set<a::Stall>"}),
+                ElementsAre("ns::Stack<...>"));
+    EXPECT_THAT(nearest("ns::Stak<int>", {"ns::Stack<long double, 7>"}), IsEmpty());
+    EXPECT_THAT(nearest("pusk", {"Stack<int>::push", "Stack<int>::operator>>"}),
+                ElementsAre("Stack<int>::push"));
+    EXPECT_THAT(nearest("Stak", {"<<<<", "Stack<", ">Stack"}), ElementsAre("Stack<", ">Stack"));
+}
+
 TEST(NearNamesTest, ListsThreeTheNearestFirst)
 {
     EXPECT_THAT(nearest("run", {"runner", "A::rum", "Prune", "A::run", "RUN", "B::run"}),

@@ -33,7 +33,8 @@ protected:
     ImportCommandTest()
     {
         EXPECT_EQ(chdir(_dir.path().c_str()), 0);
-        for (const char* name : {"a.one", "b.one", "x.two", "two.o", "none", "--first.one"}) {
+        for (const char* name :
+             {"a.one", "b.one", "x.two", "two.o", "none", "my none", "--first.one"}) {
             _dir.write(name, "");
         }
     }
@@ -101,6 +102,7 @@ TEST_F(ImportCommandTest, OptionsOfAKindHelpToGuess)
 TEST_F(ImportCommandTest, InputThatNobodyKnowsAsksForTheKind)
 {
     EXPECT_TRUE(has(run({"none"}), "cannot tell what coverage is in none; name the kind: "));
+    EXPECT_TRUE(has(run({"my none"}), "in my none; name the kind: zem-import KIND 'my none', "));
 }
 
 TEST_F(ImportCommandTest, InputsOfTwoKindsAreTold)

@@ -43,11 +43,14 @@ protected:
         _importer = std::make_unique<LlvmImporter>();
         _words = words;
         for (size_t i = 0; i < _words.size(); ++i) {
-            char* pair[] = {_words[i].data(), nullptr};
+            char* next = i + 1 < _words.size() ? _words[i + 1].data() : nullptr;
+            char* pair[] = {_words[i].data(), next, nullptr};
             if (_words[i][0] != '-') {
                 _importer->input(_words[i].c_str());
             } else {
-                EXPECT_EQ(_importer->option(pair), 1);
+                const int taken = _importer->option(pair);
+                EXPECT_EQ(taken, _words[i] == "--run" ? 2 : 1);
+                i += taken == 2 ? 1 : 0;
             }
         }
         _build = std::make_unique<ImportedBuild>(_filter);
@@ -165,6 +168,42 @@ TEST_F(LlvmImporterTest, OrderOfTheRecordsOfAProfileIsFree)
     ASSERT_TRUE(import({program, one, two})) << _errors;
     EXPECT_EQ(text(0), "a.cc:f 1-3 {1,2,3}=4; a.cc:g 11-13 {11,12,13}=7");
     EXPECT_EQ(text(1), "a.cc:f 1-3 {1,2,3}=3; a.cc:g 11-13 {11,12,13}=2");
+}
+
+// The profiles of a run's processes are one log; a folder may be named in any way and twice.
+TEST_F(LlvmImporterTest, EachFolderOfARunIsALogOrAllAreOne)
+{
+    const std::string program =
+        write("program", llvmProgram(_target, files, {function("f", 1, 5)}));
+    write("a/1.profraw", rawProfile(_target, {function("f", 1, 5, {4})}));
+    write("a/deep/2.profraw", rawProfile(_target, {function("f", 1, 5, {3})}));
+    write("b/1.profraw", rawProfile(_target, {function("f", 1, 5, {2})}));
+    std::filesystem::create_directory(_dir.path("none"));
+    const std::string a = _dir.path("a");
+    ASSERT_TRUE(import({program, "--each-run", "--run", a, "--run", _dir.path("b"), "--run",
+                        _dir.path("none"), "--run", _dir.path("b/../a/.")}))
+        << _errors;
+    ASSERT_EQ(_runs.size(), 4u);
+    EXPECT_EQ(_runs[0]._name, "a");
+    EXPECT_EQ(_runs[1]._name, "b");
+    EXPECT_EQ(_runs[3]._name, "a");
+    EXPECT_EQ(text(0), "a.cc:f 1-3 {1,2,3}=7");
+    EXPECT_EQ(text(1), "a.cc:f 1-3 {1,2,3}=2");
+    EXPECT_EQ(text(3), "a.cc:f 1-3 {1,2,3}=7");
+    EXPECT_EQ(_failedRuns, 1);
+    EXPECT_NE(_errors.find(_dir.path("none") + ": no .profraw file in the run folder"),
+              std::string::npos)
+        << _errors;
+
+    ASSERT_TRUE(import({program, "--run", a, "--run", _dir.path("b")}));
+    ASSERT_EQ(_runs.size(), 1u);
+    EXPECT_EQ(_runs[0]._name, "");
+    EXPECT_EQ(text(0), "a.cc:f 1-3 {1,2,3}=9");
+
+    EXPECT_FALSE(import({program, "--each-run"}));
+    EXPECT_NE(_errors.find("--each-run wants the folders of runs"), std::string::npos) << _errors;
+    EXPECT_FALSE(import({program, "--run", _dir.path("none")}));
+    EXPECT_NE(_errors.find("no .profraw file in the run folder"), std::string::npos) << _errors;
 }
 
 // The first record of a name counts, but for one that stands for a function that was not made.
@@ -441,7 +480,13 @@ TEST_F(LlvmImporterTest, KnowsItsOwnFiles)
     const LlvmImporter importer;
     const std::string program = write("d/program", llvmProgram(_target, files, all));
     EXPECT_TRUE(importer.recognises(program.c_str()));
-    EXPECT_FALSE(importer.recognises(_dir.path("d").c_str()));
+    // Its tests have not run yet.
+    write("e/notes", "text");
+    write("e/plain", elfFile(_target, {{".text", "x"}}));
+    write("e/CMakeFiles/3.25.1/CompilerIdCXX/a.out", llvmProgram(_target, files, all));
+    EXPECT_TRUE(importer.recognises(_dir.path("d").c_str()));
+    EXPECT_FALSE(importer.recognises(_dir.path("e").c_str()));
+    std::filesystem::remove(program);
     const std::string profile = write("d/x.profraw", rawProfile(_target, all));
     EXPECT_TRUE(importer.recognises(profile.c_str()));
     EXPECT_TRUE(importer.recognises(_dir.path("d").c_str()));
