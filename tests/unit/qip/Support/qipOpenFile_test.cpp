@@ -20,6 +20,7 @@ protected:
         errno = 0;
         const int fd = qipOpenFile(path.c_str(), _status);
         if (fd < 0) {
+            EXPECT_EQ(fd, -1);
             return errno;
         }
         EXPECT_NE(fcntl(fd, F_GETFD) & FD_CLOEXEC, 0);

@@ -59,6 +59,8 @@ TEST_F(CountRunTest, ComparesWithTheViewWhenOtherCountsAreZero)
     EXPECT_EQ(shownRed({400, 0}), 3u);
     EXPECT_EQ(shownRed({4, 1}), 0u);
     EXPECT_EQ(shownRed({4, 0}), 0u);
+    before._files[0]._linesShownRed = 3;
+    EXPECT_EQ(shownRed({0, 0}), 0u);
 }
 
 // What the run before left in the result is its own counts where they are the same.

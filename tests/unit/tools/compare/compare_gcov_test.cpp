@@ -79,7 +79,20 @@ TEST_F(CompareGcovTest, FilesOfTheSystemAreComparedWhenItIsTold)
                 "\"lines\": [{\"line_number\": 2, \"count\": 1}]}]}'\n");
     std::filesystem::permissions(gcov, std::filesystem::perms::owner_all);
     EXPECT_EQ(compare({"--gcov", gcov}).out.rfind("2 units, 1 files\n", 0), 0u);
+    // The one that the shell finds, when it is told none.
+    const std::string path = "PATH=" + _dir.path() + ":/usr/bin:/bin";
+    EXPECT_EQ(runProgram({"env", path, builtProgram("compare-gcov"), _log, _dir.path("build")})
+                  .out.rfind("2 units, 1 files\n", 0),
+              0u);
     EXPECT_EQ(compare({"--gcov", gcov, "--system"}).out.rfind("2 units, 2 files\n", 0), 0u);
+}
+
+TEST_F(CompareGcovTest, ProbesAndOtherFoldersAreComparedAsTheLogWasImported)
+{
+    _dir.write("build/CMakeFiles/3.25.1/CompilerIdCXX/CMakeFiles/p.gcno", sampleNotes(12));
+    EXPECT_EQ(compare({}).out.rfind("2 units, ", 0), 0u);
+    EXPECT_EQ(compare({"--probes"}).out.rfind("3 units, ", 0), 0u);
+    EXPECT_EQ(compare({"--only", "/elsewhere"}).status, 1); // it takes the option
 }
 
 TEST_F(CompareGcovTest, WordsThatItCannotUseAreNamed)

@@ -199,6 +199,15 @@ TEST_F(CoberturaImporterTest, DepthAndLengthAreBounded)
         deep += "<a>";
     }
     EXPECT_EQ(problemOf(deep), ":1: its elements are nested more than 100 deep\n");
+    // The 101st is one too many, and the first of which is told.
+    const std::string most = deep.substr(0, 10 + 99 * 3);
+    EXPECT_EQ(problemOf(most).find("nested"), std::string::npos) << problemOf(most);
+    EXPECT_EQ(problemOf(most + "<a>"), ":1: its elements are nested more than 100 deep\n");
+    std::string sources;
+    for (int i = 0; i <= 100; ++i) {
+        sources += "<source>/s" + std::to_string(i) + "</source>";
+    }
+    EXPECT_EQ(problemOf(document("", sources)), ":1: it lists more than 100 sources\n");
     const std::string large(3 * CoberturaDocument::LongestTag, 'x');
     const std::string tooLong = ":1: a tag or a comment has more than 1048576 bytes\n";
     EXPECT_EQ(problemOf("<coverage x='" + large + "'/>"), tooLong);

@@ -192,6 +192,8 @@ TEST_F(GcovImporterTest, FolderWithoutDocumentsIsSaid)
                                   ": no file below it has a name that ends in .gcov.json.gz or "
                                   ".gcov.json\n");
     EXPECT_FALSE(importer.recognises(_dir.path().c_str()));
+    EXPECT_TRUE(importer.recognises(_dir.write("a.gcov.json", "{}").c_str()));
+    EXPECT_FALSE(importer.recognises(_dir.write("b.gcov.json", "text").c_str()));
 }
 
 } // namespace

@@ -152,6 +152,10 @@ TEST_F(LcovImporterTest, CountsOfAllFormsAreRead)
     EXPECT_EQ(read._runs, ":\n/a.c 1=123456789012345678 2=9223372036854775807 3=-4 4=1000000 5=7 "
                           "6=1234567890123456768\n");
     EXPECT_EQ(read._losses._linesWithoutNumber, 1u);
+    // A sum stops at the largest number.
+    EXPECT_EQ(
+        import({"SF:/a.c\nDA:1,1e18\nDA:1,9e18\nDA:2,-1e18\nDA:2,-9e18\nend_of_record\n"})._runs,
+        ":\n/a.c 1=9223372036854775807 2=-9223372036854775808\n");
 }
 
 TEST_F(LcovImporterTest, RecordsOfNewKindsArePassedByAndCounted)
@@ -173,6 +177,8 @@ TEST_F(LcovImporterTest, DamageIsNamedWithItsLine)
     EXPECT_EQ(problemOf("SF:/a.c\nDA:99999999999,1\nend_of_record\n"),
               ":2: the record of a line wants two numbers: DA:line,count\n");
     EXPECT_EQ(problemOf("SF:/a.c\nDA:1,1e\nend_of_record\n"),
+              ":2: the record of a line wants two numbers: DA:line,count\n");
+    EXPECT_EQ(problemOf("SF:/a.c\nDA:1," + std::string(65, '1') + "\nend_of_record\n"),
               ":2: the record of a line wants two numbers: DA:line,count\n");
     EXPECT_EQ(problemOf("SF:/a.c\nDA:1,1\n"),
               ":2: the file ends within a section: it is cut short\n");

@@ -123,6 +123,14 @@ TEST_F(ReportFormatsTest, CoberturaNamesFilesFromTheirCommonFolder)
     EXPECT_NE(xml.find("<source>/home/me/src</source>"), std::string::npos) << xml;
     EXPECT_NE(xml.find("filename=\"a/x.c\""), std::string::npos) << xml;
     EXPECT_NE(xml.find("filename=\"ab.c\""), std::string::npos) << xml;
+    // That of one file is its own.
+    const std::string alone =
+        mapFile({{"/home/me/x.c", {{"f", 1, 1, {{1, 1}}}}}}).write(_dir.path("alone.map"));
+    const std::string one = run({"--format", "cobertura",
+                                 logFile({{"/home/me/x.c", alone, {1}}}).write(_dir.path("o.log"))})
+                                .out;
+    EXPECT_NE(one.find("<source>/home/me</source>"), std::string::npos) << one;
+    EXPECT_NE(one.find("filename=\"x.c\""), std::string::npos) << one;
 }
 
 TEST_F(ReportFormatsTest, FiltersCountInEachFormat)

@@ -1,3 +1,4 @@
+#include "zem/Demangle/Cursor.h"
 #include "zem/Demangle/Decoder.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,20 @@ std::string repeated(const std::string& text, int count)
         result += text;
     }
     return result;
+}
+
+TEST(CursorTest, CountIsThatOfItsDigits)
+{
+    const std::string text = "12x";
+    Demangle::Cursor cursor = {text.data(), text.data() + text.size()};
+    size_t value = 7;
+    EXPECT_TRUE(cursor.takeCount(value));
+    EXPECT_EQ(value, 12u);
+    EXPECT_EQ(cursor.peek(), 'x');
+    EXPECT_FALSE(cursor.takeCount(value));
+    EXPECT_TRUE(cursor.take('x'));
+    EXPECT_TRUE(cursor.atEnd());
+    EXPECT_EQ(cursor.peek(), '\0');
 }
 
 struct Work

@@ -190,9 +190,13 @@ TEST_F(ZEMRepositoryTest, AMissingMapFailsAndIsTriedAgain)
     const std::string path = _dir.path("late.map");
     EXPECT_EQ(load({{"src/a.c", path, {1}}}), qipVLRecFile::OpenFailed);
     EXPECT_EQ(_repository.mapfiles().length(), 0);
+    EXPECT_STREQ(_repository.failedMap(), path.c_str());
+    const std::string other = map("other.map", {{"src/b.c", {func("f", 1)}}});
+    EXPECT_EQ(_repository.processMapFile(other.c_str()), 0);
+    EXPECT_STREQ(_repository.failedMap(), "");
     map("late.map", {{"src/a.c", {func("f", 1)}}});
     EXPECT_EQ(load({{"src/a.c", path, {1}}}), 0);
-    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 1/1 1\n");
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/b.c 0/1 0\nsrc/a.c 1/1 1\n");
 }
 
 TEST_F(ZEMRepositoryTest, WhatWasMergedBeforeAFailureStays)

@@ -125,6 +125,7 @@ TEST_F(LlvmImporterTest, ReadsEveryLayoutOfProgramAndProfile)
             const std::string path = _build->_sources.paths()[0];
             EXPECT_TRUE(map < 5 || path == "/w/a.cc") << path; // the folder stands first since 5
             EXPECT_FALSE(_build->_isBoolean);
+            EXPECT_EQ(_build->_nCounts, 2u);
         }
     }
 }
@@ -153,6 +154,20 @@ TEST_F(LlvmImporterTest, KeepsRunsApartAndAddsThemUpWhenAsked)
     // One run has the name of the import.
     ASSERT_TRUE(import({program, _dir.path("p/one.profraw")}));
     EXPECT_EQ(_runs[0]._name, "");
+}
+
+// Another link of the program may have them in another order.
+TEST_F(LlvmImporterTest, OrderOfTheRecordsOfAProfileIsFree)
+{
+    const std::string program =
+        write("program", llvmProgram(_target, files, {function("f", 1, 5), function("g", 11, 6)}));
+    const std::string one = write(
+        "one.profraw", rawProfile(_target, {function("f", 1, 5, {4}), function("g", 11, 6, {7})}));
+    const std::string two = write(
+        "two.profraw", rawProfile(_target, {function("g", 11, 6, {2}), function("f", 1, 5, {3})}));
+    ASSERT_TRUE(import({program, one, two})) << _errors;
+    EXPECT_EQ(text(0), "a.cc:f 1-3 {1,2,3}=4; a.cc:g 11-13 {11,12,13}=7");
+    EXPECT_EQ(text(1), "a.cc:f 1-3 {1,2,3}=3; a.cc:g 11-13 {11,12,13}=2");
 }
 
 // The profiles of a run's processes are one log; a folder may be named in any way and twice.
@@ -429,7 +444,8 @@ TEST_F(LlvmImporterTest, SaysWhatIsMissingAndWhatToDo)
         {{plain, profile}, "plain: was not built with clang++ -fprofile-instr-generate"},
         {{stripped, profile}, "stripped: has no coverage map"},
         {{program, _dir.path("nowhere")}, "nowhere: No such file or directory"},
-        {{program, write("lib.a", "!<arch>\n")}, "lib.a: is an archive of objects"},
+        {{program, write("lib.a", "!<arch>\n")},
+         "lib.a: is an archive of objects: name the program that was linked with it\n"},
         {{program, empty}, "empty.profraw: is empty: the program did not write its profile"},
         {{program, other}, "other.profraw: none of its functions is in the programs"},
         {{program, cut}, "cut.profraw: is damaged or cut short"},
