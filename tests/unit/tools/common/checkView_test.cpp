@@ -55,6 +55,14 @@ TEST_F(CheckViewTest, LaterFunctionReplacesTheMarksOfAnEarlierOne)
     check(1, 0);
 }
 
+// A block that ran marks its first line alone.
+TEST_F(CheckViewTest, BlockThatRanLeavesTheMarksInsideIt)
+{
+    add({{{3}, 0}, {{7}, 0}}, {{3, 3, 0}, {7, 7, 0}});
+    add({{{2, 4}, 5}, {{6, 8}, 0}}, {{2, 4, 5}, {6, 8, 0}});
+    check(0, 0);
+}
+
 TEST_F(CheckViewTest, EachFunctionHasItsOwnCounts)
 {
     add({{{1}, 0}, {{2}, 4}}, {{1, 1, 0}, {2, 2, 4}});

@@ -63,6 +63,21 @@ TEST_F(CountRunTest, ComparesWithTheViewWhenOtherCountsAreZero)
     EXPECT_EQ(shownRed({0, 0}), 0u);
 }
 
+// Counts that stand side by side need no terms.
+TEST_F(CountRunTest, FunctionWithoutTermsHasItsCountsSideBySide)
+{
+    addFile("/s/a.cc", {function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    CovFunction& f = _model._files[0]._functions[0];
+    f._sums.clear();
+    f._firstCount = 1;
+    _counts = {9, 5, -1, 8};
+    EXPECT_EQ(count(), (std::vector<Counts>{{5, 0}}));
+    EXPECT_EQ(_losses._negativeCounts, 1u);
+    _counts = {9, 5, GreatestCount + 1};
+    EXPECT_EQ(count(), (std::vector<Counts>{{5, static_cast<uint32_t>(GreatestCount)}}));
+}
+
 // What the run before left in the result is its own counts where they are the same.
 TEST_F(CountRunTest, OneResultServesAllRuns)
 {
