@@ -32,5 +32,8 @@ inline void qipPutBig32(unsigned char* bytes, uint32_t value)
     bytes[3] = static_cast<unsigned char>(value);
 }
 
+// Stores `count` words as big-endian bytes, which need no alignment and are others than the words'.
+void qipPutBig32(unsigned char* bytes, const uint32_t* words, size_t count);
+
 // Turns `count` words that were read from a file into the host's order, in place.
 void qipBigToHost32(uint32_t* words, size_t count);

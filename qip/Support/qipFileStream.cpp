@@ -22,7 +22,8 @@ constexpr size_t SmallBufferSize = 4096;
 
 } // namespace
 
-qipFileStream::qipFileStream() : _fp(nullptr), _source{-1, 0, 0, 0}, _size(0), _stepsBack(0) {}
+qipFileStream::qipFileStream() : _fp(nullptr), _source{-1, 0, 0, 0}, _change(nullptr), _stepsBack(0)
+{}
 
 qipFileStream::~qipFileStream()
 {
@@ -45,17 +46,30 @@ bool qipFileStream::close()
 bool qipFileStream::openForReading(const char* filename)
 {
     close();
+    _change = nullptr;
     struct stat status = {};
     const int fd = qipOpenFile(filename, status);
     if (fd < 0) {
         return false;
     }
-    _size = status.st_size;
+    _change = _state.watch(fd);
+    if (_change != nullptr) {
+        ::close(fd);
+        return false;
+    }
     _stepsBack = 0;
     _source.reads = 0;
     // One byte more, so that the read that fills it meets the end.
-    const auto size = std::clamp<int64_t>(_size + 1, SmallBufferSize, StreamBufferSize);
+    const auto size = std::clamp<int64_t>(_state.size() + 1, SmallBufferSize, StreamBufferSize);
     return openStream(fd, "rb", static_cast<size_t>(size));
+}
+
+const char* qipFileStream::change()
+{
+    if (_fp != nullptr) {
+        _change = _state.change(_source.fd);
+    }
+    return _change;
 }
 
 bool qipFileStream::openForWriting(const char* filename)

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 //
 // The stdio stream of a record file. What it adds to fopen(): only regular files are opened for
-// reading, a seek that stays inside the bytes already fetched costs no system call, and a chain of
-// seeks back cannot make the reading of a small file slow.
+// reading, a seek that stays inside the bytes already fetched costs no system call, a chain of
+// seeks back cannot make the reading of a small file slow, and it is seen when somebody writes to
+// the file meanwhile.
 #pragma once
+
+#include "qip/Support/qipFileState.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -21,8 +24,8 @@ public:
     ~qipFileStream();
 
     // Open the file in place of the one that was open. False when that fails, with the reason in
-    // errno where the system refused it. A pipe or device cannot be read; a directory opens, and
-    // every read of it fails. What is written replaces the file.
+    // errno where the system refused it, or in change(). A pipe or device cannot be read; a
+    // directory opens, and every read of it fails. What is written replaces the file.
     bool openForReading(const char* filename);
     bool openForWriting(const char* filename);
 
@@ -41,7 +44,12 @@ public:
     bool seekTo(int64_t target, int64_t here);
 
     // Bytes of the file when it was opened for reading.
-    int64_t size() const { return _size; }
+    int64_t size() const { return _state.size(); }
+
+    // Why what was read since the file was opened for reading is not to be trusted: somebody wrote
+    // to it meanwhile. Null when nobody did. After an opening that failed, whether that was why.
+    // Static storage.
+    const char* change();
 
     // How often the system was asked for bytes since the file was opened for reading.
     long reads() const { return _source.reads; }
@@ -71,6 +79,7 @@ private:
     FILE* _fp;
     std::unique_ptr<char[]> _buffer; // of `_fp`, lives as long
     Source _source;                  // of `_fp`
-    int64_t _size;
-    int _stepsBack; // seeks to an earlier place, up to a limit
+    qipFileState _state;
+    const char* _change; // what change() found last
+    int _stepsBack;      // seeks to an earlier place, up to a limit
 };

@@ -6,11 +6,14 @@
 #include <ostream>
 
 qipVLFailure::qipVLFailure()
-    : _cause(qipVLRecFile::NoError), _reason(nullptr), _record(0), _offset(0)
+    : _cause(qipVLRecFile::NoError), _isChanging(false), _reason(nullptr), _record(0), _offset(0)
 {}
 
 const char* qipVLFailure::advice() const
 {
+    if (_isChanging) {
+        return "read it again when nobody writes to it any more";
+    }
     switch (_cause) {
     case qipVLRecFile::OpenFailed:
         return "check that the file is there and that you may read it";

@@ -18,6 +18,7 @@ public:
     const char* advice() const;
 
     int _cause;          // a code of qipVLRecFile; 0 when nothing failed
+    bool _isChanging;    // somebody writes to the file
     const char* _reason; // in other words, such as the system's; static storage, or null
     long _record;        // from 1; 0 when it was in the headers or before
     int64_t _offset;     // of the record, bytes from the start of the file

@@ -130,8 +130,23 @@ int qipVLRecFile::failed(int code, int cause)
 // With errno from what failed.
 int qipVLRecFile::failedToOpen()
 {
+    if (hasChanged()) {
+        return failed(OpenFailed, OpenFailed);
+    }
     _failure._reason = errno == EOPNOTSUPP ? "no regular file" : std::strerror(errno);
     return failed(OpenFailed, errno == ENOMEM ? OutOfMemory : OpenFailed);
+}
+
+// Whether somebody writes to the file; that is the reason then.
+bool qipVLRecFile::hasChanged()
+{
+    const char* change = _stream.change();
+    if (change != nullptr) {
+        _failure = qipVLFailure();
+        _failure._isChanging = true;
+        _failure._reason = change;
+    }
+    return change != nullptr;
 }
 
 // `code` is what the caller is told. A read that failed looks like the end of the file to whoever
@@ -142,7 +157,8 @@ int qipVLRecFile::failedToRead(int code)
         _failure._reason = std::strerror(_stream.readError());
         return failed(code, ReadFailed);
     }
-    return failed(code, code);
+    // What a half-written file seems to be wrong with says nothing.
+    return hasChanged() ? failed(code, FileCorrupt) : failed(code, code);
 }
 
 int qipVLRecFile::openForWriting(int userHeaderSz)
@@ -202,6 +218,9 @@ int qipVLRecFile::load()
     const int result = walk();
     if (result < 0) {
         return failedToRead(result);
+    }
+    if (hasChanged()) {
+        return failed(FileCorrupt, FileCorrupt);
     }
     _failure = qipVLFailure();
     return result;

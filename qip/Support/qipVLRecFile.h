@@ -84,7 +84,8 @@ public:
     // Gives every record in chain order to processRecord(). Returns their number (0 or more); -10
     // when no file is open; -1 when a record header is cut short; -9 when the chain comes back to
     // itself, when its records read far more bytes than the file has, or when a seek fails; or the
-    // first negative result of processRecord(). Records given out before that stay given out.
+    // first negative result of processRecord(). Also -9 when somebody wrote to the file since it
+    // was opened. Records given out before that stay given out.
     [[nodiscard]] virtual int load();
 
     // Opens `filename` (keeps a copy) and reads or writes both headers. `userHeaderSz` is in bytes
@@ -93,9 +94,9 @@ public:
     // A file opened for WRITE starts with a header of its own: counts and offsets of a file that
     // the object had open before are of no use in it, and readers of a half-written file would take
     // them for its own. Pinned by qipVLRecFileTest.AnotherFileStartsWithAFreshHeader.
-    // Returns 0; -1 when the file cannot be opened; -3 when it cannot take the headers; -9 when the
-    // header is cut short; -11 for a null name or an unknown mode; or what readHeader() or
-    // writeHeader() returned. After a failure no file is open.
+    // Returns 0; -1 when the file cannot be opened or somebody keeps writing to it; -3 when it
+    // cannot take the headers; -9 when the header is cut short; -11 for a null name or an unknown
+    // mode; or what readHeader() or writeHeader() returned. After a failure no file is open.
     [[nodiscard]] virtual int open(const char* filename, Mode mode, int userHeaderSz);
 
     // Finishes a file open for writing: both headers are written again with the final numbers, and
@@ -128,6 +129,7 @@ private:
     int walk();
     int failedToRead(int code);
     int failedToOpen();
+    bool hasChanged();
     int openForReading();
     int openForWriting(int userHeaderSz);
     int flush();

@@ -36,20 +36,22 @@ public:
     Meddler& operator=(const Meddler&) = delete;
 
 private:
+    // Now and then the file rests for longer than programs wait for that, so that they go on.
     void meddle()
     {
+        constexpr unsigned int Rest = 30 * 1000; // microseconds
         std::mt19937 random(1);
         while (!_isOver) {
             const std::string& form = _forms[random() % _forms.size()];
             exchange(form);
-            usleep(random() % 2000);
+            usleep(random() % Rest);
             const auto cut = static_cast<off_t>(random() % form.size());
             if (truncate(_path.c_str(), cut) != 0) {
                 continue;
             }
             usleep(random() % 1000);
             complete(form, static_cast<size_t>(cut));
-            usleep(random() % 2000);
+            usleep(random() % Rest);
         }
     }
 
@@ -81,16 +83,7 @@ private:
 class ChangingFilesTest : public ::testing::Test
 {
 protected:
-    static constexpr int Rounds = 200;
-
-    // A file that is cut while it is read shows zeros for a moment, which now and then are taken
-    // for its content: only by hand until readers look whether a file changed.
-    void SetUp() override
-    {
-        if (std::getenv("ZEM_FAULTS_ALL") == nullptr) {
-            GTEST_SKIP() << "now and then a report mixes two states of a file";
-        }
-    }
+    static int rounds() { return std::getenv("ZEM_FAULTS_ALL") == nullptr ? 25 : 200; }
 
     // Large enough to be read in pieces.
     void makeData()
@@ -151,7 +144,7 @@ TEST_F(ChangingFilesTest, ReportsAndDumpsAreOfAWholeFileOrFail)
     EXPECT_NE(reports[0], reports[1]);
     const Meddler ofMap(_dir.path("p.map"), {_map});
     const Meddler ofLog(_dir.path("p.log"), _logs);
-    for (int i = 0; i < Rounds; ++i) {
+    for (int i = 0; i < rounds(); ++i) {
         judge(runProgram(report), reports);
         judge(runProgram(dump), dumps);
     }
@@ -169,7 +162,7 @@ TEST_F(ChangingFilesTest, ImportsAreOfWholeFilesOrFail)
     ASSERT_EQ(whole.status, 0) << whole.err;
     // Notes have no mark at their end: cut between two records they are a shorter whole.
     const Meddler ofCounters(_dir.path("build/a.gcda"), {counters});
-    for (int i = 0; i < Rounds; ++i) {
+    for (int i = 0; i < rounds(); ++i) {
         judge(runProgram(import), {whole.out});
     }
 }

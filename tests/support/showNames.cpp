@@ -4,33 +4,14 @@
 // function. Prints for each line what a map stores and what the three levels of the function report
 // and the class report show: stored, simple, with types, with qualifiers, class, template's name,
 // with tabs between them. --full-names: no argument list is left out.
+#include "tests/support/reportedName.h"
 #include "tools/common/FunctionName.h"
-#include "zem/Demangle/demangle.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <sstream>
 #include <string>
-
-namespace {
-
-std::string shown(const std::string& stored, int mode)
-{
-    char* text = demangle_name(stored.c_str(), mode);
-    std::string result = text != nullptr ? text : stored;
-    std::free(text);
-    return result;
-}
-
-std::string classOf(const std::string& stored)
-{
-    const size_t colon = stored.rfind(':');
-    return colon == std::string::npos || colon == 0 ? "" : stored.substr(0, colon - 1);
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
@@ -50,9 +31,9 @@ int main(int argc, char** argv)
         const std::string stored = storedFunctionName(symbols, style, losses);
         std::cout << stored;
         for (int mode = -1; mode <= 1; ++mode) {
-            std::cout << '\t' << shown(stored, mode);
+            std::cout << '\t' << reportedName(stored, mode);
         }
-        std::cout << '\t' << classOf(stored) << '\t' << templateName(symbols.front()) << '\n';
+        std::cout << '\t' << reportedClass(stored) << '\t' << templateName(symbols.front()) << '\n';
     }
     losses.write(std::cerr);
     return 0;

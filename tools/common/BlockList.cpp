@@ -68,13 +68,15 @@ private:
     void addBlocks(uint32_t function);
     size_t addBlock(uint32_t function, size_t first);
     void addLine(uint32_t function, uint32_t line, uint32_t value);
-    void endStretch(uint32_t function, uint32_t value);
+    void endStretch(uint32_t value);
     void addOthers();
 
     CovFile& _file;
     std::vector<CovFunction>& _functions;
     ImportLosses& _losses;
     std::vector<LineUse> _uses; // by line
+    bool _isAnyShared = false;
+    std::vector<CovBlock> _blocks; // of the function at hand
     std::vector<OtherUse> _others;
     CovBlock _stretch;        // the one that is growing; start 0 when there is none
     bool _isOutside = false;  // the basic block at hand has lines that it cannot show
@@ -109,7 +111,7 @@ void FileArranger::use(uint32_t function, uint32_t line)
     }
     use._isAlone = false;
     if (use._function != function) {
-        use._isShared = true;
+        use._isShared = _isAnyShared = true;
         if (widthOf(function) > widthOf(use._function)) {
             use._function = function;
         }
@@ -174,10 +176,10 @@ void FileArranger::numberLines()
     }
 }
 
-void FileArranger::endStretch(uint32_t function, uint32_t value)
+void FileArranger::endStretch(uint32_t value)
 {
     if (_stretch._startLine != 0) {
-        _functions[function]._blocks.push_back({_stretch._startLine, _stretch._stopLine, value});
+        _blocks.push_back({_stretch._startLine, _stretch._stopLine, value});
         _stretch = CovBlock();
     }
 }
@@ -198,10 +200,10 @@ void FileArranger::addLine(uint32_t function, uint32_t line, uint32_t value)
     const bool isNext =
         _stretch._startLine != 0 && use._place == _uses[_stretch._stopLine]._place + 1;
     if (!use._isAlone || !isNext) {
-        endStretch(function, value);
+        endStretch(value);
     }
     if (!use._isAlone) {
-        _functions[function]._blocks.push_back({shown, shown, value});
+        _blocks.push_back({shown, shown, value});
         return;
     }
     _stretch._startLine = _stretch._startLine == 0 ? shown : _stretch._startLine;
@@ -219,9 +221,9 @@ size_t FileArranger::addBlock(uint32_t function, size_t first)
     for (; next < entry._lines.size() && entry._lines[next]._block == block; ++next) {
         addLine(function, entry._lines[next]._line, value);
     }
-    endStretch(function, value);
+    endStretch(value);
     if (_isOutside) {
-        entry._blocks.push_back({0, 0, value});
+        _blocks.push_back({0, 0, value});
         _pastLastLine += entry._lines[next - 1]._line > GreatestBlockLine ? 1 : 0;
     }
     return next;
@@ -230,10 +232,11 @@ size_t FileArranger::addBlock(uint32_t function, size_t first)
 void FileArranger::addBlocks(uint32_t function)
 {
     CovFunction& entry = _functions[function];
-    entry._blocks.clear();
+    _blocks.clear();
     for (size_t line = 0; line < entry._lines.size();) {
         line = addBlock(function, line);
     }
+    entry._blocks.assign(_blocks.begin(), _blocks.end());
     _firstValue += entry._nBasicBlocks;
 }
 
@@ -267,14 +270,18 @@ void FileArranger::arrange()
             }
         }
     }
-    findCarriers();
+    if (_isAnyShared) {
+        findCarriers();
+    }
     numberLines();
     for (uint32_t i = 0; i < _functions.size(); ++i) {
         addBlocks(i);
     }
     addOthers();
     for (CovFunction& function : _functions) {
-        std::stable_sort(function._blocks.begin(), function._blocks.end(), startsBefore);
+        if (!std::is_sorted(function._blocks.begin(), function._blocks.end(), startsBefore)) {
+            std::stable_sort(function._blocks.begin(), function._blocks.end(), startsBefore);
+        }
         function._blocks.shrink_to_fit(); // there are millions, and they stay to the end
     }
     if (_pastLastLine != 0) {

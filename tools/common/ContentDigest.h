@@ -4,9 +4,8 @@
 // The program sha256sum prints the same.
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
+#include <nettle/sha2.h>
 #include <string>
 
 class ContentDigest
@@ -20,12 +19,5 @@ public:
     std::string text();
 
 private:
-    static constexpr size_t BlockSize = 64; // bytes
-
-    void addBlock(const unsigned char* block);
-
-    std::array<uint32_t, 8> _state;
-    std::array<unsigned char, BlockSize> _waiting; // bytes of a block that is not full
-    size_t _nWaiting = 0;
-    uint64_t _size = 0; // of all bytes
+    sha256_ctx _state;
 };

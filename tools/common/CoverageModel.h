@@ -56,7 +56,8 @@ struct CovBlock
 
 struct CovFunction
 {
-    std::vector<std::string> _symbols; // of all its instances, sorted, each once
+    // Of all its instances, sorted, each once; freed by finishCoverage(), which names the function.
+    std::vector<std::string> _symbols;
     // What the first of _symbols say, for as many as the importer had to know. finishCoverage()
     // reads the others and frees all.
     std::vector<FunctionText> _texts;
@@ -65,7 +66,10 @@ struct CovFunction
     uint32_t _endLine = 0;
     bool _isPart = false; // lines in this file of a function that is another's
     uint32_t _nBasicBlocks = 0;
-    std::vector<CovTerm> _sums;    // of each basic block, from the counts of a run
+    // Of each basic block, from the counts of a run. Empty when each is one count, and these stand
+    // side by side from `_firstCount` on, as nearly always.
+    std::vector<CovTerm> _sums;
+    uint32_t _firstCount = 0;
     std::vector<CovLine> _lines;   // by basic block, then line, each once
     std::vector<CovBlock> _blocks; // set by finishCoverage(), see BlockList.h
 };

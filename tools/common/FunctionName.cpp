@@ -48,7 +48,8 @@ bool canHaveTypes(const std::string& name)
 // The last part of a name without what the class report would be cut at.
 std::string withPlainLastPart(const std::string& name)
 {
-    if (isPlainName(name)) {
+    const size_t colon = name.rfind(':');
+    if (colon == std::string::npos || colon < name.find_first_of(" <({")) {
         return name;
     }
     const size_t part = NameText(name).lastPart();

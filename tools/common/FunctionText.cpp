@@ -4,6 +4,7 @@
 #include "tools/common/NameText.h"
 #include "tools/common/StandardNames.h"
 #include "tools/common/SymbolScan.h"
+#include "tools/common/plainSymbol.h"
 
 #include <algorithm>
 #include <cctype>
@@ -276,6 +277,10 @@ bool readReadable(const std::string& symbol, FunctionText& function)
 FunctionText readFunctionText(const std::string& symbol)
 {
     FunctionText function;
+    if (readPlainSymbol(symbol, function)) {
+        return function;
+    }
+    function = FunctionText();
     function._name = symbol;
     function._isSymbol = true;
     if (symbol.compare(0, 2, "_Z") != 0) {

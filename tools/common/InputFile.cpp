@@ -2,12 +2,17 @@
 #include "tools/common/InputFile.h"
 
 #include "qip/Support/qipAssert.h"
+#include "qip/Support/qipFileState.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
+
+InputFile::InputFile() = default;
 
 InputFile::~InputFile()
 {
@@ -27,10 +32,27 @@ bool InputFile::open(const std::string& path)
     qipAssert(_fd < 0);
     // Without O_NONBLOCK a pipe without a writer would hold the program for ever.
     _fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (_fd < 0 || fstat(_fd, &_status) != 0) {
+    struct stat status = {};
+    if (_fd < 0 || fstat(_fd, &status) != 0) {
         return fail(std::strerror(errno));
     }
-    return S_ISREG(_status.st_mode) || fail("Not a regular file");
+    _size = static_cast<uint64_t>(status.st_size);
+    return S_ISREG(status.st_mode) || fail("Not a regular file");
+}
+
+bool InputFile::openToWatch(const std::string& path)
+{
+    if (!open(path)) {
+        return false;
+    }
+    auto state = std::make_unique<qipFileState>();
+    const char* problem = state->watch(_fd);
+    if (problem != nullptr) {
+        return fail(problem);
+    }
+    _size = static_cast<uint64_t>(state->size());
+    _watched = std::move(state);
+    return true;
 }
 
 bool InputFile::append(std::string& bytes, size_t size)
@@ -78,12 +100,7 @@ size_t InputFile::readInto(uint64_t offset, size_t size, char* bytes)
 
 bool InputFile::isUnchanged()
 {
-    struct stat now = {};
-    if (fstat(_fd, &now) != 0) {
-        return fail(std::strerror(errno));
-    }
-    const bool isSame = now.st_size == _status.st_size &&
-                        now.st_mtim.tv_sec == _status.st_mtim.tv_sec &&
-                        now.st_mtim.tv_nsec == _status.st_mtim.tv_nsec;
-    return isSame || fail("It was written to while it was read");
+    qipAssert(_watched != nullptr);
+    const char* change = _watched->change(_fd);
+    return change == nullptr || fail(change);
 }

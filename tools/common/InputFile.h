@@ -6,13 +6,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
-#include <sys/stat.h>
+
+class qipFileState;
 
 class InputFile
 {
 public:
-    InputFile() = default;
+    InputFile();
     ~InputFile();
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
@@ -20,18 +22,23 @@ public:
     // Opens the file that `path` names. To be called once. Returns false with problem() set.
     bool open(const std::string& path);
 
+    // The same for a file whose content counts and to which somebody may write meanwhile: waits for
+    // a moment if it was written to just now, so that isUnchanged() can tell, and refuses it if
+    // that goes on.
+    bool openToWatch(const std::string& path);
+
     // In bytes, when it was opened.
-    uint64_t size() const { return static_cast<uint64_t>(_status.st_size); }
+    uint64_t size() const { return _size; }
     // How many bytes append() has given out.
     uint64_t position() const { return _position; }
 
     // Appends the next `size` bytes to `bytes`, fewer only where the file ends. Returns false with
     // problem() set when they cannot be read, or when the file has become shorter.
-    // REQUIRES: open() returned true.
+    // REQUIRES: the file is open.
     bool append(std::string& bytes, size_t size);
 
     // Appends `size` bytes from `offset` on to `bytes`, fewer only where the file ends; append()
-    // goes on where it was. Returns false like append(). REQUIRES: open() returned true.
+    // goes on where it was. Returns false like append(). REQUIRES: the file is open.
     bool readAt(uint64_t offset, size_t size, std::string& bytes);
 
     // Reads the `size` bytes from `offset` on to `bytes`; append() goes on where it was. Returns
@@ -40,7 +47,7 @@ public:
     bool fill(uint64_t offset, size_t size, char* bytes);
 
     // Whether nobody has written to the file since it was opened; sets problem() otherwise.
-    // REQUIRES: open() returned true.
+    // REQUIRES: openToWatch() returned true.
     bool isUnchanged();
 
     // What went wrong last, such as "Permission denied"; empty when nothing did.
@@ -51,7 +58,8 @@ private:
     size_t readInto(uint64_t offset, size_t size, char* bytes);
 
     int _fd = -1;
-    struct stat _status = {};
+    uint64_t _size = 0;
     uint64_t _position = 0;
+    std::unique_ptr<qipFileState> _watched; // null unless openToWatch() went well
     std::string _problem;
 };

@@ -2,7 +2,6 @@
 #include "tools/common/LogWriter.h"
 
 #include "qip/Support/qipEndian.h"
-#include "tools/common/RecordPayload.h"
 #include "zem/Data/ZEMLogFile.h"
 
 #include <ostream>
@@ -16,18 +15,18 @@ int LogWriter::create(const char* filename, uint32_t executionTime)
 int LogWriter::add(const CovFile& file, const std::vector<uint32_t>& counts,
                    const std::string& mapPath, bool isBoolean)
 {
-    RecordPayload payload;
-    payload.text(file._path);
-    payload.text(mapPath);
-    payload.word32(file._timeModified);
-    payload.word32(isBoolean ? 1 : 0);
-    payload.word32(static_cast<uint32_t>(counts.size()));
-    payload.words32(counts);
-    if (payload.size() > UINT32_MAX) {
+    _payload.clear();
+    _payload.text(file._path);
+    _payload.text(mapPath);
+    _payload.word32(file._timeModified);
+    _payload.word32(isBoolean ? 1 : 0);
+    _payload.word32(static_cast<uint32_t>(counts.size()));
+    _payload.words32(counts);
+    if (_payload.size() > UINT32_MAX) {
         return WriteFailed;
     }
-    return newRecord(ZEMLogFile::ResultsTag, payload.data(),
-                     static_cast<unsigned int>(payload.size()));
+    return newRecord(ZEMLogFile::ResultsTag, _payload.data(),
+                     static_cast<unsigned int>(_payload.size()));
 }
 
 int LogWriter::writeHeader()

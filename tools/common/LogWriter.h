@@ -8,6 +8,7 @@
 
 #include "qip/Support/qipVLRecFile.h"
 #include "tools/common/CoverageModel.h"
+#include "tools/common/RecordPayload.h"
 
 class LogWriter : public qipVLRecFile
 {
@@ -32,4 +33,5 @@ private:
     static constexpr int HeaderSize = 64; // bytes
 
     uint32_t _executionTime = 0;
+    RecordPayload _payload; // one memory for all
 };

@@ -22,9 +22,7 @@ void RecordPayload::words32(const std::vector<uint32_t>& values)
 {
     const size_t at = _bytes.size();
     _bytes.resize(at + 4 * values.size());
-    for (size_t i = 0; i < values.size(); ++i) {
-        qipPutBig32(&_bytes[at + 4 * i], values[i]);
-    }
+    qipPutBig32(_bytes.data() + at, values.data(), values.size());
 }
 
 void RecordPayload::text(const std::string& text)

@@ -13,6 +13,11 @@ public:
     // The longest text that text() can hold, in bytes: its 16-bit length counts the zero behind it.
     static constexpr size_t LongestText = 65534;
 
+    // Back to no bytes; keeps their memory.
+    void clear() { _bytes.clear(); }
+    // Makes room for `size` bytes in all.
+    void reserve(size_t size) { _bytes.reserve(size); }
+
     void word16(uint32_t value);
     void word32(uint32_t value);
     void words32(const std::vector<uint32_t>& values);

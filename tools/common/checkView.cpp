@@ -30,7 +30,7 @@ private:
     const std::unique_ptr<SrcLine[]> _entries;
 };
 
-enum LineState : unsigned char { NoCode, Unrun, Run };
+enum LineState : unsigned char { NoCode, Unrun, Run, InsideRun };
 
 // What each line should show, by its number.
 std::vector<LineState> wantedStates(const CovFile& file, const std::vector<uint32_t>& values)
@@ -43,7 +43,7 @@ std::vector<LineState> wantedStates(const CovFile& file, const std::vector<uint3
                 continue;
             }
             if (line._line >= states.size()) {
-                states.resize(line._line + size_t{1}, NoCode);
+                states.resize(std::max(line._line + size_t{1}, 2 * states.size()), NoCode);
             }
             const LineState state = value[line._block] == 0 ? Unrun : Run;
             states[line._line] = std::max(states[line._line], state);
@@ -51,6 +51,63 @@ std::vector<LineState> wantedStates(const CovFile& file, const std::vector<uint3
         value += function._nBasicBlocks;
     }
     return states;
+}
+
+// Marks the lines `first` to `last`; false when there are not as many or one is marked already.
+bool mark(std::vector<LineState>& shown, size_t first, size_t last, LineState state)
+{
+    if (last >= shown.size()) {
+        return false;
+    }
+    for (size_t line = first; line <= last; ++line) {
+        if (shown[line] != NoCode) {
+            return false;
+        }
+        shown[line] = state;
+    }
+    return true;
+}
+
+// Fills `shown` with what the source view draws for a function when no line of a block is one of
+// another; but several blocks may be on one line, the same one, and are drawn together. Returns
+// false for a function that is not so.
+bool showApart(const std::vector<CovBlock>& blocks, const uint32_t* counts,
+               std::vector<LineState>& shown)
+{
+    for (size_t i = 0; i < blocks.size();) {
+        const CovBlock& block = blocks[i];
+        bool isRun = counts[i++] != 0;
+        if (block._startLine == 0 || block._stopLine == 0) {
+            continue;
+        }
+        for (; i < blocks.size() && blocks[i]._startLine == block._startLine; ++i) {
+            if (block._stopLine != block._startLine || blocks[i]._stopLine != block._startLine) {
+                return false;
+            }
+            isRun = isRun || counts[i] != 0;
+        }
+        if (block._stopLine < block._startLine ||
+            !mark(shown, block._startLine, block._startLine, isRun ? Run : Unrun) ||
+            !mark(shown, block._startLine + size_t{1}, block._stopLine,
+                  isRun ? InsideRun : Unrun)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The same for a file. It asks for nothing but the bytes of its lines, and nearly all files are so.
+bool showApart(const CovFile& file, const std::vector<uint32_t>& counts,
+               std::vector<LineState>& shown)
+{
+    const uint32_t* count = counts.data();
+    for (const CovFunction& function : file._functions) {
+        if (!showApart(function._blocks, count, shown)) {
+            return false;
+        }
+        count += function._blocks.size();
+    }
+    return true;
 }
 
 void loadFunction(const CovFunction& function, const uint32_t* counts, SrcCoverage& coverage)
@@ -65,24 +122,36 @@ void loadFunction(const CovFunction& function, const uint32_t* counts, SrcCovera
     coverage.loadBlocks(blocks.get(), static_cast<uint32_t>(size));
 }
 
-} // namespace
-
-void checkView(const CovFile& file, const std::vector<uint32_t>& values,
-               const std::vector<uint32_t>& counts, ImportLosses& losses)
+// Fills `shown` with what the viewer's own code draws.
+void askViewer(const CovFile& file, const std::vector<uint32_t>& counts,
+               std::vector<LineState>& shown)
 {
-    const std::vector<LineState> wanted = wantedStates(file, values);
-    BareLines lines(wanted.size());
+    BareLines lines(shown.size());
     SrcCoverage coverage(lines);
     const uint32_t* count = counts.data();
     for (const CovFunction& function : file._functions) {
         loadFunction(function, count, coverage);
         count += function._blocks.size();
     }
+    for (size_t n = 1; n < shown.size(); ++n) {
+        shown[n] = lines.line(static_cast<long>(n) - 1)->untested() ? Unrun : Run;
+    }
+}
+
+} // namespace
+
+void checkView(const CovFile& file, const std::vector<uint32_t>& values,
+               const std::vector<uint32_t>& counts, ImportLosses& losses)
+{
+    const std::vector<LineState> wanted = wantedStates(file, values);
+    std::vector<LineState> shown(wanted.size(), NoCode);
+    if (!showApart(file, counts, shown)) {
+        askViewer(file, counts, shown);
+    }
     for (size_t n = 1; n < wanted.size(); ++n) {
-        const SrcLine& line = *lines.line(static_cast<long>(n) - 1);
-        if (wanted[n] == Run && line.untested()) {
+        if (wanted[n] == Run && shown[n] == Unrun) {
             ++losses._linesShownRed;
-        } else if (wanted[n] == Unrun && !line.untested()) {
+        } else if (wanted[n] == Unrun && shown[n] != Unrun) {
             ++losses._linesShownBlack;
         }
     }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Asks the viewer's own SrcCoverage what it will draw for a file, and compares that with the counts
-// that the blocks were made of.
+// that the blocks were made of. What it draws for blocks that share no lines is plain and found
+// without it, which is the case of nearly all files.
 #pragma once
 
 #include "tools/common/CoverageModel.h"

@@ -29,28 +29,37 @@ uint32_t bounded(int64_t count, ImportLosses& losses)
     return static_cast<uint32_t>(count);
 }
 
-// Works out the sums of a function.
-void appendValues(const std::vector<CovTerm>& terms, const std::vector<int64_t>& counts,
-                  std::vector<uint32_t>& values, ImportLosses& losses)
+// Gives the counts of `nBlocks` blocks from `first` on. Returns where the values behind them go.
+uint32_t* addPlainValues(uint32_t first, uint32_t nBlocks, const std::vector<int64_t>& counts,
+                         uint32_t* value, ImportLosses& losses)
+{
+    qipAssert(first <= counts.size() && nBlocks <= counts.size() - first);
+    const int64_t* const begin = counts.data() + first;
+    return std::transform(begin, begin + nBlocks, value, [&losses](int64_t count) {
+        return count >= 0 && count <= GreatestCount ? static_cast<uint32_t>(count)
+                                                    : bounded(count, losses);
+    });
+}
+
+// Works out the sums of a function. Returns where the values behind them go.
+uint32_t* addSums(const std::vector<CovTerm>& terms, const std::vector<int64_t>& counts,
+                  uint32_t* value, ImportLosses& losses)
 {
     int64_t sum = 0;
     int64_t greatest = INT64_MIN;
     for (const CovTerm& term : terms) {
         qipAssert(term._count < counts.size());
-        if (term._endsMaximum != 0 && term._endsSum != 0 && sum == 0 && greatest == INT64_MIN) {
-            values.push_back(bounded(counts[term._count], losses));
-            continue;
-        }
         greatest = std::max(greatest, counts[term._count]);
         if (term._endsMaximum != 0) {
             addCount(sum, greatest);
             greatest = INT64_MIN;
         }
         if (term._endsSum != 0) {
-            values.push_back(bounded(sum, losses));
+            *value++ = bounded(sum, losses);
             sum = 0;
         }
     }
+    return value;
 }
 
 // The sums of a file are of values, which are bounded. What they exceed the bound by is no loss of
@@ -68,60 +77,84 @@ void appendSums(const std::vector<CovTerm>& terms, std::vector<uint32_t>& values
     }
 }
 
-// Which of them are 0, a bit for each.
-std::vector<uint64_t> zerosOf(const std::vector<uint32_t>& values)
+// The values of a file, see CovFile.
+std::vector<uint32_t> valuesOf(const CovFile& file, const std::vector<int64_t>& counts,
+                               ImportLosses& losses)
 {
-    constexpr size_t WordBits = 64;
-    std::vector<uint64_t> zeros(values.size() / WordBits + 1);
-    for (size_t i = 0; i < values.size(); ++i) {
-        zeros[i / WordBits] |= uint64_t(values[i] == 0) << i % WordBits;
+    size_t nValues = 0;
+    for (const CovFunction& function : file._functions) {
+        nValues += function._nBasicBlocks;
     }
-    return zeros;
+    std::vector<uint32_t> values;
+    values.reserve(nValues + file._sums.size());
+    values.resize(nValues);
+    uint32_t* value = values.data();
+    for (const CovFunction& function : file._functions) {
+        uint32_t* const end = function._sums.empty()
+                                  ? addPlainValues(function._firstCount, function._nBasicBlocks,
+                                                   counts, value, losses)
+                                  : addSums(function._sums, counts, value, losses);
+        qipAssert(end == value + function._nBasicBlocks);
+        value = end;
+    }
+    appendSums(file._sums, values);
+    return values;
 }
 
-// The same as checkView(), which is asked only when other counts are 0 than in the run before.
-void compareFile(const CovFile& file, const std::vector<uint32_t>& values,
-                 const std::vector<uint32_t>& counts, ComparedRuns::File& before,
-                 ImportLosses& losses)
+void fillCounts(const CovFile& file, const std::vector<uint32_t>& values,
+                std::vector<uint32_t>& result)
 {
-    std::vector<uint64_t> zeros = zerosOf(values);
-    if (!before._isThere || before._zeros != zeros) {
+    size_t nBlocks = 0;
+    for (const CovFunction& function : file._functions) {
+        nBlocks += function._blocks.size();
+    }
+    result.resize(nBlocks);
+    uint32_t* count = result.data();
+    for (const CovFunction& function : file._functions) {
+        for (const CovBlock& block : function._blocks) {
+            qipAssert(block._value < values.size());
+            *count++ = values[block._value];
+        }
+    }
+}
+
+// Whether the same of them are 0.
+bool haveSameZeros(const std::vector<uint32_t>& values, const std::vector<uint32_t>& others)
+{
+    return std::equal(values.begin(), values.end(), others.begin(), others.end(),
+                      [](uint32_t a, uint32_t b) { return (a == 0) == (b == 0); });
+}
+
+// Keeps what is known of the file now. The same as checkView(), which is asked only when other
+// counts are 0 than in the run before.
+void compareFile(const CovFile& file, std::vector<uint32_t>& values,
+                 const std::vector<uint32_t>& counts, ComparedRuns::File& before)
+{
+    if (!before._isThere || !haveSameZeros(before._values, values)) {
         ImportLosses found;
         checkView(file, values, counts, found);
-        before = {true, std::move(zeros), found._linesShownRed, found._linesShownBlack};
+        before._linesShownRed = found._linesShownRed;
+        before._linesShownBlack = found._linesShownBlack;
     }
-    losses._linesShownRed += before._linesShownRed;
-    losses._linesShownBlack += before._linesShownBlack;
+    before._isThere = true;
+    before._values.swap(values);
 }
 
 void countFile(const CovFile& file, const std::vector<int64_t>& counts,
                std::vector<uint32_t>& result, ComparedRuns::File* before, ImportLosses& losses)
 {
-    std::vector<uint32_t> values;
-    size_t nBlocks = 0;
-    size_t nValues = 0;
-    for (const CovFunction& function : file._functions) {
-        nBlocks += function._blocks.size();
-        nValues += function._nBasicBlocks;
-    }
-    values.reserve(nValues + file._sums.size());
-    for (const CovFunction& function : file._functions) {
-        appendValues(function._sums, counts, values, losses);
-    }
-    appendSums(file._sums, values);
-    result.clear();
-    result.reserve(nBlocks);
-    for (const CovFunction& function : file._functions) {
-        for (const CovBlock& block : function._blocks) {
-            qipAssert(block._value < values.size());
-            result.push_back(values[block._value]);
-        }
-    }
+    std::vector<uint32_t> values = valuesOf(file, counts, losses);
     if (before == nullptr) {
+        fillCounts(file, values, result);
         checkView(file, values, result, losses);
-    } else {
-        compareFile(file, values, result, *before, losses);
+        return;
     }
+    if (!before->_isThere || result.empty() || before->_values != values) {
+        fillCounts(file, values, result);
+        compareFile(file, values, result, *before);
+    }
+    losses._linesShownRed += before->_linesShownRed;
+    losses._linesShownBlack += before->_linesShownBlack;
 }
 
 class CountJob : public ParallelJob

@@ -21,7 +21,7 @@ struct ComparedRuns
     struct File
     {
         bool _isThere = false;
-        std::vector<uint64_t> _zeros; // a bit for each count
+        std::vector<uint32_t> _values; // of the last run
         uint64_t _linesShownRed = 0;
         uint64_t _linesShownBlack = 0;
     };
@@ -30,7 +30,8 @@ struct ComparedRuns
 
 // `counts` are those that the terms of the model number. Fills `result._files` and counts in
 // `losses` what had to be bounded. Works with `nThreads` threads.
-// `before` has been given for each run of this model, if for any.
+// `before` has been given for each run of this model, if for any; then `result` is empty or what
+// was filled for the run before, whose memory and counts it uses where they are the same.
 // REQUIRES: finishCoverage() has run; `counts` has all that the terms number.
 void countRun(const CoverageModel& model, const std::vector<int64_t>& counts,
               CoverageCounts& result, ImportLosses& losses, unsigned int nThreads,

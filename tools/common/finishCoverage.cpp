@@ -40,6 +40,7 @@ void nameFunction(CovFunction& function, const NameStyle& style, ImportLosses& l
     for (size_t i = texts.size(); i < function._symbols.size(); ++i) {
         texts.push_back(readFunctionText(function._symbols[i]));
     }
+    std::vector<std::string>().swap(function._symbols);
     FunctionText text = unitedText(texts, losses);
     function._storedName = storedNameOf(text, style, losses);
     if (mayNeedShortLabel(function._storedName, style)) {
@@ -54,7 +55,9 @@ void finishFile(CovFile& file, const NameStyle& style, ImportLosses& losses)
     const auto kept = std::remove_if(file._functions.begin(), file._functions.end(),
                                      [](const CovFunction& f) { return f._lines.empty(); });
     file._functions.erase(kept, file._functions.end());
-    std::stable_sort(file._functions.begin(), file._functions.end(), functionBefore);
+    if (!std::is_sorted(file._functions.begin(), file._functions.end(), functionBefore)) {
+        std::stable_sort(file._functions.begin(), file._functions.end(), functionBefore);
+    }
     arrangeBlocks(file, losses);
     for (CovFunction& function : file._functions) {
         nameFunction(function, style, losses);

@@ -4,6 +4,7 @@
 // viewer does not show as expected. What was read before a file turned out to be damaged is printed
 // as well.
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
 #include "zem/Data/ZEMLogFile.h"
@@ -93,6 +94,7 @@ int dumpFiles(int count, char** names)
 
 int main(int argc, char** argv)
 {
+    endWithoutMemory(Program, Failed);
     guardStandardStreams();
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         std::cout << "zem-dump " << ZEM_VERSION << "\n";

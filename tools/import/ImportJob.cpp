@@ -5,6 +5,7 @@
 #include "tools/common/CoverageWriter.h"
 #include "tools/common/PendingFile.h"
 #include "tools/common/RelativePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/countRun.h"
 #include "tools/common/finishCoverage.h"
 #include "tools/common/missingSources.h"
@@ -22,6 +23,21 @@ void makeRelative(CoverageModel& model)
     for (CovFile& file : model._files) {
         file._path = relative.of(file._path);
     }
+}
+
+// "2 files, 3 functions, 10 blocks"
+std::string sizesOf(const CoverageModel& model)
+{
+    size_t functions = 0;
+    size_t blocks = 0;
+    for (const CovFile& file : model._files) {
+        functions += file._functions.size();
+        for (const CovFunction& function : file._functions) {
+            blocks += function._blocks.size();
+        }
+    }
+    return std::to_string(model._files.size()) + " files, " + std::to_string(functions) +
+           " functions, " + std::to_string(blocks) + " blocks";
 }
 
 // "; 3 system functions", or nothing.
@@ -47,6 +63,7 @@ bool ImportJob::fail(const std::string& problem)
 
 bool ImportJob::makeModel()
 {
+    const WorkOn work("importing for ", _options._output._folder);
     if (!_importer.readBuild(_build, _losses, _nThreads)) {
         return false;
     }
@@ -71,18 +88,9 @@ bool ImportJob::makeModel()
 void ImportJob::keepSummary(const std::string& name, const std::string& map,
                             const ImportLosses& losses)
 {
-    size_t functions = 0;
-    size_t blocks = 0;
-    for (const CovFile& file : _model._files) {
-        functions += file._functions.size();
-        for (const CovFunction& function : file._functions) {
-            blocks += function._blocks.size();
-        }
-    }
-    _summaries.push_back(
-        _options._output._folder + "/" + name + ".log of map " + map.substr(map.rfind('/') + 1) +
-        ": " + std::to_string(_model._files.size()) + " files, " + std::to_string(functions) +
-        " functions, " + std::to_string(blocks) + " blocks" + textBehind("; ", losses, ""));
+    _summaries.push_back(_options._output._folder + "/" + name + ".log of map " +
+                         map.substr(map.rfind('/') + 1) + ": " + _sizes +
+                         textBehind("; ", losses, ""));
 }
 
 // Writes one run. Returns false when that fails, which ends the import; a run that cannot be read
@@ -95,20 +103,22 @@ bool ImportJob::addRun(size_t run, CoverageWriter& writer)
         _isWhole = false;
         return true;
     }
-    CoverageCounts counts;
-    counts._executionTime = read._executionTime;
-    countRun(_model, read._counts, counts, losses, _nThreads, &_compared);
+    _counts._executionTime = read._executionTime;
+    const bool isOnly = _importer.runs() == 1;
+    countRun(_model, read._counts, _counts, losses, _nThreads, isOnly ? nullptr : &_compared);
     std::vector<int64_t>().swap(read._counts);
     const std::string name =
         read._name.empty() ? _names.another(_options._output._name) : _names.fileName(read._name);
     _isWhole = _isWhole && !losses.isIncomplete();
     keepSummary(name, writer.map(), losses);
-    return writer.add(name, counts, losses);
+    return writer.add(name, _counts, losses);
 }
 
 bool ImportJob::writeRuns()
 {
+    const WorkOn work("writing into ", _options._output._folder);
     PendingFile::removeOnSignals();
+    _sizes = sizesOf(_model);
     CoverageWriter writer(_model, _options._output);
     bool isWritten = writer.open();
     for (size_t run = 0; run < _importer.runs() && isWritten; ++run) {

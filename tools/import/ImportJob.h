@@ -44,6 +44,8 @@ private:
     ImportLosses _losses; // of the build
     RunNames _names;
     ComparedRuns _compared;
+    CoverageCounts _counts;              // of the run at hand
+    std::string _sizes;                  // of the model, for the summaries
     std::vector<std::string> _summaries; // of each run given to the writer
     bool _isWhole = true;
 };

@@ -24,9 +24,12 @@ void LineOwners::addSection(uint32_t first, uint32_t owner)
 void LineOwners::build()
 {
     // In this order a later range is the inner one.
-    std::stable_sort(_ranges.begin(), _ranges.end(), [](const Range& a, const Range& b) {
+    const auto isBefore = [](const Range& a, const Range& b) {
         return a._first != b._first ? a._first < b._first : a._last < b._last;
-    });
+    };
+    if (!std::is_sorted(_ranges.begin(), _ranges.end(), isBefore)) {
+        std::stable_sort(_ranges.begin(), _ranges.end(), isBefore);
+    }
     const auto isOuter = [this](size_t a, size_t b) {
         return _ranges[a]._first != _ranges[b]._first ? _ranges[a]._first < _ranges[b]._first
                                                       : a > b;
@@ -52,6 +55,14 @@ void LineOwners::build()
     while (!open.empty() && _ranges[open.top()]._last != UINT32_MAX) {
         closeUpTo(_ranges[open.top()]._last + 1);
     }
+}
+
+uint32_t LineOwners::ownerOf(uint32_t line, size_t& hint) const
+{
+    while (hint < _sections.size() && _sections[hint]._first <= line) {
+        ++hint;
+    }
+    return hint == 0 ? Nobody : _sections[hint - 1]._owner;
 }
 
 uint32_t LineOwners::ownerOf(uint32_t line) const

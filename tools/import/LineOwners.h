@@ -24,6 +24,10 @@ public:
     // REQUIRES: build() has run.
     uint32_t ownerOf(uint32_t line) const;
 
+    // The same for one line after the other, in ascending order: `hint` is 0 for the first and what
+    // it was left at for each other. The cost of all is linear.
+    uint32_t ownerOf(uint32_t line, size_t& hint) const;
+
 private:
     struct Range
     {

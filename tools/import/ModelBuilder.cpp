@@ -50,16 +50,19 @@ struct Piece
     std::vector<CovLine> _lines;   // by block, then line
 };
 
-// A function of the model while it is made.
+// A function of the model while it is made. Nearly all have one copy with lines of their own alone:
+// that is their function as it is, and no pieces are made.
 struct Place
 {
     uint32_t _file = 0;
     uint32_t _startLine = 0;
     uint32_t _endLine = 0;
     bool _isPart = false; // an entry in another file
-    std::vector<std::string> _symbols;
-    std::vector<FunctionText> _texts; // of the first symbols, as far as they were read
-    std::vector<FunctionCopy*> _copies;
+    bool _isPlain = false;
+    std::vector<std::string> _symbols; // of an entry
+    std::vector<FunctionText> _texts;  // of the first symbols, as far as they were read
+    FunctionCopy** _copies = nullptr;  // in the builder's order
+    uint32_t _nCopies = 0;
     std::vector<Piece> _pieces;
     std::vector<Piece> _others; // pieces of its copies that belong elsewhere
 
@@ -67,6 +70,23 @@ struct Place
     {
         // A range that ends before it starts has its ends in two files and says nothing.
         return _endLine < _startLine || (_startLine <= line && line <= _endLine);
+    }
+};
+
+// What comes first in the order of copies, as numbers: most copies differ in it.
+struct CopyKey
+{
+    uint64_t _line; // file and first line
+    uint32_t _column;
+    uint32_t _copy;
+
+    explicit CopyKey(const FunctionCopy& copy, size_t number)
+        : _line(uint64_t(copy._file) << 32 | copy._startLine), _column(copy._startColumn),
+          _copy(static_cast<uint32_t>(number))
+    {}
+    bool isAt(const CopyKey& other) const
+    {
+        return _line == other._line && _column == other._column;
     }
 };
 
@@ -163,20 +183,29 @@ public:
     {}
 
     void makePlaces(unsigned int nThreads);
+    void findOwners();
     void findTwoBuilds(ImportLosses& losses) const;
-    // Both may be called for different places at once, distribute() in between.
+    // May be called for different places at once.
     void split(Place& place) const;
     void distribute();
-    void unite(Place& place, CovFunction& function) const;
-    void fillModel(std::vector<CovFunction>& functions, CoverageModel& model) const;
+    // Makes the functions of the file number `file` behind distribute(); different ones at once.
+    void unite(size_t file, CovFile& result);
 
     std::vector<Place>& places() { return _places; }
+    size_t nFiles() const { return _paths.size(); }
 
 private:
-    void addPlaces(FunctionCopy* const* first, FunctionCopy* const* last, FunctionText* texts);
+    void sortCopies();
+    void addPlaces(FunctionCopy** first, FunctionCopy** last, FunctionText* texts);
+    Place& addPlace(const FunctionCopy& copy);
     bool needsTexts(FunctionCopy* const* first, FunctionCopy* const* last) const;
     Destination destinationOf(const Place& place, const CopyLine& line) const;
+    bool isPlain(const Place& place) const;
     void splitCopy(Place& place, FunctionCopy& copy) const;
+    void fillPlainSums(const FunctionCopy& copy, CovFunction& function) const;
+    void fillPlain(Place& place, CovFunction& function) const;
+    void unite(Place& place, CovFunction& function) const;
+    uint32_t countOf(const FunctionCopy& copy, uint32_t block) const;
     std::string keyOf(Place& place) const;
     void moveToEntry(size_t giver, Piece& piece);
 
@@ -184,8 +213,10 @@ private:
     const std::vector<std::string>& _paths;
     const uint32_t _nCounts;
     const bool _keepsInstances;
-    std::vector<LineOwners> _owners; // by file
-    std::vector<Place> _places;      // with the entries in other files behind, after distribute()
+    std::vector<FunctionCopy*> _order; // of all copies; those of a place side by side
+    std::vector<LineOwners> _owners;   // by file
+    std::vector<Place> _places;        // with the entries in other files behind, after distribute()
+    std::vector<std::vector<uint32_t>> _placesOfFiles;
     std::map<std::pair<uint32_t, std::string>, size_t> _entries; // file and name > place
 };
 
@@ -212,38 +243,51 @@ void endBodies(const std::vector<FunctionCopy*>& order)
     }
 }
 
-void addCopy(Place& place, FunctionCopy* copy)
+Place& ModelBuilder::addPlace(const FunctionCopy& copy)
 {
-    place._file = copy->_file;
-    place._startLine = copy->_startLine;
-    place._endLine = copy->_endLine;
-    if (place._symbols.empty() || place._symbols.back() != copy->_symbol) {
-        place._symbols.push_back(copy->_symbol);
-    }
-    place._copies.push_back(copy);
+    _places.emplace_back();
+    Place& place = _places.back();
+    place._file = copy._file;
+    place._startLine = copy._startLine;
+    place._endLine = copy._endLine;
+    return place;
 }
 
-// Makes places of copies with one range, which are sorted by symbol. `texts` says what the first
-// copy of each symbol is, when there are several symbols.
-void ModelBuilder::addPlaces(FunctionCopy* const* first, FunctionCopy* const* last,
-                             FunctionText* texts)
+// Makes places of copies with one range, which are sorted by symbol, and puts those of one place
+// side by side. `texts` says what the first copy of each symbol is, when there are several symbols.
+void ModelBuilder::addPlaces(FunctionCopy** first, FunctionCopy** last, FunctionText* texts)
 {
+    if ((*first)->_symbol == (*(last - 1))->_symbol) {
+        Place& place = addPlace(**first);
+        place._copies = first;
+        place._nCopies = static_cast<uint32_t>(last - first);
+        return;
+    }
     const bool needsTexts = this->needsTexts(first, last);
+    const size_t nBefore = _places.size();
     std::map<std::string, size_t> byName;
-    while (first != last) {
-        const std::string& symbol = (*first)->_symbol;
+    std::vector<std::pair<size_t, FunctionCopy*>> placed;
+    for (FunctionCopy** copy = first; copy != last;) {
+        const std::string& symbol = (*copy)->_symbol;
         const auto found =
             byName.emplace(needsTexts ? templateName(*texts) : symbol, _places.size());
-        if (found.second) {
-            _places.emplace_back();
-        }
-        Place& place = _places[found.first->second];
+        Place& place = found.second ? addPlace(**copy) : _places[found.first->second];
         if (needsTexts) {
             place._texts.push_back(std::move(*texts));
         }
-        for (; first != last && (*first)->_symbol == symbol; ++first, ++texts) {
-            addCopy(place, *first);
+        for (; copy != last && (*copy)->_symbol == symbol; ++copy, ++texts) {
+            ++place._nCopies;
+            placed.emplace_back(found.first->second, *copy);
         }
+    }
+    std::stable_sort(placed.begin(), placed.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (size_t i = 0; i < placed.size(); ++i) {
+        first[i] = placed[i].second;
+    }
+    for (size_t i = nBefore; i < _places.size(); ++i) {
+        _places[i]._copies = first;
+        first += _places[i]._nCopies;
     }
 }
 
@@ -281,16 +325,49 @@ private:
     std::vector<FunctionText> _texts;
 };
 
+// Puts the copies in the order of their ranges and symbols.
+void ModelBuilder::sortCopies()
+{
+    std::vector<CopyKey> keys;
+    keys.reserve(_copies.size());
+    bool hasBodies = false;
+    for (size_t i = 0; i < _copies.size(); ++i) {
+        keys.emplace_back(_copies[i], i);
+        hasBodies = hasBodies || _copies[i]._isBody;
+    }
+    const auto isBefore = [](const CopyKey& a, const CopyKey& b) {
+        return a._line != b._line       ? a._line < b._line
+               : a._column != b._column ? a._column < b._column
+                                        : a._copy < b._copy;
+    };
+    if (!std::is_sorted(keys.begin(), keys.end(), isBefore)) {
+        std::sort(keys.begin(), keys.end(), isBefore);
+    }
+    _order.reserve(keys.size());
+    for (const CopyKey& key : keys) {
+        _order.push_back(&_copies[key._copy]);
+    }
+    const auto sortTies = [&](bool (*before)(const FunctionCopy*, const FunctionCopy*)) {
+        for (size_t first = 0, last = 0; first < keys.size(); first = last) {
+            for (last = first + 1; last < keys.size() && keys[first].isAt(keys[last]);) {
+                ++last;
+            }
+            if (last - first > 1) {
+                std::sort(&_order[first], &_order[first] + (last - first), before);
+            }
+        }
+    };
+    if (hasBodies) {
+        sortTies(placeBefore);
+        endBodies(_order);
+    }
+    sortTies(rangeBefore);
+}
+
 void ModelBuilder::makePlaces(unsigned int nThreads)
 {
-    std::vector<FunctionCopy*> order;
-    order.reserve(_copies.size());
-    for (FunctionCopy& copy : _copies) {
-        order.push_back(&copy);
-    }
-    std::sort(order.begin(), order.end(), placeBefore);
-    endBodies(order);
-    std::sort(order.begin(), order.end(), rangeBefore);
+    sortCopies();
+    std::vector<FunctionCopy*>& order = _order;
     std::vector<size_t> ends;                              // of the copies with one range
     std::vector<const std::string*> symbols(order.size()); // that must be read
     for (size_t first = 0; first < order.size(); first = ends.back()) {
@@ -307,16 +384,32 @@ void ModelBuilder::makePlaces(unsigned int nThreads)
     }
     TextJob reading(symbols);
     runParallel(reading, reading.nItems(), nThreads);
+    _places.reserve(ends.size());
     size_t first = 0;
     for (const size_t last : ends) {
         addPlaces(order.data() + first, order.data() + last, reading.texts() + first);
         first = last;
     }
-    for (uint32_t i = 0; i < _places.size(); ++i) {
-        if (_places[i]._copies.front()->_isHidden) {
-            continue;
+}
+
+// Finds the places that are plain, and who has the lines of the files that the others have lines
+// in.
+void ModelBuilder::findOwners()
+{
+    std::vector<bool> isAsked(_paths.size());
+    for (Place& place : _places) {
+        place._isPlain = isPlain(place);
+        for (size_t i = 0; i < place._nCopies && !place._isPlain; ++i) {
+            for (const CopyLine& line : place._copies[i]->_lines) {
+                isAsked[line._file] = true;
+            }
         }
-        _owners[_places[i]._file].add(_places[i]._startLine, _places[i]._endLine, i);
+    }
+    for (uint32_t i = 0; i < _places.size(); ++i) {
+        const Place& place = _places[i];
+        if (isAsked[place._file] && !place._copies[0]->_isHidden) {
+            _owners[place._file].add(place._startLine, place._endLine, i);
+        }
     }
     for (LineOwners& owners : _owners) {
         owners.build();
@@ -329,7 +422,7 @@ void ModelBuilder::findTwoBuilds(ImportLosses& losses) const
 {
     std::set<uint32_t> files;
     for (const Place& place : _places) {
-        for (size_t i = 1; i < place._copies.size(); ++i) {
+        for (size_t i = 1; i < place._nCopies; ++i) {
             const FunctionCopy& before = *place._copies[i - 1];
             const FunctionCopy& copy = *place._copies[i];
             if (before._symbol == copy._symbol && before._isBody == copy._isBody &&
@@ -352,6 +445,18 @@ Destination ModelBuilder::destinationOf(const Place& place, const CopyLine& line
         return {Destination::ForPlace, owner};
     }
     return isInFile ? Destination() : Destination{Destination::ForFile, line._file};
+}
+
+// Whether the place has one copy, with lines of its own alone.
+bool ModelBuilder::isPlain(const Place& place) const
+{
+    if (place._nCopies != 1 || place._copies[0]->_isHidden) {
+        return false;
+    }
+    const std::vector<CopyLine>& lines = place._copies[0]->_lines;
+    return std::all_of(lines.begin(), lines.end(), [&place](const CopyLine& line) {
+        return line._file == place._file && place.holds(line._line);
+    });
 }
 
 // Sorts the lines of a copy out. Blocks are numbered again in each piece.
@@ -383,37 +488,57 @@ void ModelBuilder::splitCopy(Place& place, FunctionCopy& copy) const
         }
         if (isNew || block != line._line._block) {
             block = line._line._block;
-            qipAssert(copy._firstCount < _nCounts && block < _nCounts - copy._firstCount);
-            piece->_counts.push_back(copy._firstCount + block);
+            piece->_counts.push_back(countOf(copy, block));
         }
         piece->_lines.push_back(
             {static_cast<uint32_t>(piece->_counts.size() - 1), line._line._line});
     }
-    copy = FunctionCopy();
+    std::vector<CopyLine>().swap(copy._lines);
 }
 
 void ModelBuilder::split(Place& place) const
 {
-    for (FunctionCopy* copy : place._copies) {
-        splitCopy(place, *copy);
+    for (size_t i = 0; i < place._nCopies && !place._isPlain; ++i) {
+        splitCopy(place, *place._copies[i]);
     }
+}
+
+// Which count of a run is that of a block.
+uint32_t ModelBuilder::countOf(const FunctionCopy& copy, uint32_t block) const
+{
+    qipAssert(copy._firstCount < _nCounts && block < _nCounts - copy._firstCount);
+    return copy._firstCount + block;
+}
+
+// Of the copies of a place, each once.
+std::vector<std::string> symbolsOf(const Place& place)
+{
+    std::vector<std::string> symbols;
+    for (size_t i = 0; i < place._nCopies; ++i) {
+        const std::string& symbol = place._copies[i]->_symbol;
+        if (symbols.empty() || symbols.back() != symbol) {
+            symbols.push_back(symbol);
+        }
+    }
+    return symbols;
 }
 
 // What the entries of a place in other files are known by.
 std::string ModelBuilder::keyOf(Place& place) const
 {
+    const std::string& symbol = place._copies[0]->_symbol;
     if (_keepsInstances) {
-        return place._symbols.front();
+        return symbol;
     }
     if (place._texts.empty()) {
-        place._texts.push_back(readFunctionText(place._symbols.front()));
+        place._texts.push_back(readFunctionText(symbol));
     }
     return templateName(place._texts.front());
 }
 
 void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
 {
-    const std::vector<std::string> symbols = _places[giver]._symbols;
+    const std::vector<std::string> symbols = symbolsOf(_places[giver]);
     const auto found = _entries.emplace(
         std::make_pair(piece._destination._number, keyOf(_places[giver])), _places.size());
     if (found.second) {
@@ -452,16 +577,70 @@ void ModelBuilder::distribute()
         std::sort(symbols.begin(), symbols.end());
         symbols.erase(std::unique(symbols.begin(), symbols.end()), symbols.end());
     }
+    _placesOfFiles.resize(_paths.size());
+    for (uint32_t i = 0; i < _places.size(); ++i) {
+        _placesOfFiles[_places[i]._file].push_back(i);
+    }
+}
+
+// Gives a plain function its counts. REQUIRES: it has lines.
+void ModelBuilder::fillPlainSums(const FunctionCopy& copy, CovFunction& function) const
+{
+    const uint32_t first = copy._lines.front()._block;
+    const uint32_t last = copy._lines.back()._block;
+    function._firstCount = countOf(copy, first);
+    (void)countOf(copy, last);
+    if (last - first + 1 == function._nBasicBlocks) {
+        return;
+    }
+    function._sums.reserve(function._nBasicBlocks);
+    for (size_t i = 0; i < copy._lines.size(); ++i) {
+        if (function._sums.size() == function._lines[i]._block) {
+            function._sums.push_back(CovTerm::alone(countOf(copy, copy._lines[i]._block)));
+        }
+    }
+}
+
+// Makes the function of a plain place: its copy. Blocks are numbered again, those without lines
+// left out.
+void ModelBuilder::fillPlain(Place& place, CovFunction& function) const
+{
+    FunctionCopy& copy = *place._copies[0];
+    function._symbols.push_back(std::move(copy._symbol));
+    function._lines.reserve(copy._lines.size());
+    uint32_t before = 0;
+    for (const CopyLine& line : copy._lines) {
+        if (function._nBasicBlocks == 0 || line._block != before) {
+            before = line._block;
+            ++function._nBasicBlocks;
+        }
+        function._lines.push_back({function._nBasicBlocks - 1, line._line});
+    }
+    if (!copy._lines.empty()) {
+        fillPlainSums(copy, function);
+    }
+    std::vector<CopyLine>().swap(copy._lines);
 }
 
 void ModelBuilder::unite(Place& place, CovFunction& function) const
 {
-    function._symbols.swap(place._symbols);
     function._texts.swap(place._texts);
     function._startLine = place._startLine;
     function._endLine = place._endLine;
     function._isPart = place._isPart;
-    std::vector<Piece>& pieces = place._pieces;
+    if (place._isPlain && place._pieces.empty()) {
+        fillPlain(place, function);
+        return;
+    }
+    function._symbols = place._isPart ? std::move(place._symbols) : symbolsOf(place);
+    std::vector<Piece> pieces;
+    if (place._isPlain) { // others have pieces for it
+        pieces.swap(place._pieces);
+        splitCopy(place, *place._copies[0]);
+        std::move(pieces.begin(), pieces.end(), std::back_inserter(place._pieces));
+    }
+    pieces.swap(place._pieces);
+    place._pieces.clear();
     const bool isSame = std::all_of(pieces.begin(), pieces.end(), [&pieces](const Piece& piece) {
         return piece._lines == pieces.front()._lines;
     });
@@ -473,49 +652,61 @@ void ModelBuilder::unite(Place& place, CovFunction& function) const
     } else {
         uniteLines(pieces, function);
     }
-    std::vector<Piece>().swap(pieces);
 }
 
-void ModelBuilder::fillModel(std::vector<CovFunction>& functions, CoverageModel& model) const
+void ModelBuilder::unite(size_t file, CovFile& result)
 {
-    std::vector<size_t> files(_paths.size(), SIZE_MAX); // number > place in the model
-    for (size_t i = 0; i < _places.size(); ++i) {
-        if (functions[i]._lines.empty()) {
-            continue;
+    const std::vector<uint32_t>& places = _placesOfFiles[file];
+    result._path = _paths[file];
+    result._functions.reserve(places.size());
+    for (const uint32_t place : places) {
+        result._functions.emplace_back();
+        unite(_places[place], result._functions.back());
+        if (result._functions.back()._lines.empty()) {
+            result._functions.pop_back();
         }
-        size_t& file = files[_places[i]._file];
-        if (file == SIZE_MAX) {
-            file = model._files.size();
-            model._files.emplace_back();
-            model._files.back()._path = _paths[_places[i]._file];
-        }
-        model._files[file]._functions.push_back(std::move(functions[i]));
     }
 }
 
 class SplitJob : public ParallelJob
 {
 public:
-    explicit SplitJob(ModelBuilder& builder) : _builder(builder) {}
-    void run(size_t item) override { _builder.split(_builder.places()[item]); }
+    explicit SplitJob(ModelBuilder& builder) : _places(builder.places()), _builder(builder) {}
+    void run(size_t item) override
+    {
+        const size_t end = std::min(_places.size(), (item + 1) * PlacesAtOnce);
+        for (size_t i = item * PlacesAtOnce; i < end; ++i) {
+            _builder.split(_places[i]);
+        }
+    }
+    size_t nItems() const { return (_places.size() + PlacesAtOnce - 1) / PlacesAtOnce; }
 
 private:
+    static constexpr size_t PlacesAtOnce = 64;
+
+    std::vector<Place>& _places;
     ModelBuilder& _builder;
 };
 
 class UniteJob : public ParallelJob
 {
 public:
-    explicit UniteJob(ModelBuilder& builder)
-        : _builder(builder), _functions(builder.places().size())
-    {}
-    void run(size_t item) override { _builder.unite(_builder.places()[item], _functions[item]); }
+    explicit UniteJob(ModelBuilder& builder) : _builder(builder), _files(builder.nFiles()) {}
+    void run(size_t item) override { _builder.unite(item, _files[item]); }
 
-    std::vector<CovFunction>& functions() { return _functions; }
+    // Moves the files that have functions.
+    void fillModel(CoverageModel& model)
+    {
+        for (CovFile& file : _files) {
+            if (!file._functions.empty()) {
+                model._files.push_back(std::move(file));
+            }
+        }
+    }
 
 private:
     ModelBuilder& _builder;
-    std::vector<CovFunction> _functions;
+    std::vector<CovFile> _files;
 };
 
 } // namespace
@@ -528,11 +719,12 @@ void buildModel(ImportedBuild& build, bool keepsInstances, unsigned int nThreads
     ModelBuilder builder(build, keepsInstances);
     builder.makePlaces(nThreads);
     builder.findTwoBuilds(losses);
+    builder.findOwners();
     SplitJob splitting(builder);
-    runParallel(splitting, builder.places().size(), nThreads);
-    std::vector<FunctionCopy>().swap(build._copies);
+    runParallel(splitting, splitting.nItems(), nThreads);
     builder.distribute();
     UniteJob uniting(builder);
-    runParallel(uniting, builder.places().size(), nThreads);
-    builder.fillModel(uniting.functions(), model);
+    runParallel(uniting, builder.nFiles(), nThreads);
+    uniting.fillModel(model);
+    std::vector<FunctionCopy>().swap(build._copies);
 }

@@ -4,6 +4,7 @@
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/InputFile.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/parallel.h"
 #include "tools/import/ExclusionMarkers.h"
 
@@ -54,8 +55,8 @@ bool isSource(const std::string& path)
 std::string readSource(const std::string& path, std::string& text)
 {
     InputFile file;
-    const bool isRead = file.open(path) && file.size() <= LargestSource &&
-                        file.append(text, static_cast<size_t>(file.size()));
+    const bool isRead = file.openToWatch(path) && file.size() <= LargestSource &&
+                        file.append(text, static_cast<size_t>(file.size())) && file.isUnchanged();
     return isRead                   ? std::string()
            : file.problem().empty() ? std::string("it grows")
                                     : file.problem();
@@ -72,6 +73,7 @@ public:
     void run(size_t item) override
     {
         CovFile& file = _model._files[item];
+        const WorkOn work("searching for markers in ", file._path);
         std::string text;
         if (modificationTime(file._path) == 0) {
             return; // it is not there; the summary says that

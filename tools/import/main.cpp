@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-import: turns the coverage that other tools write into a map file and log files.
+#include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
+#include "tools/common/WorkOn.h"
+#include "tools/import/CleanEnd.h"
 #include "tools/import/ImportCommand.h"
 #include "tools/import/cobertura/CoberturaImporter.h"
 #include "tools/import/gcc/GccImporter.h"
@@ -70,7 +73,9 @@ int runProgram(char** words)
         const std::vector<ImportKind> kinds = knownKinds();
         status = ImportCommand(kinds, ZEM_VERSION, std::cout, std::cerr).run(words);
     } catch (const std::bad_alloc&) {
-        std::cerr << "zem-import: out of memory\n";
+        const char* work = WorkOn::interrupted();
+        std::cerr << "zem-import: out of memory" << (work[0] == '\0' ? "" : " while ")
+                  << qipVisibleText(work) << "; give the program more, or import less at once\n";
     } catch (const std::exception& problem) {
         std::cerr << "zem-import: " << qipVisibleText(problem.what()) << '\n';
     }
@@ -81,7 +86,9 @@ int runProgram(char** words)
 
 int main(int argc, char** argv)
 {
+    endWithoutMemory("zem-import", 1);
     guardStandardStreams();
+    CleanEnd::start();
     const int status = argc == 0 ? 1 : runProgram(argv + 1);
     return finishStandardOutput("zem-import") ? status : 1;
 }

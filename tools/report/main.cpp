@@ -2,6 +2,7 @@
 //
 // zem-report: the viewer's report as text and in the formats of other tools, without X.
 #include "qip/Support/cmdln.h"
+#include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
 #include "tools/common/PendingFile.h"
@@ -104,6 +105,13 @@ bool writeOutput(const Report& report, const ReportCommandLine& options,
     return isDone;
 }
 
+// An empty document of another tool's format would pass for the report of a program without code. A
+// person sees what a text lacks.
+bool isWorthPrinting(const Report& report, const ReportCommandLine::Output& output)
+{
+    return !report.contents()._logs.empty() || std::strcmp(output._format, "text") == 0;
+}
+
 // Files get only what all logs together say: who reads them does not see what is missing.
 bool writeOutputs(const Report& report, const ReportCommandLine& options, bool hasAllLogs)
 {
@@ -116,6 +124,9 @@ bool writeOutputs(const Report& report, const ReportCommandLine& options, bool h
                           << " is not written: not every log was merged" << std::endl;
                 continue;
             }
+        } else if (!isWorthPrinting(report, output)) {
+            std::cerr << "zem-report: nothing is printed: no log was merged" << std::endl;
+            continue;
         }
         try {
             isDone = writeOutput(report, options, output) && isDone;
@@ -201,6 +212,7 @@ int withoutMemory()
 
 int main(int argc, char** argv)
 {
+    endWithoutMemory(" *** zem-report", Failed);
     guardStandardStreams();
     if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
         return printOnly([](std::ostream& out) { out << "zem-report " << ZEM_VERSION << '\n'; });

@@ -137,29 +137,36 @@ void CounterImport::addGcc(const std::string& folder, const std::string& name)
     }
 }
 
-// The build is read once for all.
-void CounterImport::addEachGcc(const std::vector<std::string>& folders)
+// The build is read once for all. `words` name the kind and the build.
+void CounterImport::importEach(const std::vector<std::string>& words,
+                               const std::vector<std::string>& folders)
 {
-    for (size_t i = 0; i < folders.size() && _interrupt == 0 && findBuild();) {
-        std::vector<std::string> words = {"gcc", _build, "--each-run"};
+    for (size_t i = 0; i < folders.size() && _interrupt == 0;) {
+        std::vector<std::string> all = words;
+        all.emplace_back("--each-run");
         std::vector<std::string> names;
         for (; i < folders.size() && names.size() < MostRuns; ++i) {
-            words.insert(words.end(), {"--run", folders[i]});
+            all.insert(all.end(), {"--run", folders[i]});
             names.push_back(baseName(folders[i]));
         }
-        import(words, _request._name, names);
+        import(all, _request._name, names);
     }
+}
+
+std::vector<std::string> CounterImport::llvmWords() const
+{
+    std::vector<std::string> words = {"llvm"};
+    words.insert(words.end(), _binaries.begin(), _binaries.end());
+    return words;
 }
 
 void CounterImport::addLlvm(const std::string& folder, const std::string& name)
 {
-    if (!findBinaries()) {
-        return;
+    if (findBinaries()) {
+        std::vector<std::string> words = llvmWords();
+        words.insert(words.end(), {"--run", folder});
+        import(words, name, {name});
     }
-    std::vector<std::string> words = {"llvm", "--merge"};
-    words.insert(words.end(), _binaries.begin(), _binaries.end());
-    words.push_back(folder);
-    import(words, name, {name});
 }
 
 void CounterImport::add(const std::string& folder, const std::string& name)
@@ -212,10 +219,10 @@ void CounterImport::addEach(const std::vector<std::string>& folders)
             ofLlvm.push_back(llvmFolder);
         }
     }
-    addEachGcc(ofGcc);
-    for (const std::string& folder : ofLlvm) {
-        if (_interrupt == 0) {
-            addLlvm(folder, baseName(folder));
-        }
+    if (!ofGcc.empty() && findBuild()) {
+        importEach({"gcc", _build}, ofGcc);
+    }
+    if (!ofLlvm.empty() && findBinaries()) {
+        importEach(llvmWords(), ofLlvm);
     }
 }

@@ -23,8 +23,8 @@ public:
     // when there are both kinds. A problem is told on the standard error stream.
     void add(const std::string& folder, const std::string& name);
 
-    // Makes a log of each of these folders with counters, named after it. Those of GCC have one
-    // map.
+    // Makes a log of each of these folders with counters, named after it. Those of one compiler
+    // have one map.
     void addEach(const std::vector<std::string>& folders);
 
     // The logs that were written, and whether any could not be or is incomplete.
@@ -36,7 +36,8 @@ public:
 
 private:
     void addGcc(const std::string& folder, const std::string& name);
-    void addEachGcc(const std::vector<std::string>& folders);
+    void importEach(const std::vector<std::string>& words, const std::vector<std::string>& folders);
+    std::vector<std::string> llvmWords() const;
     void addLlvm(const std::string& folder, const std::string& name);
     bool splitKinds(std::string& folder, std::string& llvmFolder);
     bool findBuild();

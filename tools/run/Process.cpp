@@ -14,7 +14,8 @@ bool isClosed[STDERR_FILENO + 1];
 
 // What a new process does before it becomes the program. Where that fails, `report` gets the
 // reason; it closes by itself where it succeeds.
-[[noreturn]] void become(char* const* words, char** environment, Process::Output output, int report)
+[[noreturn]] void become(char* const* words, char** environment, Process::Output output,
+                         const int* streams, int report)
 {
     for (int fd = 0; fd <= STDERR_FILENO; ++fd) {
         if (isClosed[fd]) {
@@ -23,6 +24,11 @@ bool isClosed[STDERR_FILENO + 1];
     }
     if (output == Process::OnStandardError) {
         dup2(STDERR_FILENO, STDOUT_FILENO);
+    }
+    for (int i = 0; i < 2; ++i) {
+        if (streams[i] >= 0 && !isClosed[STDOUT_FILENO + i]) {
+            dup2(streams[i], STDOUT_FILENO + i);
+        }
     }
     execvpe(words[0], words, environment);
     const int reason = errno;
@@ -61,7 +67,7 @@ int Process::start(char* const* words, Environment& environment, Output output)
     _pid = fork();
     if (_pid == 0) {
         _watch.restore();
-        become(words, variables, output, report[1]);
+        become(words, variables, output, _streams, report[1]);
     }
     const int reason = _pid < 0 ? errno : 0;
     close(report[1]);

@@ -25,6 +25,14 @@ public:
     // Borrows `watch` for its life.
     explicit Process(SignalWatch& watch) : _watch(watch) {}
 
+    // Gives the program these descriptors as its standard output and error stream; -1 for none. To
+    // be called before start().
+    void useStreams(int output, int error)
+    {
+        _streams[0] = output;
+        _streams[1] = error;
+    }
+
     // Starts the program `words[0]`, looked for as a shell does; `words` ends with null. Returns 0
     // or the system's reason.
     int start(char* const* words, Environment& environment, Output output);
@@ -55,6 +63,7 @@ private:
     void pass(int signal);
 
     SignalWatch& _watch;
+    int _streams[2] = {-1, -1};
     pid_t _pid = 0;
     bool _hasEnded = false;
     int _end = 0; // as waitpid() tells it

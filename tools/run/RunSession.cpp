@@ -4,7 +4,9 @@
 #include "qip/Support/qipVisibleText.h"
 #include "tools/run/Companion.h"
 #include "tools/run/CounterKinds.h"
+#include "tools/run/OutputFilter.h"
 #include "tools/run/TestDriver.h"
+#include "tools/run/TextReplacer.h"
 #include "tools/run/logName.h"
 
 #include <algorithm>
@@ -126,6 +128,9 @@ bool RunSession::prepare()
         return false;
     }
     _words = driver.words();
+    _privateTests = driver.standIn();
+    _testFolder = driver.folder();
+    _driverLogs = driver.logs();
     sayWhatIsReplaced();
     collectInto(_folder.all(), _environment);
     if (_request._isEach) {
@@ -137,7 +142,14 @@ bool RunSession::prepare()
 // Returns false with `status` set when the command cannot be run.
 bool RunSession::runCommand(int& status)
 {
+    OutputFilter filter(_privateTests, _testFolder);
+    if (!_testFolder.empty()) {
+        // Where the driver says that its records are, they shall be.
+        filter.start();
+        _command.useStreams(filter.output(), filter.error());
+    }
     const int failure = _command.start(_words, _environment, Process::Shared);
+    filter.close();
     if (failure != 0) {
         say("cannot run " + _words[0] + ": " + std::strerror(failure));
         status = failure == ENOENT ? NotFound : CannotRun;
@@ -151,6 +163,9 @@ void RunSession::watchForOthers()
 {
     if (!_command.waitForOthers(PatienceForOthers)) {
         say("processes that the command started still run; what they run is not in the log");
+    }
+    for (const std::string& log : _driverLogs) {
+        replaceInFile(log, _privateTests, _testFolder);
     }
 }
 

@@ -46,6 +46,9 @@ private:
     CounterFolder _folder;
     Environment _environment;
     std::vector<std::string> _words; // what is run in place of the command
+    std::string _privateTests;       // the folder that the driver takes for _testFolder
+    std::string _testFolder;         // empty: the driver has the tests' own
+    std::vector<std::string> _driverLogs;
     Process _command;
     CounterImport _import;
     bool _hasFailed = false;

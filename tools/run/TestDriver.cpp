@@ -244,6 +244,22 @@ void TestDriver::replaceCtestWords(const std::string& scratch, const std::string
         }
     }
     _words = words;
+    noteLogs();
+}
+
+// What ctest prints goes into a file as well: -O FILE, --output-log FILE, --output-log=FILE.
+void TestDriver::noteLogs()
+{
+    for (size_t i = 1; i < _words.size(); ++i) {
+        const size_t equals = _words[i].find('=');
+        const std::string option = _words[i].substr(0, equals);
+        if (option == "-O" || option == "--output-log") {
+            const bool isNext = equals == std::string::npos;
+            _logs.push_back(!isNext                 ? _words[i].substr(equals + 1)
+                            : i + 1 < _words.size() ? _words[i + 1]
+                                                    : "");
+        }
+    }
 }
 
 bool TestDriver::prepareCtest(const std::string& scratch, const Environment& environment)
@@ -259,7 +275,12 @@ bool TestDriver::prepareCtest(const std::string& scratch, const Environment& env
     if (folder.empty() || !writeTests(scratch, folder)) {
         return false;
     }
-    replaceCtestWords(scratch, folder);
+    // As ctest prints it, whatever links lead to it.
+    std::error_code failure;
+    const fs::path real = fs::canonical(scratch, failure);
+    _standIn = failure ? scratch : real.string();
+    _folder = folder;
+    replaceCtestWords(_standIn, folder);
     return true;
 }
 

@@ -30,6 +30,12 @@ public:
     const std::vector<std::string>& words() const { return _words; }
     const std::string& problem() const { return _problem; }
 
+    // The private folder that the driver takes for that of the tests, and prints, and the one that
+    // it stands for; both empty for none. And the files that it prints into, too.
+    const std::string& standIn() const { return _standIn; }
+    const std::string& folder() const { return _folder; }
+    const std::vector<std::string>& logs() const { return _logs; }
+
 private:
     bool prepareCtest(const std::string& scratch, const Environment& environment);
     void prepareMeson(const std::string& scratch, const Environment& environment);
@@ -37,12 +43,16 @@ private:
     std::string answerOf(std::vector<std::string> words, const std::string& scratch,
                          const Environment& environment);
     bool writeTests(const std::string& scratch, const std::string& folder);
+    void noteLogs();
     void replaceCtestWords(const std::string& scratch, const std::string& folder);
 
     SignalWatch& _watch;
     std::vector<std::string> _words;
     std::string _self;
     std::string _problem;
+    std::string _standIn;
+    std::string _folder;
+    std::vector<std::string> _logs;
 };
 
 // The variable that tells the wrapper where everything is: the path of a CounterFolder.

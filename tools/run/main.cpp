@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-run: runs a command and makes logs of what it covered.
+#include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
 #include "tools/run/Process.h"
@@ -68,7 +69,7 @@ int runProgram(int argc, char** argv)
     }
     if (first == "--help" || first == "--version") {
         first == "--help" ? usage(std::cout) : void(std::cout << "zem-run " ZEM_VERSION << '\n');
-        return finishStandardOutput("zem-run") ? 0 : RunSession::NoCoverage;
+        return finishStandardOutput("zem-run") ? 0 : 1; // no command ran
     }
     RunRequest request;
     const std::string problem = request.read(argv + 1);
@@ -83,6 +84,7 @@ int runProgram(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    endWithoutMemory("zem-run", RunSession::NoCoverage);
     Process::rememberStreams();
     guardStandardStreams();
     try {

@@ -45,9 +45,7 @@ void showFailure(const char* filename, bool tooLarge)
     try {
         std::string message = std::string("Could not open ") + filename + "!";
         if (tooLarge) {
-            message += " It has more than " + std::to_string(LineIndex::LargestFile >> 20) +
-                       " MiB or " + std::to_string(LineIndex::MostLines / 1000000) +
-                       " million lines.";
+            message += " Too large."; // short, so that it is seen beside the path
         }
         showMessage(message.c_str());
     } catch (const std::bad_alloc&) {

@@ -2,6 +2,7 @@
 #include "tools/import/cobertura/CoberturaImporter.h"
 
 #include "qip/Support/qipVisibleText.h"
+#include "tools/common/WorkOn.h"
 #include "tools/import/cobertura/CoberturaDocument.h"
 #include "tools/import/lines/InputFiles.h"
 #include "tools/import/lines/inputNames.h"
@@ -77,6 +78,7 @@ bool CoberturaImporter::readBuild(ImportedBuild& build, ImportLosses& losses, un
         return false;
     }
     for (const std::string& path : paths) {
+        const WorkOn work("reading ", path);
         CoberturaDocument document(_table);
         if (!document.read(path, stemOf(path))) {
             return fail(document.problem());

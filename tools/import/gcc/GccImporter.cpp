@@ -4,6 +4,7 @@
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/FolderWalk.h"
 #include "tools/common/Progress.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/parallel.h"
 #include "tools/import/SourceTable.h"
 #include "tools/import/gcc/GccUnit.h"
@@ -57,6 +58,7 @@ public:
 
     void run(size_t item) override
     {
+        const WorkOn work("reading ", _files[item]._notes);
         GccUnit unit(_sources, _store);
         if (_takesLines || !unit.readBlocks(_files[item])) {
             unit.readLines(_files[item], _gcov);

@@ -3,6 +3,7 @@
 
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/Progress.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/parallel.h"
 
 #include <algorithm>
@@ -23,6 +24,7 @@ public:
 
     void run(size_t item) override
     {
+        const WorkOn work("reading ", _files[item]._notes);
         const GccUnitFiles files = {_files[item]._notes, ""};
         if (_takesLines || !_units[item]->readBlocks(files)) {
             _units[item]->readLines(files, _gcov);
@@ -47,7 +49,11 @@ public:
         : _files(files), _units(std::move(units)), _gcov(gcov)
     {}
 
-    void run(size_t item) override { _units[item]->readRun(_files[item], _gcov); }
+    void run(size_t item) override
+    {
+        const WorkOn work("reading ", _files[item]._counters);
+        _units[item]->readRun(_files[item], _gcov);
+    }
 
 private:
     const std::vector<GccUnitFiles>& _files;

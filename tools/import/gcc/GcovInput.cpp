@@ -30,7 +30,7 @@ bool GcovInput::read(const std::string& path)
     _size = 0;
     _problem.clear();
     InputFile file;
-    if (!file.open(path)) {
+    if (!file.openToWatch(path)) {
         return fail(file.problem());
     }
     return append(FirstPiece, file) && readRecords(file) &&

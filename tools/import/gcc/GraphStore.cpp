@@ -231,6 +231,7 @@ void GraphStore::moveCopies(ImportedBuild& build)
         // What says where its counts are stays.
         build._copies.push_back(std::move(graph->_copy));
     }
+    endOpenFunctions(build._copies);
 }
 
 bool GraphStore::solve(unsigned int nThreads, ImportedBuild& build, std::vector<int64_t>& counts,
@@ -246,7 +247,6 @@ bool GraphStore::solve(unsigned int nThreads, ImportedBuild& build, std::vector<
     for (Part& part : _parts) {
         decltype(part._graphs)().swap(part._graphs);
     }
-    endOpenFunctions(build._copies);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "qip/Support/qipVisibleText.h"
 #include "tools/common/Progress.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 #include "tools/common/parallel.h"
 #include "tools/import/gcov/JsonDocuments.h"
 #include "tools/import/lines/InputFiles.h"
@@ -66,6 +67,7 @@ public:
 
     void run(size_t item) override
     {
+        const WorkOn work("reading ", _documents[item]._path);
         _outcomes[item]._time = modificationTime(_documents[item]._path);
         readFile(_documents[item], _outcomes[item]);
         _outcomes[item]._losses._failedUnits += _outcomes[item]._problem.empty() ? 0 : 1;

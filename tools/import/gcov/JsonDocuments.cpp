@@ -5,6 +5,12 @@ namespace {
 
 constexpr size_t PieceSize = 64 * 1024;
 
+// In strings such characters are written in another way. The holes of a file are full of them.
+bool isForbidden(char c)
+{
+    return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\r' && c != '\n';
+}
+
 } // namespace
 
 bool JsonDocuments::fail(const std::string& problem)
@@ -91,6 +97,9 @@ bool JsonDocuments::next(std::string& document)
         const size_t start = _used;
         bool isComplete = false;
         while (_used < _size && !isComplete) {
+            if (isForbidden(_piece[_used])) {
+                return fail("it is no JSON: a control character on line " + std::to_string(_line));
+            }
             isComplete = isDone(_piece[_used++]);
         }
         if (document.size() + (_used - start) > _largest) {

@@ -2,6 +2,7 @@
 #include "tools/import/lcov/LcovImporter.h"
 
 #include "qip/Support/qipVisibleText.h"
+#include "tools/common/WorkOn.h"
 #include "tools/import/lcov/Tracefile.h"
 #include "tools/import/lines/InputFiles.h"
 #include "tools/import/lines/inputNames.h"
@@ -58,6 +59,7 @@ bool LcovImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigne
     }
     losses._unreadFolders += files.unreadFolders();
     for (const std::string& path : files.paths()) {
+        const WorkOn work("reading ", path);
         Tracefile file(_table);
         if (!file.read(path, stemOf(path))) {
             return fail(file.problem());

@@ -43,7 +43,7 @@ bool InputStream::refill()
 
 bool InputStream::open(const std::string& path)
 {
-    if (!_file.open(path)) {
+    if (!_file.openToWatch(path)) {
         return fail(_file.problem());
     }
     if (!refill()) {

@@ -11,17 +11,6 @@
 #include <tuple>
 #include <utility>
 
-namespace {
-
-void addCount(int64_t& sum, int64_t count)
-{
-    if (__builtin_add_overflow(sum, count, &sum)) {
-        sum = count > 0 ? INT64_MAX : INT64_MIN;
-    }
-}
-
-} // namespace
-
 uint32_t LineTable::file(const std::string& path)
 {
     const auto found = _fileNumbers.emplace(path, static_cast<uint32_t>(_files.size()));
@@ -58,6 +47,7 @@ void LineTable::beginSection(uint32_t file, uint32_t run)
     _section.clear();
     _lastLine = 0;
     _isSorted = true;
+    _mostLines = LeastUnited;
 }
 
 void LineTable::addFunction(const char* name, size_t size, uint32_t first, uint32_t last)
@@ -121,6 +111,18 @@ void LineTable::sortSection()
         }
     }
     _section.resize(kept + 1);
+}
+
+// Makes room in a section that has grown. What is left is at most half of what there may be before
+// the next time, so that the cost of all of them is in proportion to the lines that came.
+void LineTable::uniteSection()
+{
+    if (!_isSorted) {
+        sortSection();
+    }
+    _isSorted = true;
+    _lastLine = _section.back()._line;
+    _mostLines = std::max(LeastUnited, 2 * _section.size());
 }
 
 void LineTable::endSection()
@@ -229,8 +231,9 @@ void LineTable::FileBuild::findOwners()
     }
     index.build();
     _owners.reserve(_file._lines.size());
+    size_t hint = 0;
     for (const uint32_t line : _file._lines) {
-        _owners.push_back(std::min(index.ownerOf(line), nFunctions));
+        _owners.push_back(std::min(index.ownerOf(line, hint), nFunctions));
     }
 }
 

@@ -43,9 +43,17 @@ public:
     // A function of the section's file from line `first` on; `last` is 0 when it is not known. The
     // name has `size` bytes.
     void addFunction(const char* name, size_t size, uint32_t first, uint32_t last);
-    // A line of the section, from 1. Counts of one line are added up.
+    // A line of the section, from 1. Counts of one line are added up, so that memory follows the
+    // different lines.
     void addLine(uint32_t line, int64_t count)
     {
+        if (line == _lastLine) {
+            addCount(_section.back()._count, count);
+            return;
+        }
+        if (_section.size() == _mostLines) {
+            uniteSection();
+        }
         _isSorted = _isSorted && line > _lastLine;
         _lastLine = line;
         _section.push_back({line, count});
@@ -106,8 +114,18 @@ private:
         std::vector<Section> _sections;
     };
 
+    // Lines that a section may have before it is looked for such that are one.
+    static constexpr size_t LeastUnited = 1u << 16;
+
+    static void addCount(int64_t& sum, int64_t count)
+    {
+        if (__builtin_add_overflow(sum, count, &sum)) {
+            sum = count > 0 ? INT64_MAX : INT64_MIN;
+        }
+    }
     static void uniteFunctions(std::vector<Function>& functions);
     void sortSection();
+    void uniteSection();
     void leaveOut(ImportedBuild& build, ImportLosses& losses);
 
     std::vector<File> _files;
@@ -122,5 +140,6 @@ private:
     std::vector<LineHits> _section;
     uint32_t _lastLine = 0;
     bool _isSorted = true;
+    size_t _mostLines = LeastUnited;
     std::vector<char> _packed;
 };

@@ -30,14 +30,19 @@ CoverageImage::Result CoverageImage::read(const std::string& path)
     if (!file.open(path)) {
         return fail(file.problem());
     }
+    const Result result = read(file);
+    return result != Failed && !file.isUnchanged() ? fail(file.problem()) : result;
+}
+
+CoverageImage::Result CoverageImage::read(ElfFile& file)
+{
     const ElfSection* counters = file.find(countersSection);
     if (file.find(mapSection) == nullptr) {
         return counters == nullptr && file.find(nameSection) == nullptr ? NoCoverage : Stripped;
     }
     _isObject = file.isObject();
     _countersAddress = counters == nullptr ? 0 : counters->_address;
-    const Result result = readMap(file);
-    return result == Ok && !file.isUnchanged() ? fail(file.problem()) : result;
+    return readMap(file);
 }
 
 CoverageImage::Result CoverageImage::readMap(ElfFile& file)

@@ -80,6 +80,7 @@ public:
 
 private:
     Result fail(const std::string& problem);
+    Result read(ElfFile& file);
     Result readMap(ElfFile& file);
     bool readRecords(bool isBigEndian);
     void addRecord(const CoverageRecord& record);

@@ -37,7 +37,7 @@ bool ElfFile::fail(const std::string& problem)
 
 bool ElfFile::open(const std::string& path)
 {
-    return (_file.open(path) || fail(_file.problem())) && readTable();
+    return (_file.openToWatch(path) || fail(_file.problem())) && readTable();
 }
 
 bool ElfFile::readHead(uint64_t& table, uint64_t& entries, uint64_t& names)

@@ -39,6 +39,21 @@ public:
         return value;
     }
 
+    // Reads `count` numbers of 8 bytes at `data`.
+    static void words(const char* data, size_t count, bool isBigEndian, uint64_t* values)
+    {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(data);
+        if (isBigEndian) {
+            for (size_t i = 0; i < count; ++i) {
+                values[i] = numberAt(bytes + 8 * i, 8, true);
+            }
+        } else {
+            for (size_t i = 0; i < count; ++i) {
+                values[i] = numberAt(bytes + 8 * i, 8, false);
+            }
+        }
+    }
+
     // At most 10 bytes and 64 bits.
     uint64_t leb()
     {

@@ -2,6 +2,8 @@
 #include "tools/import/llvm/LlvmCov.h"
 
 #include "tools/common/InputFile.h"
+#include "tools/import/TemporaryFolder.h"
+#include "tools/import/ToolRun.h"
 #include "tools/import/llvm/RawProfile.h"
 
 #include <cstdlib>
@@ -12,33 +14,6 @@ namespace {
 
 constexpr unsigned int OldestTool = 11;
 constexpr unsigned int NewestTool = 40;
-
-// A folder of its own, removed with all that is in it.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder()
-    {
-        std::error_code failure;
-        const std::filesystem::path base = std::filesystem::temp_directory_path(failure);
-        std::string pattern = (base / "zem-import-XXXXXX").string();
-        _path = mkdtemp(pattern.data()) == nullptr ? std::string() : pattern;
-    }
-    ~TemporaryFolder()
-    {
-        if (!_path.empty()) {
-            std::error_code ignored;
-            std::filesystem::remove_all(_path, ignored);
-        }
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::string& path() const { return _path; }
-
-private:
-    std::string _path;
-};
 
 class Nobody : public ToolRun::Receiver
 {

@@ -10,7 +10,7 @@
 #pragma once
 
 #include "tools/import/llvm/CoverageFunction.h"
-#include "tools/import/llvm/ToolRun.h"
+#include "tools/import/ToolRun.h"
 
 #include <cstdint>
 #include <memory>

@@ -5,9 +5,11 @@
 #include "tools/common/FolderWalk.h"
 #include "tools/common/Progress.h"
 #include "tools/common/SourcePath.h"
+#include "tools/common/WorkOn.h"
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <utility>
@@ -29,7 +31,7 @@ bool readAll(const std::string& path, std::string& bytes)
 {
     InputFile file;
     bytes.clear();
-    if (!file.open(path)) {
+    if (!file.openToWatch(path)) {
         return complain(path, file.problem());
     }
     if (!file.append(bytes, RawProfile::HeadSize)) {
@@ -89,6 +91,14 @@ int LlvmImporter::option(char** words)
         _usesTools = true;
         return 1;
     }
+    if (std::strcmp(words[0], "--each-run") == 0) {
+        _keepsRunsApart = true;
+        return 1;
+    }
+    if (words[1] != nullptr && std::strcmp(words[0], "--run") == 0) {
+        _folders.push_back(words[1]);
+        return 2;
+    }
     if (words[1] != nullptr && std::strcmp(words[0], "--llvm-cov") == 0) {
         _tools.useCov(words[1]);
         return 2;
@@ -108,6 +118,9 @@ void LlvmImporter::input(const char* word)
 void LlvmImporter::usage(std::ostream& out) const
 {
     out << "  --merge          one log with the sum of all profiles\n"
+           "  --run DIR        take the profiles of one run from DIR; those of several runs are "
+           "added up\n"
+           "  --each-run       write a log for each --run DIR, named after it\n"
            "  --via-llvm-cov   let llvm-profdata and llvm-cov read everything\n"
            "  --llvm-cov PROGRAM, --llvm-profdata PROGRAM\n"
            "                   the ones to ask (default: what fits the profile, the newest "
@@ -148,18 +161,73 @@ bool LlvmImporter::findInputs(ImportLosses& losses)
                      "wrote the profiles, or a folder that holds it\n";
         return false;
     }
-    if (_inputs.profiles().empty()) {
+    return findRuns(losses);
+}
+
+// The profiles of each folder that --run names are one log, or all of them are.
+bool LlvmImporter::findFolderRuns(ImportLosses& losses)
+{
+    bool isAny = false;
+    for (const char* folder : _folders) {
+        LlvmInputs found;
+        if (!found.add(folder)) {
+            return false;
+        }
+        losses._unreadFolders += found.unreadFolders();
+        std::error_code failure;
+        const std::filesystem::path real = std::filesystem::canonical(folder, failure);
+        if (_keepsRunsApart || _runs.empty()) {
+            _runs.push_back({_keepsRunsApart ? real.filename().string() : "", {}});
+        }
+        std::vector<std::string>& profiles = _runs.back()._profiles;
+        profiles.insert(profiles.end(), found.profiles().begin(), found.profiles().end());
+        isAny = isAny || !found.profiles().empty();
+    }
+    return isAny || complain(_folders.front(), "no .profraw file in the run folder");
+}
+
+// A log for each profile, one for all with --merge, or those of the folders that --run names. One
+// run has the name of the import; several have those of their files.
+bool LlvmImporter::findRuns(ImportLosses& losses)
+{
+    const std::vector<std::string>& profiles = _inputs.profiles();
+    if (_keepsRunsApart && _folders.empty()) {
+        std::cerr << "zem-import: --each-run wants the folders of runs: --run DIR\n";
+        return false;
+    }
+    if (!_folders.empty()) {
+        return findFolderRuns(losses);
+    }
+    if (profiles.empty()) {
         std::cerr << "zem-import: no .profraw file among the inputs: run the program with "
                      "LLVM_PROFILE_FILE=NAME.profraw and name that file or its folder\n";
         return false;
     }
+    if (_isMerged || profiles.size() == 1) {
+        _runs.push_back({"", profiles});
+        return true;
+    }
+    for (const std::string& path : profiles) {
+        const std::string name = path.substr(path.rfind('/') + 1);
+        _runs.push_back(
+            {LlvmInputs::hasProfileName(name) ? name.substr(0, name.rfind('.')) : name, {path}});
+    }
     return true;
+}
+
+std::vector<std::string> LlvmImporter::allProfiles() const
+{
+    std::vector<std::string> all;
+    for (const Run& run : _runs) {
+        all.insert(all.end(), run._profiles.begin(), run._profiles.end());
+    }
+    return all;
 }
 
 // A file of debug information has the map and lacks the names, which profiles have, too.
 void LlvmImporter::addNames(CoverageImage& image) const
 {
-    for (const std::string& path : _inputs.profiles()) {
+    for (const std::string& path : allProfiles()) {
         std::string bytes;
         RawProfile profile;
         if (image.lacksNames() && readAll(path, bytes) &&
@@ -174,6 +242,7 @@ void LlvmImporter::addNames(CoverageImage& image) const
 // Returns false when the file is damaged.
 bool LlvmImporter::readImage(const LlvmInputs::Binary& binary, ImportLosses& losses)
 {
+    const WorkOn work("reading ", binary._path);
     auto image = std::make_unique<CoverageImage>();
     switch (image->read(binary._path)) {
     case CoverageImage::Ok:
@@ -223,7 +292,7 @@ bool LlvmImporter::readImages(const std::vector<LlvmInputs::Binary>& binaries, I
 // Finds out what is known of the profiles before they are read.
 void LlvmImporter::lookAtProfiles(ImportedBuild& build)
 {
-    for (const std::string& path : _inputs.profiles()) {
+    for (const std::string& path : allProfiles()) {
         InputFile file;
         std::string head;
         if (!file.open(path) || !file.append(head, RawProfile::HeadSize)) {
@@ -238,25 +307,20 @@ void LlvmImporter::lookAtProfiles(ImportedBuild& build)
     }
 }
 
-std::vector<std::string> LlvmImporter::profilesOf(size_t run) const
-{
-    const std::vector<std::string>& all = _inputs.profiles();
-    return _isMerged ? all : std::vector<std::string>{all[run]};
-}
-
 // The functions come with the counts of the first run that can be read.
 bool LlvmImporter::readImagesByTools()
 {
     for (size_t run = 0; run < runs(); ++run) {
         auto image = std::make_unique<CoverageImage>();
         _toolRun = std::make_unique<ExportedImage>(image.get());
-        if (_tools.read(_toolBinaries, profilesOf(run), *_toolRun)) {
+        const std::vector<std::string>& profiles = _runs[run]._profiles;
+        if (!profiles.empty() && _tools.read(_toolBinaries, profiles, *_toolRun)) {
             _toolRunNumber = run;
             _build.add(std::move(image));
             return true;
         }
     }
-    return complain(_inputs.profiles().front(), _tools.problem());
+    return complain(allProfiles().front(), _tools.problem());
 }
 
 bool LlvmImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
@@ -287,22 +351,6 @@ bool LlvmImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigne
     _build.read(build, losses, nThreads);
     _counters = std::make_unique<RunCounters>(_build.plan());
     return true;
-}
-
-size_t LlvmImporter::runs() const
-{
-    return _isMerged ? 1 : _inputs.profiles().size();
-}
-
-// One run has the name of the import; several have those of their files.
-std::string LlvmImporter::nameOf(size_t run) const
-{
-    if (runs() == 1) {
-        return std::string();
-    }
-    const std::string& path = _inputs.profiles()[run];
-    const std::string name = path.substr(path.rfind('/') + 1);
-    return LlvmInputs::hasProfileName(name) ? name.substr(0, name.rfind('.')) : name;
 }
 
 // Files of one build carry one number; a profile that has another was written by another build,
@@ -348,6 +396,7 @@ bool LlvmImporter::addParts(const std::string& path, const RawProfile& profile,
 
 bool LlvmImporter::readProfile(const std::string& path, ImportLosses& losses)
 {
+    const WorkOn work("reading ", path);
     if (!readAll(path, _bytes)) {
         return false;
     }
@@ -364,8 +413,9 @@ bool LlvmImporter::readRunByTools(size_t run, ImportLosses& losses)
     if (run != _toolRunNumber || exported == nullptr) {
         other = std::make_unique<ExportedImage>(nullptr);
         exported = other.get();
-        if (!_tools.read(_toolBinaries, profilesOf(run), *exported)) {
-            return complain(_inputs.profiles()[run], _tools.problem());
+        const std::vector<std::string>& profiles = _runs[run]._profiles;
+        if (!_tools.read(_toolBinaries, profiles, *exported)) {
+            return complain(profiles.front(), _tools.problem());
         }
     }
     RunCounters::Found found;
@@ -382,14 +432,16 @@ bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses
 {
     _counters->clear();
     _addedRuns = 0;
-    const size_t first = _isMerged ? 0 : run;
-    const size_t last = _isMerged ? _inputs.profiles().size() : run + 1;
+    const std::vector<std::string>& profiles = _runs[run]._profiles;
+    if (profiles.empty()) {
+        return complain(_folders[run], "no .profraw file in the run folder");
+    }
     size_t isRead = 0;
-    for (size_t i = first; i < last; ++i) {
-        const std::string& path = _inputs.profiles()[i];
-        const bool isGood = !_usesTools  ? readProfile(path, losses)
-                            : i == first ? readRunByTools(run, losses)
-                                         : isRead != 0;
+    for (size_t i = 0; i < profiles.size(); ++i) {
+        const std::string& path = profiles[i];
+        const bool isGood = !_usesTools ? readProfile(path, losses)
+                            : i == 0    ? readRunByTools(run, losses)
+                                        : isRead != 0;
         if (isGood) {
             ++isRead;
             result._executionTime = std::max(result._executionTime, modificationTime(path));
@@ -401,7 +453,7 @@ bool LlvmImporter::readRun(size_t run, ImportedRun& result, ImportLosses& losses
         return false;
     }
     losses._mostRuns = std::max<uint64_t>(losses._mostRuns, std::max(isRead, _addedRuns));
-    result._name = nameOf(run);
+    result._name = _runs[run]._name;
     losses._staleFunctions += _counters->evaluate(result._counts, nThreads);
     return true;
 }

@@ -113,21 +113,15 @@ bool RawProfile::isSingleByte(const char* bytes, size_t size)
     return (versionWord(bytes, size) & SingleByteFlag) != 0;
 }
 
-uint64_t ProfilePart::counter(const ProfileRecord& record, uint32_t i) const
+void ProfilePart::readCounters(const ProfileRecord& record, uint64_t* counters) const
 {
+    const char* first = _counters + record._start;
     if (_isSingleByte) {
-        return _counters[record._start + i] == 0 ? 1 : 0;
+        std::transform(first, first + record._nCounters, counters,
+                       [](char byte) { return byte == 0 ? 1 : 0; });
+        return;
     }
-    return LlvmBytes(_counters + record._start + 8 * uint64_t(i), 8, _isBigEndian).u64();
-}
-
-void ProfilePart::appendCounters(const ProfileRecord& record, std::vector<uint64_t>& counters) const
-{
-    const size_t before = counters.size();
-    counters.resize(before + record._nCounters);
-    for (uint32_t i = 0; i < record._nCounters; ++i) {
-        counters[before + i] = counter(record, i);
-    }
+    LlvmBytes::words(first, record._nCounters, _isBigEndian, counters);
 }
 
 bool RawProfile::readHead(LlvmBytes& bytes, Head& head)

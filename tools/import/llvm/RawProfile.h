@@ -47,10 +47,8 @@ struct ProfilePart
     bool _isBigEndian = false;
     std::string _names; // as they stand
 
-    // Counter number `i` of a record.
-    uint64_t counter(const ProfileRecord& record, uint32_t i) const;
-    // Appends all of them to `counters`.
-    void appendCounters(const ProfileRecord& record, std::vector<uint64_t>& counters) const;
+    // Gives all counters of a record to `counters`.
+    void readCounters(const ProfileRecord& record, uint64_t* counters) const;
     size_t counterSize() const { return _isSingleByte ? 1 : 8; }
 };
 

@@ -82,18 +82,20 @@ void RunCounters::keep(const ProfilePart& part, const ProfileRecord& record, uin
     if (_starts[key] == 0) {
         _starts[key] = _counters.size() + 1;
         _nCounters[key] = record._nCounters;
-        part.appendCounters(record, _counters);
+        _counters.resize(_counters.size() + record._nCounters);
+        part.readCounters(record, &_counters[_starts[key] - 1]);
         return;
     }
     if (_nCounters[key] != record._nCounters) {
         ++found._otherCount;
         return;
     }
+    _more.resize(record._nCounters);
+    part.readCounters(record, _more.data());
     uint64_t* sums = &_counters[_starts[key] - 1];
     for (uint32_t i = 0; i < record._nCounters; ++i) {
-        const uint64_t more = part.counter(record, i);
-        const bool isOver = sums[i] > GreatestCounter || more > GreatestCounter - sums[i];
-        sums[i] = isOver ? GreatestCounter : sums[i] + more;
+        const bool isOver = sums[i] > GreatestCounter || _more[i] > GreatestCounter - sums[i];
+        sums[i] = isOver ? GreatestCounter : sums[i] + _more[i];
     }
 }
 

@@ -56,4 +56,5 @@ private:
     std::vector<uint64_t> _counters;        // of all functions that have any
     std::vector<size_t> _starts;            // of each key's, from 1; 0: none
     std::vector<uint32_t> _nCounters;       // of each key
+    std::vector<uint64_t> _more;            // of a function, to be added
 };

@@ -31,6 +31,23 @@ TEST(qipEndianTest, PutStoresWhatGetReads)
     EXPECT_EQ(std::memcmp(bytes, expected, sizeof bytes), 0);
 }
 
+TEST(qipEndianTest, PutStoresAnArray)
+{
+    for (size_t count = 0; count < 40; ++count) { // whole vectors and what is left over
+        std::vector<uint32_t> words;
+        for (size_t i = 0; i < count; ++i) {
+            words.push_back(static_cast<uint32_t>(i * 0x01020304 + 0x80));
+        }
+        std::vector<unsigned char> bytes(4 * count + 2, 0xab);
+        qipPutBig32(bytes.data() + 1, words.data(), count);
+        for (size_t i = 0; i < count; ++i) {
+            EXPECT_EQ(qipGetBig32(bytes.data() + 1 + 4 * i), words[i]);
+        }
+        EXPECT_EQ(bytes[0], 0xab);
+        EXPECT_EQ(bytes[4 * count + 1], 0xab) << "the byte behind the array";
+    }
+}
+
 TEST(qipEndianTest, ArrayIsTurnedInPlace)
 {
     for (size_t count = 0; count < 40; ++count) { // whole vectors and what is left over

@@ -9,10 +9,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <ostream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -50,6 +53,7 @@ public:
     long _consume = -1;
     size_t _stopAt = static_cast<size_t>(-1);
     int _stopResult = 0;
+    std::function<void()> _whileItIsRead; // called for each record
 
 protected:
     int readHeader() override
@@ -69,6 +73,9 @@ protected:
     {
         std::string payload(_consume < 0 ? size : static_cast<size_t>(_consume), '\0');
         payload.resize(fread(payload.data(), 1, payload.size(), _fp));
+        if (_whileItIsRead) {
+            _whileItIsRead();
+        }
         if (_seen.size() == _stopAt) {
             return _stopResult;
         }
@@ -547,6 +554,49 @@ TEST_F(qipVLRecFileTest, SmallFileMayOverlapALittle)
 }
 
 // Opening.
+
+// One byte of many, of the same length, and right behind the writing of the file.
+TEST_F(qipVLRecFileTest, AFileThatIsWrittenToWhileItIsReadIsCorrupt)
+{
+    _file._whileItIsRead = [this] {
+        const int fd = open(path().c_str(), O_WRONLY);
+        EXPECT_EQ(pwrite(fd, "x", 1, 64 + 16), 1);
+        close(fd);
+    };
+    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").record(1, "b")), qipVLRecFile::FileCorrupt);
+    EXPECT_EQ(_file._seen.size(), 2u);
+    EXPECT_EQ(_file.failure()._cause, qipVLRecFile::FileCorrupt);
+    EXPECT_STREQ(_file.failure()._reason, "It was written to while it was read");
+    EXPECT_EQ(_file.failure()._record, 0);
+    EXPECT_STREQ(_file.failure().advice(), "read it again when nobody writes to it any more");
+    // Still so: its state is that of its opening.
+    _file._whileItIsRead = nullptr;
+    EXPECT_EQ(_file.load(), qipVLRecFile::FileCorrupt);
+    ASSERT_EQ(_file.open(path().c_str(), qipVLRecFile::READ, 0), 0);
+    EXPECT_EQ(_file.load(), 2);
+    EXPECT_EQ(_file.failure()._reason, nullptr);
+}
+
+// What seems to be wrong with it then is no damage.
+TEST_F(qipVLRecFileTest, AFileThatIsCutWhileItIsReadIsToldAsSuch)
+{
+    const std::string large(300 * 1000, 'x'); // more than a buffer
+    _file._whileItIsRead = [this] {
+        EXPECT_EQ(truncate(path().c_str(), 1000), 0);
+    };
+    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").record(1, large).record(1, large)),
+              qipVLRecFile::OpenFailed);
+    EXPECT_STREQ(_file.failure()._reason, "It was written to while it was read");
+    EXPECT_EQ(_file.failure()._record, 0);
+}
+
+TEST_F(qipVLRecFileTest, AFileThatIsExchangedWhileItIsReadIsReadToItsEnd)
+{
+    _file._whileItIsRead = [this] {
+        std::filesystem::rename(_dir.write("new", "something else"), path());
+    };
+    EXPECT_EQ(load(RecFileBuilder(0).record(1, "a").record(1, "b")), 2);
+}
 
 TEST_F(qipVLRecFileTest, NullNameIsABadParameter)
 {

@@ -2,8 +2,8 @@
 #include "tools/common/CoverageWriter.h"
 
 #include "tests/support/DataFiles.h"
-#include "tests/support/TempDir.h"
-#include "tests/unit/tools/common/CovSample.h"
+#include "tests/support/KeptFolder.h"
+#include "tests/unit/tools/common/CovSampleTest.h"
 #include "tools/common/ContentDigest.h"
 #include "tools/common/LogWriter.h"
 #include "tools/common/MapWriter.h"
@@ -22,22 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class CoverageWriterTest : public ::testing::Test
+class CoverageWriterTest : public CovSampleTest
 {
 protected:
-    CovFunction function(const char* symbol, uint32_t start, uint32_t end,
-                         const std::vector<CovSampleRange>& blocks)
-    {
-        return covFunction(_counts, symbol, start, end, blocks);
-    }
-
-    void addFile(const std::string& path, const std::vector<CovFunction>& functions)
-    {
-        _model._files.emplace_back();
-        _model._files.back()._path = path;
-        _model._files.back()._functions = functions;
-    }
-
     std::string bytes(RecFileBuilder builder, const char* name)
     {
         builder.write(_dir.path(name));
@@ -75,11 +62,7 @@ protected:
         return isWritten;
     }
 
-    const TempDir _dir;
-    CoverageModel _model;
-    ImportLosses _losses;
     CoverageOutput _output{_dir.path(), "run", false};
-    std::vector<int64_t> _counts;
     uint32_t _executionTime = 0;
     std::string _map;
     std::string _problem;
@@ -184,6 +167,7 @@ TEST_F(CoverageWriterTest, RelativeLogNamesTheMapFromTheCurrentFolder)
 {
     addOneFile();
     fs::create_directory(_dir.path("out"));
+    const KeptFolder kept;
     ASSERT_EQ(chdir(_dir.path().c_str()), 0);
     _output._isRelative = true;
     _output._folder = "out/../out";
@@ -191,7 +175,6 @@ TEST_F(CoverageWriterTest, RelativeLogNamesTheMapFromTheCurrentFolder)
     EXPECT_EQ(_map.find("out/run-"), 0u) << _map;
     EXPECT_EQ(TempDir::read("out/run.log"),
               bytes(logFile({{"/s/a.cc", _map, {1}, 0, 0}}), "expected.log"));
-    ASSERT_EQ(chdir("/"), 0);
 }
 
 TEST_F(CoverageWriterTest, FolderIsTheOneThatTheSystemTakes)

@@ -2,6 +2,7 @@
 #include "tools/common/FunctionName.h"
 
 #include "tests/support/Golden.h"
+#include "tests/support/reportedName.h"
 #include "tools/common/RecordPayload.h"
 #include "zem/Demangle/demangle.h"
 
@@ -81,6 +82,8 @@ const NameRow rows[] = {
     {"TemplateOperator", "_ZmiIiE1SIT_ES2_S2_", "operator-<int>__F6S<int>6S<int>",
      "operator-<int>(S<int>, S<int>)"},
     {"Conversion", "_ZNK1ScviEv", "S::operator int__Fv", "S::operator int()"},
+    {"ConversionToATypeThatHasNoCode", "_ZN1ScvN4a__b1TEEv", "S::operator T__Fv",
+     "S::operator T()"},
     {"OperatorNew", "_ZN1SnwEm", "S::operator new__FUl", "S::operator new(unsigned long)"},
     {"String", "_Z4showNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE",
      "show__FQ23std6string", "show(std::string)"},
@@ -103,21 +106,6 @@ const NameRow rows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, FunctionNameTest, ::testing::ValuesIn(rows),
                          [](const auto& info) { return std::string(info.param.name); });
 
-std::string shown(const std::string& stored, int mode)
-{
-    char* text = demangle_name(stored.c_str(), mode);
-    std::string result = text != nullptr ? text : stored;
-    std::free(text);
-    return result;
-}
-
-// What the class report makes of a stored name.
-std::string classOf(const std::string& stored)
-{
-    const size_t colon = stored.rfind(':');
-    return colon == std::string::npos || colon == 0 ? "" : stored.substr(0, colon - 1);
-}
-
 struct ReportRow
 {
     const char* name;
@@ -139,9 +127,9 @@ TEST_P(FunctionReportTest, ShowsNameTypesAndClass)
 {
     ImportLosses losses;
     const std::string stored = storedFunctionName(GetParam().symbol, losses);
-    EXPECT_EQ(shown(stored, -1), GetParam().simple);
-    EXPECT_EQ(shown(stored, 1), GetParam().full);
-    EXPECT_EQ(classOf(stored), GetParam().klass);
+    EXPECT_EQ(reportedName(stored, -1), GetParam().simple);
+    EXPECT_EQ(reportedName(stored, 1), GetParam().full);
+    EXPECT_EQ(reportedClass(stored), GetParam().klass);
 }
 
 const ReportRow reportRows[] = {
@@ -206,8 +194,8 @@ TEST(FunctionNameLengthTest, OnlyNamesOfMoreThanSixtyCharactersAreShortened)
     const std::string word(49, 'f'); // "f...f<A<double>>" of 60
     const std::string sixty = "_Z49" + word + "I1AIdEEvv";
     const std::string more = "_Z50f" + word + "I1AIdEEvv";
-    EXPECT_EQ(shown(storedFunctionName(sixty, losses), -1), word + "<A<double>>");
-    EXPECT_EQ(shown(storedFunctionName(more, losses), -1), "f" + word + "<A<...>>");
+    EXPECT_EQ(reportedName(storedFunctionName(sixty, losses), -1), word + "<A<double>>");
+    EXPECT_EQ(reportedName(storedFunctionName(more, losses), -1), "f" + word + "<A<...>>");
 }
 
 TEST(FunctionNameLengthTest, FullNamesKeepEveryList)
@@ -240,7 +228,7 @@ TEST_P(FunctionInstancesTest, HaveTheTemplatesName)
 {
     ImportLosses losses;
     const std::string stored = storedFunctionName(GetParam().symbols, NameStyle(), losses);
-    EXPECT_EQ(shown(stored, 1), GetParam().shown);
+    EXPECT_EQ(reportedName(stored, 1), GetParam().shown);
 }
 
 TEST_P(FunctionInstancesTest, HaveOneKey)
@@ -343,9 +331,9 @@ TEST(FunctionNameSampleTest, EveryKindOfNameIsShownAsRecorded)
     for (std::string line; std::getline(in, line);) {
         const std::string symbol = line.substr(0, line.find('\t'));
         const std::string stored = storedFunctionName(symbol, losses);
-        text += line.substr(symbol.size() + 1) + "\n  " + shown(stored, -1) + "\n  " +
-                shown(stored, 0) + "\n  " + shown(stored, 1) + "\n  class " + classOf(stored) +
-                "\n";
+        text += line.substr(symbol.size() + 1) + "\n  " + reportedName(stored, -1) + "\n  " +
+                reportedName(stored, 0) + "\n  " + reportedName(stored, 1) + "\n  class " +
+                reportedClass(stored) + "\n";
     }
     EXPECT_TRUE(matchesGolden("names/symbols.txt", text));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/ImportLosses.h"
 
+#include "tests/support/Golden.h"
+
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -20,6 +22,57 @@ TEST(ImportLossesTest, NamesOnlyWhatOccurred)
     losses._systemFunctions = 310;
     losses._negativeCounts = 2;
     EXPECT_EQ(losses.text(), "310 system functions, 2 negative counts taken as 0");
+}
+
+TEST(ImportLossesTest, EachLossHasItsWords)
+{
+    uint64_t ImportLosses::*const counts[] = {&ImportLosses::_failedUnits,
+                                              &ImportLosses::_unreadFolders,
+                                              &ImportLosses::_linkedFolders,
+                                              &ImportLosses::_unitsNotRun,
+                                              &ImportLosses::_unitsAsLines,
+                                              &ImportLosses::_countersWithoutUnit,
+                                              &ImportLosses::_systemFunctions,
+                                              &ImportLosses::_excludedFunctions,
+                                              &ImportLosses::_markedFunctions,
+                                              &ImportLosses::_markedBlocks,
+                                              &ImportLosses::_sourcesNotSearched,
+                                              &ImportLosses::_unreadSources,
+                                              &ImportLosses::_artificialFunctions,
+                                              &ImportLosses::_blocksWithoutLine,
+                                              &ImportLosses::_blocksOfOtherFiles,
+                                              &ImportLosses::_linesOfOtherFiles,
+                                              &ImportLosses::_linesShownRed,
+                                              &ImportLosses::_linesShownBlack,
+                                              &ImportLosses::_guessedEnds,
+                                              &ImportLosses::_linesOutsideFunctions,
+                                              &ImportLosses::_functionsWithoutLines,
+                                              &ImportLosses::_linesWithoutNumber,
+                                              &ImportLosses::_unknownRecords,
+                                              &ImportLosses::_ambiguousSources,
+                                              &ImportLosses::_probeUnits,
+                                              &ImportLosses::_sourcesOfTwoBuilds,
+                                              &ImportLosses::_clampedCounts,
+                                              &ImportLosses::_negativeCounts,
+                                              &ImportLosses::_unsolvedFunctions,
+                                              &ImportLosses::_damagedFunctions,
+                                              &ImportLosses::_staleFunctions,
+                                              &ImportLosses::_sharedCounters,
+                                              &ImportLosses::_profilesOfOthers,
+                                              &ImportLosses::_regionsOfMacros,
+                                              &ImportLosses::_renamedFunctions,
+                                              &ImportLosses::_namesWithoutTypes,
+                                              &ImportLosses::_namesNotUnfolded,
+                                              &ImportLosses::_sourcesNotFound,
+                                              &ImportLosses::_refusedFiles};
+    ImportLosses losses;
+    uint64_t number = 0;
+    for (uint64_t ImportLosses::*const count : counts) {
+        losses.*count = ++number;
+    }
+    std::ostringstream out;
+    losses.write(out);
+    EXPECT_TRUE(matchesGolden("zem-import/losses.txt", out.str()));
 }
 
 TEST(ImportLossesTest, AddsCountsAndKeepsTheMostRuns)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/RelativePath.h"
 
+#include "tests/support/KeptFolder.h"
 #include "tests/support/TempDir.h"
 
 #include <cstdlib>
@@ -28,9 +29,8 @@ protected:
         ASSERT_EQ(setenv("PWD", _dir.path(folder).c_str(), 1), 0);
     }
 
-    void TearDown() override { ASSERT_EQ(chdir("/"), 0); }
-
     const TempDir _dir;
+    const KeptFolder _kept;
 };
 
 TEST_F(RelativePathTest, IsSeenFromTheCurrentFolder)

@@ -25,8 +25,8 @@ TEST(SourcePathTest, AbsolutePathIgnoresItsBase)
 
 TEST(SourcePathTest, RelativeBaseCountsFromTheCurrentFolder)
 {
-    EXPECT_EQ(absolutePath("", "a.cc"), std::filesystem::current_path().string() + "/a.cc");
-    EXPECT_EQ(absolutePath("b", "a.cc"), std::filesystem::current_path().string() + "/b/a.cc");
+    EXPECT_EQ(absolutePath("", "a.cc"), (std::filesystem::current_path() / "a.cc").string());
+    EXPECT_EQ(absolutePath("b", "a.cc"), (std::filesystem::current_path() / "b/a.cc").string());
 }
 
 // Most paths have nothing to take out, and are put together without a look at their parts.

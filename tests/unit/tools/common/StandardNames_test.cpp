@@ -67,4 +67,57 @@ const StandardRow rows[] = {
 INSTANTIATE_TEST_SUITE_P(Rows, StandardNamesTest, ::testing::ValuesIn(rows),
                          [](const auto& info) { return std::string(info.param.name); });
 
+// As c++filt writes them where nobody named more than "T".
+TEST(StandardDefaultsTest, DefaultsOfEveryTemplateGo)
+{
+    const std::string traits = ", std::char_traits<T>";
+    const std::string allocator = ", std::allocator<T>";
+    const std::string pairs = ", std::allocator<std::pair<T const, U> >";
+    const std::pair<const char*, std::string> templates[] = {
+        {"basic_filebuf<T", traits},
+        {"basic_fstream<T", traits},
+        {"basic_ifstream<T", traits},
+        {"basic_ios<T", traits},
+        {"basic_iostream<T", traits},
+        {"basic_istream<T", traits},
+        {"basic_istringstream<T", traits + allocator},
+        {"basic_ofstream<T", traits},
+        {"basic_ostream<T", traits},
+        {"basic_ostringstream<T", traits + allocator},
+        {"basic_regex<T", ", std::__cxx11::regex_traits<T>"},
+        {"basic_streambuf<T", traits},
+        {"basic_string<T", traits + allocator},
+        {"basic_string_view<T", traits},
+        {"basic_stringbuf<T", traits + allocator},
+        {"basic_stringstream<T", traits + allocator},
+        {"deque<T", allocator},
+        {"forward_list<T", allocator},
+        {"istreambuf_iterator<T", traits},
+        {"list<T", allocator},
+        {"map<T, U", ", std::less<T>" + pairs},
+        {"match_results<T", ", std::allocator<std::__cxx11::sub_match<T> >"},
+        {"multimap<T, U", ", std::less<T>" + pairs},
+        {"multiset<T", ", std::less<T>" + allocator},
+        {"ostreambuf_iterator<T", traits},
+        {"priority_queue<T", ", std::vector<T, std::allocator<T> >, std::less<T>"},
+        {"queue<T", ", std::deque<T, std::allocator<T> >"},
+        {"set<T", ", std::less<T>" + allocator},
+        {"stack<T", ", std::deque<T, std::allocator<T> >"},
+        {"unique_ptr<T", ", std::default_delete<T>"},
+        {"unordered_map<T, U", ", std::hash<T>, std::equal_to<T>" + pairs},
+        {"unordered_multimap<T, U", ", std::hash<T>, std::equal_to<T>" + pairs},
+        {"unordered_multiset<T", ", std::hash<T>, std::equal_to<T>" + allocator},
+        {"unordered_set<T", ", std::hash<T>, std::equal_to<T>" + allocator},
+        {"vector<T", allocator},
+    };
+    for (const auto& one : templates) {
+        const std::string start = "std::" + std::string(one.first);
+        EXPECT_EQ(withStandardNames(start + one.second + " >"), start + ">");
+    }
+    EXPECT_EQ(withStandardNames("std::equal_to<void>"), "std::equal_to<>");
+    EXPECT_EQ(withStandardNames("std::less<void>"), "std::less<>");
+    EXPECT_EQ(withStandardNames("std::ratio<3l, 1l>"), "std::ratio<3l>");
+    EXPECT_EQ(withStandardNames("std::span<T, 18446744073709551615ul>"), "std::span<T>");
+}
+
 } // namespace

@@ -74,6 +74,35 @@ TEST_F(CheckViewTest, LinesThatNoBlockCanNameAreNotAskedFor)
     check(0, 0);
 }
 
+// Blocks on one line are drawn together, with their sum.
+TEST_F(CheckViewTest, LineOfSeveralBlocksGoesByTheirSum)
+{
+    add({{{3}, 0}, {{3}, 2}, {{5}, 0}, {{5}, 0}}, {{3, 3, 0}, {3, 3, 2}, {5, 5, 0}, {5, 5, 0}});
+    add({{{7}, 0}, {{9}, 3}}, {{7, 7, 4}, {7, 7, 0}, {9, 9, 0}, {9, 9, 0}});
+    check(1, 1);
+}
+
+// The first line shows the count; behind it the view marks what never ran, and nothing else.
+TEST_F(CheckViewTest, LinesInsideABlockAreMarkedWhenItNeverRan)
+{
+    add({{{1, 2, 4}, 0}, {{6, 7}, 1}}, {{1, 4, 0}, {6, 7, 1}});
+    add({{{11, 12}, 1}, {{15, 16}, 0}}, {{11, 12, 0}, {15, 16, 1}});
+    check(2, 2);
+}
+
+// Of blocks in another order, or past each other's lines, the viewer itself is asked: that makes no
+// difference to lines that are apart.
+TEST_F(CheckViewTest, ViewerAgreesOnLinesThatAreApart)
+{
+    add({{{1, 2, 4}, 0}, {{6, 7}, 1}, {{8}, 0}, {{8}, 1}},
+        {{1, 4, 0}, {6, 7, 0}, {8, 8, 0}, {8, 8, 0}});
+    add({{{11, 12}, 1}, {{15, 16}, 0}}, {{11, 12, 0}, {15, 16, 1}});
+    check(5, 2);
+    _losses = ImportLosses();
+    add({{{20}, 0}, {{22}, 0}}, {{20, 22, 0}, {22, 22, 0}});
+    check(5, 2);
+}
+
 TEST_F(CheckViewTest, FileWithoutFunctionsIsRight)
 {
     check(0, 0);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/countRun.h"
 
-#include "tests/unit/tools/common/CovSample.h"
+#include "tests/unit/tools/common/CovSampleTest.h"
 #include "tools/common/finishCoverage.h"
 
 #include <gtest/gtest.h>
@@ -10,32 +10,15 @@ namespace {
 
 using Counts = std::vector<uint32_t>;
 
-class CountRunTest : public ::testing::Test
+class CountRunTest : public CovSampleTest
 {
 protected:
-    void addFile(const char* path, const std::vector<CovFunction>& functions)
-    {
-        _model._files.emplace_back();
-        _model._files.back()._path = path;
-        _model._files.back()._functions = functions;
-    }
-
-    CovFunction function(const char* symbol, uint32_t start, uint32_t end,
-                         const std::vector<CovSampleRange>& blocks)
-    {
-        return covFunction(_counts, symbol, start, end, blocks);
-    }
-
     std::vector<Counts> count()
     {
         CoverageCounts result;
         countRun(_model, _counts, result, _losses, 2);
         return result._files;
     }
-
-    CoverageModel _model;
-    std::vector<int64_t> _counts;
-    ImportLosses _losses;
 };
 
 TEST_F(CountRunTest, CountsFollowTheOrderOfTheMap)
@@ -76,6 +59,27 @@ TEST_F(CountRunTest, ComparesWithTheViewWhenOtherCountsAreZero)
     EXPECT_EQ(shownRed({400, 0}), 3u);
     EXPECT_EQ(shownRed({4, 1}), 0u);
     EXPECT_EQ(shownRed({4, 0}), 0u);
+}
+
+// What the run before left in the result is its own counts where they are the same.
+TEST_F(CountRunTest, OneResultServesAllRuns)
+{
+    addFile("/s/a.cc", {function("f", 1, 9, {{1, 1, 4}, {2, 2, 0}})});
+    finishCoverage(_model, NameStyle(), _losses, 1);
+    ComparedRuns before;
+    CoverageCounts result;
+    const auto countsOf = [&](const std::vector<int64_t>& counts) {
+        countRun(_model, counts, result, _losses, 1, &before);
+        return result._files;
+    };
+    EXPECT_EQ(countsOf({4, 0}), (std::vector<Counts>{{4, 0}}));
+    EXPECT_EQ(countsOf({4, 0}), (std::vector<Counts>{{4, 0}}));
+    EXPECT_EQ(countsOf({5, 0}), (std::vector<Counts>{{5, 0}}));
+    EXPECT_EQ(countsOf({0, -7}), (std::vector<Counts>{{0, 0}}));
+    EXPECT_EQ(countsOf({0, -7}), (std::vector<Counts>{{0, 0}}));
+    EXPECT_EQ(_losses._negativeCounts, 2u); // in each run
+    result = CoverageCounts();
+    EXPECT_EQ(countsOf({0, 0}), (std::vector<Counts>{{0, 0}}));
 }
 
 TEST_F(CountRunTest, SumsAddUpTheGreatestOfEachGroup)

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/common/finishCoverage.h"
 
-#include "tests/support/TempDir.h"
-#include "tests/unit/tools/common/CovSample.h"
+#include "tests/unit/tools/common/CovSampleTest.h"
 #include "tools/common/CoverageWriter.h"
 #include "tools/common/countRun.h"
 
@@ -10,27 +9,8 @@
 
 namespace {
 
-class FinishCoverageTest : public ::testing::Test
-{
-protected:
-    CovFunction function(const char* symbol, uint32_t start, uint32_t end,
-                         const std::vector<CovSampleRange>& blocks)
-    {
-        return covFunction(_counts, symbol, start, end, blocks);
-    }
-
-    void addFile(const std::string& path, const std::vector<CovFunction>& functions)
-    {
-        _model._files.emplace_back();
-        _model._files.back()._path = path;
-        _model._files.back()._functions = functions;
-    }
-
-    const TempDir _dir;
-    CoverageModel _model;
-    std::vector<int64_t> _counts; // of a run
-    ImportLosses _losses;
-};
+class FinishCoverageTest : public CovSampleTest
+{};
 
 TEST_F(FinishCoverageTest, FilesAndFunctionsAreInOrder)
 {

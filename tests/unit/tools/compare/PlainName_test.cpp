@@ -7,55 +7,70 @@ namespace {
 
 struct Filtered
 {
+    const char* _case;
     const char* _text;   // c++filt's
     const char* _name;   // expected
     const char* _params; // expected
 };
 
 const Filtered filtered[] = {
-    {"main", "main", ""},
-    {"void A::operator()<(Kind)1>(int)", "A::operator()<(Kind)1>", "(int)"},
-    {"If<((bits<int>)())<=(32), A>::type pick<int>(If<((bits<int>)())<=(32), A>::type)",
+    {"Plain", "main", "main", ""},
+    {"CastInAnOperatorsArgument", "void A::operator()<(Kind)1>(int)", "A::operator()<(Kind)1>",
+     "(int)"},
+    {"ConditionInAnArgument",
+     "If<((bits<int>)())<=(32), A>::type pick<int>(If<((bits<int>)())<=(32), A>::type)",
      "pick<int>", "(If<((bits<int>)())<=(32),A>::type)"},
-    {"show(std::ostream&)", "show", "(std::basic_ostream<char>&)"},
-    {"show(std::basic_ostream<char, std::char_traits<char> >&)", "show",
+    {"Stream", "show(std::ostream&)", "show", "(std::basic_ostream<char>&)"},
+    {"StreamWithItsTraits", "show(std::basic_ostream<char, std::char_traits<char> >&)", "show",
      "(std::basic_ostream<char>&)"},
-    {"copy(std::istream&, std::iostream&)", "copy",
+    {"StreamsOfInput", "copy(std::istream&, std::iostream&)", "copy",
      "(std::basic_istream<char>&,std::basic_iostream<char>&)"},
-    {"ns::f(int, char const*)", "ns::f", "(int,char const*)"},
-    {"ns::Shape::area() const", "ns::Shape::area", "()"},
-    {"ns::Shape::take() &&", "ns::Shape::take", "()"},
-    {"int larger<int>(int, int)", "larger<int>", "(int,int)"},
-    {"std::vector<int, std::allocator<int> > copy<long>(long)", "copy<long>", "(long)"},
-    {"name[abi:cxx11]()", "name", "()"},
-    {"f(int) [clone .part.0]", "f", "(int)"},
-    {"std::__move<A, std::allocator<A> >(A)", "std::__move<A,allocator<A>>", "(A)"},
-    {"S::S<>(, int)", "S::S<>", "(int)"},
-    {"f<>(int, , A<,int>)", "f<>", "(int,A<,int>)"},
-    {"Log::operator<<(std::__cxx11::basic_string<char, std::char_traits<char>, "
+    {"Parameters", "ns::f(int, char const*)", "ns::f", "(int,char const*)"},
+    {"ConstMember", "ns::Shape::area() const", "ns::Shape::area", "()"},
+    {"RvalueMember", "ns::Shape::take() &&", "ns::Shape::take", "()"},
+    {"TypeOfAResult", "int larger<int>(int, int)", "larger<int>", "(int,int)"},
+    {"ContainerWithItsAllocator", "std::vector<int, std::allocator<int> > copy<long>(long)",
+     "copy<long>", "(long)"},
+    {"AbiTag", "name[abi:cxx11]()", "name", "()"},
+    {"Clone", "f(int) [clone .part.0]", "f", "(int)"},
+    {"NameOfTheLibraryItself", "std::__move<A, std::allocator<A> >(A)",
+     "std::__move<A,allocator<A>>", "(A)"},
+    {"EmptyArgument", "S::S<>(, int)", "S::S<>", "(int)"},
+    {"EmptyArguments", "f<>(int, , A<,int>)", "f<>", "(int,A<,int>)"},
+    {"StringWithItsTraits",
+     "Log::operator<<(std::__cxx11::basic_string<char, std::char_traits<char>, "
      "std::allocator<char> > const&)",
      "Log::operator<<", "(std::string const&)"},
-    {"Log& Log::operator<< <char [5]>(char const (&) [5])", "Log::operator<<<char[5]>",
-     "(char const(&)[5])"},
-    {"A::operator()(int) const", "A::operator()", "(int)"},
-    {"A::operator->() const", "A::operator->", "()"},
-    {"A::operator ns::B<int>() const", "A::operator ns::B<int>", "()"},
-    {"A::operator delete[](void*)", "A::operator delete[]", "(void*)"},
-    {"bool operator< <int>(Box<int> const&)", "operator<<int>", "(Box<int>const&)"},
-    {"run(int) const::{lambda(int)#1}::operator()(int) const",
+    {"ShiftOfATemplate", "Log& Log::operator<< <char [5]>(char const (&) [5])",
+     "Log::operator<<<char[5]>", "(char const(&)[5])"},
+    {"CallOperator", "A::operator()(int) const", "A::operator()", "(int)"},
+    {"Arrow", "A::operator->() const", "A::operator->", "()"},
+    {"Conversion", "A::operator ns::B<int>() const", "A::operator ns::B<int>", "()"},
+    {"DeleteOfAnArray", "A::operator delete[](void*)", "A::operator delete[]", "(void*)"},
+    {"LessOfATemplate", "bool operator< <int>(Box<int> const&)", "operator<<int>",
+     "(Box<int>const&)"},
+    {"LambdaInAConstMember", "run(int) const::{lambda(int)#1}::operator()(int) const",
      "run(int)::{lambda(int)#1}::operator()", "(int)"},
-    {"A::label(int) const &::{lambda()#1}::operator()() const",
+    {"LambdaInAMemberForLvalues", "A::label(int) const &::{lambda()#1}::operator()() const",
      "A::label(int)::{lambda()#1}::operator()", "()"},
-    {"(anonymous namespace)::hidden(ns::A)", "(anonymous namespace)::hidden", "(ns::A)"},
-    {"void ns::f<ns::A, ns::B<ns::C> >(ns::A)", "ns::f<A,B<C>>", "(ns::A)"},
-    {"ns::T<ns::A>::f()", "ns::T<ns::A>::f", "()"},
-    {"void f<run()::{lambda()#1}>(run()::{lambda()#1})", "f<{lambda()#1}>",
+    {"AnonymousNamespace", "(anonymous namespace)::hidden(ns::A)", "(anonymous namespace)::hidden",
+     "(ns::A)"},
+    {"NamespacesOfArguments", "void ns::f<ns::A, ns::B<ns::C> >(ns::A)", "ns::f<A,B<C>>",
+     "(ns::A)"},
+    {"ClassTemplate", "ns::T<ns::A>::f()", "ns::T<ns::A>::f", "()"},
+    {"LambdaAsAnArgument", "void f<run()::{lambda()#1}>(run()::{lambda()#1})", "f<{lambda()#1}>",
      "(run()::{lambda()#1})"},
-    {"void (*choose<int>(int))(char)", "choose<int>", "(int)"},
-    {"char (&field<int>(int)) [3]", "field<int>", "(int)"},
-    {"std::map<int, A, std::less<int>, std::allocator<std::pair<int const, A> > >::size() const",
+    {"FunctionThatReturnsAFunction", "void (*choose<int>(int))(char)", "choose<int>", "(int)"},
+    {"FunctionThatReturnsAnArray", "char (&field<int>(int)) [3]", "field<int>", "(int)"},
+    {"Map",
+     "std::map<int, A, std::less<int>, std::allocator<std::pair<int const, A> > >::size() const",
      "std::map<int,A>::size", "()"},
 };
+
+void PrintTo(const Filtered& row, std::ostream* out)
+{
+    *out << row._text;
+}
 
 class PlainNameTest : public ::testing::TestWithParam<Filtered>
 {};
@@ -67,7 +82,8 @@ TEST_P(PlainNameTest, LeavesOutWhatTheRulesSay)
     EXPECT_EQ(comparedSpelling(name._params), GetParam()._params);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, PlainNameTest, ::testing::ValuesIn(filtered));
+INSTANTIATE_TEST_SUITE_P(All, PlainNameTest, ::testing::ValuesIn(filtered),
+                         [](const auto& info) { return std::string(info.param._case); });
 
 TEST(ComparedSpellingTest, SideOfConstDoesNotCount)
 {

@@ -121,23 +121,48 @@ TEST_F(GccRunsTest, RunsAreAddedUpOtherwise)
     EXPECT_EQ(_losses._failedUnits, 0u);
 }
 
+// What the map of a build is made of, as read for each run.
+void expectSameForEachRun(const std::string& build, const std::string& run,
+                          const ImportedBuild& expected, const ImportLosses& expectedLosses)
+{
+    GccImporter each;
+    std::string words[] = {"--run", run, "--each-run"};
+    char* vector[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
+    ASSERT_EQ(each.option(vector), 2);
+    ASSERT_EQ(each.option(vector + 2), 1);
+    each.input(build.c_str());
+    SourceFilter filter;
+    ImportedBuild other(filter);
+    ImportLosses losses;
+    ASSERT_TRUE(each.readBuild(other, losses, 1));
+    ASSERT_EQ(other._copies.size(), expected._copies.size());
+    for (size_t i = 0; i < other._copies.size(); ++i) {
+        EXPECT_EQ(other._copies[i]._lines, expected._copies[i]._lines);
+        EXPECT_EQ(other._copies[i]._startLine, expected._copies[i]._startLine);
+        EXPECT_EQ(other._copies[i]._endLine, expected._copies[i]._endLine);
+    }
+    EXPECT_EQ(losses._blocksWithoutLine, expectedLosses._blocksWithoutLine);
+}
+
 TEST_F(GccRunsTest, StructureIsThatOfOneRun)
 {
     addCounters("a", "one");
     ASSERT_TRUE(read({"a"}, {}));
     EXPECT_EQ(run(0), once);
-    GccImporter each;
-    std::string words[] = {"--run", _dir.path("a"), "--each-run"};
-    char* vector[] = {words[0].data(), words[1].data(), words[2].data(), nullptr};
-    ASSERT_EQ(each.option(vector), 2);
-    ASSERT_EQ(each.option(vector + 2), 1);
-    each.input(_build.c_str());
-    ImportedBuild other(_filter);
-    ImportLosses losses;
-    ASSERT_TRUE(each.readBuild(other, losses, 1));
-    ASSERT_EQ(other._copies.size(), _imported._copies.size());
-    EXPECT_EQ(other._copies[0]._lines, _imported._copies[0]._lines);
-    EXPECT_EQ(losses._blocksWithoutLine, _losses._blocksWithoutLine);
+    expectSameForEachRun(_build, _dir.path("a"), _imported, _losses);
+}
+
+// Their notes do not say where a function ends.
+TEST_F(GccRunsTest, StructureOfClangsFilesIsThatOfOneRun)
+{
+    _dir.write("build/one.gcno", sampleNotes(GcovBuilder::Clang));
+    _dir.write("build/two.gcno", sampleNotes(GcovBuilder::Clang));
+    _dir.write("a" + _dir.path() + "/build/one.gcda", sampleCounters(GcovBuilder::Clang));
+    ASSERT_TRUE(read({"a"}, {}));
+    EXPECT_EQ(run(0), once);
+    ASSERT_EQ(_imported._copies.size(), 1u);
+    EXPECT_EQ(_imported._copies[0]._endLine, 6u);
+    expectSameForEachRun(_build, _dir.path("a"), _imported, _losses);
 }
 
 TEST_F(GccRunsTest, CountersThatDoNotFitAreNotUsedAndNamed)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GccTree.h"
 
+#include "tests/support/KeptFolder.h"
 #include "tests/support/TempDir.h"
 
 #include <algorithm>
@@ -128,6 +129,7 @@ TEST_F(GccTreeTest, FolderBelowThatCannotBeReadIsToldAndTheOthersAreRead)
         deep += "/" + std::string(150, 'd');
     }
     std::filesystem::create_directories(deep);
+    const KeptFolder kept;
     ASSERT_EQ(chdir(deep.c_str()), 0);
     const std::string last(255, 'd');
     ASSERT_EQ(mkdir(last.c_str(), 0700), 0);
@@ -137,7 +139,6 @@ TEST_F(GccTreeTest, FolderBelowThatCannotBeReadIsToldAndTheOthersAreRead)
     EXPECT_EQ(problems(),
               "zem-import: cannot read the folder " + deep + "/" + last + ": File name too long\n");
     ASSERT_EQ(rmdir(last.c_str()), 0);
-    ASSERT_EQ(chdir("/"), 0);
 }
 
 TEST_F(GccTreeTest, RunWithoutCountersIsRefused)

@@ -6,6 +6,7 @@
 #include "tools/import/gcov/JsonDocuments.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <zlib.h>
 
@@ -164,6 +165,21 @@ TEST_F(GcovImporterTest, LargeDocumentIsRefusedUnread)
     EXPECT_FALSE(documents.next(document));
     EXPECT_EQ(documents.problem(), "one document has more than 1 MiB");
     EXPECT_LE(document.size(), 1u << 20);
+}
+
+// A hole of hundreds of megabytes costs as much as a piece, at a document's start and within it.
+TEST_F(GcovImporterTest, AHoleIsRefusedAtItsFirstByte)
+{
+    for (const char* start : {"", "{", "{\"files\":\""}) {
+        const std::string path = _dir.write("sparse.gcov.json", start);
+        std::filesystem::resize_file(path, 1u << 30);
+        JsonDocuments documents;
+        ASSERT_TRUE(documents.open(path));
+        std::string document;
+        EXPECT_FALSE(documents.next(document));
+        EXPECT_EQ(documents.problem().rfind("it is no JSON: ", 0), 0u) << documents.problem();
+        EXPECT_EQ(document, "");
+    }
 }
 
 TEST_F(GcovImporterTest, FolderWithoutDocumentsIsSaid)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/ImportCommand.h"
 
+#include "tests/support/KeptFolder.h"
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/FakeImporter.h"
 
@@ -36,7 +37,6 @@ protected:
             _dir.write(name, "");
         }
     }
-    ~ImportCommandTest() override { EXPECT_EQ(chdir("/"), 0); }
 
     // Returns what was printed on either stream, with the status before it.
     std::string run(const std::vector<std::string>& words)
@@ -59,6 +59,7 @@ protected:
     }
 
     const TempDir _dir;
+    const KeptFolder _kept;
     const std::vector<ImportKind> _kinds = {{"one", "ONE...", "reads one", makeOne},
                                             {"two", "TWO...", "reads two", makeTwo},
                                             {"three", "THREE...", "reads three", makeThree}};

@@ -98,6 +98,18 @@ TEST_F(LcovImporterTest, RepeatedLinesAndSectionsAddUp)
     EXPECT_EQ(read._runs, ":\n/a.c 1=2 2=12 3=1\n");
 }
 
+// So many that they are united before their section ends.
+TEST_F(LcovImporterTest, LinesThatComeAgainAndAgainAddUp)
+{
+    std::string text = "SF:/a.c\nFN:1,f\nDA:9,5\n";
+    for (int i = 0; i < 100000; ++i) {
+        text += "DA:2,1\nDA:1,1\nDA:1,2\n";
+    }
+    const ImportedText read = import({text + "DA:3,0\nDA:9,6\nend_of_record\n"});
+    EXPECT_EQ(read._runs, ":\n/a.c 1=300000 2=100000 3=0 9=11\n");
+    EXPECT_EQ(read._functions, "/a.c f 1-9: 1 2 3 9\n");
+}
+
 TEST_F(LcovImporterTest, EachTestIsARun)
 {
     const ImportedText read =

@@ -80,6 +80,9 @@ protected:
     std::vector<int64_t> hits(const CovFunction& function) const
     {
         std::vector<int64_t> result;
+        for (uint32_t i = 0; i < function._nBasicBlocks && function._sums.empty(); ++i) {
+            result.push_back(_counts[function._firstCount + i]);
+        }
         int64_t sum = 0;
         int64_t greatest = INT64_MIN;
         for (const CovTerm& term : function._sums) {

@@ -239,6 +239,12 @@ TEST_F(ZemImportTest, EveryLineOfClangsFilesCountsWhatLlvmsToolSays)
     const std::string text = mapText(mapOf("clang"));
     EXPECT_NE(text.find("  larger<...>__F4auto4auto\n"), std::string::npos) << text;
     EXPECT_NE(text.find("  jobs::total__Fi\n"), std::string::npos) << text;
+
+    // A log of its own changes nothing.
+    ASSERT_EQ(run("GCOV_PREFIX=$PWD/run clang/work"), 0);
+    ASSERT_EQ(import("gcc --each-run --run run -o each --name clang clang"), 0) << output();
+    EXPECT_EQ(TempDir::read(mapOf("clang", "each")), TempDir::read(mapOf("clang")));
+    EXPECT_EQ(countsOf("each/run.log"), countsOf("clang.log"));
 }
 
 TEST_F(ZemImportTest, MapHoldsFilesFunctionsAndNames)

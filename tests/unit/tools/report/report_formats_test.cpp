@@ -200,6 +200,19 @@ TEST_F(ReportFormatsTest, WithoutOneOfTheLogsThereIsNoNewFile)
     EXPECT_EQ(TempDir::read(file), "old");
 }
 
+// An empty document would pass for the report of a program without code.
+TEST_F(ReportFormatsTest, WithoutAnyLogNothingIsPrinted)
+{
+    for (const char* format : {"csv", "json", "lcov", "lcov2", "cobertura"}) {
+        const ProgramResult result = run({"--format", format, _dir.path("none.log")});
+        EXPECT_EQ(result.status, 1) << format;
+        EXPECT_EQ(result.out, "") << format;
+        EXPECT_NE(result.err.find("\nzem-report: nothing is printed: no log was merged\n"),
+                  std::string::npos)
+            << result.err;
+    }
+}
+
 TEST_F(ReportFormatsTest, ALogIsNotWrittenOver)
 {
     const std::string before = TempDir::read(_log);
@@ -210,7 +223,7 @@ TEST_F(ReportFormatsTest, ALogIsNotWrittenOver)
 
 TEST_F(ReportFormatsTest, NothingAtAllIsWellFormedToo)
 {
-    const std::string empty = logFile({}).write(_dir.path("empty.log"));
+    const std::string empty = logFile({}).startAt(0).write(_dir.path("empty.log"));
     EXPECT_EQ(run({"--format", "lcov", empty}).out, "");
     EXPECT_EQ(python(run({"--format", "json", empty}).out,
                      "import json\nd = json.loads(text)\nprint(d['rows'], d['files'])"),

@@ -202,6 +202,12 @@ TEST_F(ZemReportTest, DamageIsNamedWithItsRecordAndPlace)
     const std::string head = builder.cutAt(builder.offsetOf(1) + 8).write(_dir.path("head.log"));
     EXPECT_EQ(run({head}).err, " *** RptArea::report: Error processing " + head +
                                    ": file corrupt " + place + "; write the file again\n");
+    // So is that of a first record that lies nowhere.
+    const std::string past =
+        logFile({{"a.c", "m", {1}}}).startAt(5000).write(_dir.path("past.log"));
+    EXPECT_EQ(run({past}).err, " *** RptArea::report: Error processing " + past +
+                                   ": file corrupt (record 1 at byte 5000); write the file "
+                                   "again\n");
 }
 
 TEST_F(ZemReportTest, APipeIsNoRegularFile)

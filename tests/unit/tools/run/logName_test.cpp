@@ -29,7 +29,8 @@ TEST(LogNameTest, TheBaseNameIsWhatStandsBehindTheLastSlash)
 
 TEST(LogNameTest, KeepsWhatMeansNothingToAShell)
 {
-    EXPECT_EQ(logName("Suite.Case-1_a+b=c,d@e%f"), "Suite.Case-1_a+b=c,d@e%f");
+    EXPECT_EQ(logName("Suite.Case-1_a+b=c,d@e"), "Suite.Case-1_a+b=c,d@e");
+    EXPECT_EQ(logName("50%p"), "50_p");
     EXPECT_EQ(logName("Gr\xc3\xb6\xc3\x9f"
                       "e"),
               "Gr\xc3\xb6\xc3\x9f"

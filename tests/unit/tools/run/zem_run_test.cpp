@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // The built zem-run on a real program: tests/data/run-sample, built with the g++ that is installed.
+#include "tests/support/KeptFolder.h"
 #include "tests/support/Program.h"
 #include "tests/support/TempDir.h"
 
@@ -187,7 +188,9 @@ TEST_F(ZemRunTest, SaysWhyThereIsNoCoverage)
                     "alone/zem-run build/sample"),
               125);
     EXPECT_TRUE(holds(_err, "cannot run zem-import: No such file or directory")) << _err;
-    EXPECT_EQ(shell("rm alone/zem-run && zem-run --help >/dev/full"), 125);
+    // No command ran whose status could be meant.
+    EXPECT_EQ(shell("rm alone/zem-run && zem-run --help >/dev/full"), 1);
+    EXPECT_EQ(shell("zem-run --version >/dev/full"), 1);
     EXPECT_EQ(shell("DISPLAY= zem-run --name seen --view build/sample"), 125);
     EXPECT_EQ(logs(), (Names{"sample", "seen"}));
 }
@@ -235,6 +238,7 @@ TEST_F(ZemRunTest, AnInterruptReachesTheCommandOnceAndWhatItRanIsImported)
     EXPECT_EQ(_out, "ready\ninterrupts: 1\n");
     EXPECT_GE(hits("sample", "waitForSignal"), 1);
 
+    const KeptFolder kept;
     fs::current_path(_dir.path());
     std::string shown = interruptedOnTerminal(
         {"env", "TMPDIR=tmp", "zem-run", "--name", "typed", "build/sample", "wait"});
@@ -308,6 +312,13 @@ TEST_F(ZemRunTest, EachTestOfCtestHasALogNamedAfterIt)
         << _err;
     EXPECT_TRUE(holds(_out, "83% tests passed, 1 tests failed out of 6")) << _out;
     EXPECT_TRUE(holds(_err, "1 tests left no counters: script")) << _err;
+    // What it prints of folders is there when it is read.
+    EXPECT_FALSE(holds(_out + _err, "zem-run-counters")) << _out << _err;
+    EXPECT_TRUE(holds(_out, "Test project " + _dir.path("build") + "\n")) << _out;
+    const std::string records = _dir.path("build/Testing/Temporary/LastTest.log");
+    EXPECT_TRUE(holds(_err, "Output from these tests are in: " + records)) << _err;
+    EXPECT_TRUE(fs::exists(records));
+    EXPECT_TRUE(holds(TempDir::read(_dir.path("ctest.out")), "in: " + records));
     EXPECT_EQ(logs(), (Names{"one", "one-2", "start", "two_words_x"}));
     EXPECT_EQ(shell("ls coverage/*.map | wc -l"), 0);
     EXPECT_EQ(std::atoi(_out.c_str()), 1) << "one build, one map";
@@ -327,6 +338,33 @@ TEST_F(ZemRunTest, EachTestOfCtestHasALogNamedAfterIt)
     EXPECT_TRUE(holds(_err, "--each cannot see the tests behind ctest's option --preset")) << _err;
     EXPECT_EQ(shell("zem-run --each --build build ctest --test-dir none"), 125);
     EXPECT_TRUE(holds(_err, "ctest does not say where the tests are")) << _err;
+}
+
+// A ctest that names its folder of tests by a link, as TMPDIR may.
+TEST_F(ZemRunTest, WhatCtestPrintsOfItsFolderIsTheBuildsOnATerminalToo)
+{
+    _dir.write("bin/ctest", "#!/bin/sh\n"
+                            "case \"$*\" in *-N*) echo Test project /the/build; exit;; esac\n"
+                            "cd \"$2\" && echo in $(pwd -P)/log\n"
+                            "echo also in $(pwd -P) >&2\n"
+                            "test -t 1 && test -t 2 && echo shown; true\n");
+    ASSERT_EQ(shell("chmod +x bin/ctest && ln -s tmp link"), 0);
+    EXPECT_EQ(shell("TMPDIR=$PWD/link zem-run --each bin/ctest"), 125);
+    EXPECT_TRUE(holds(_out, "in /the/build/log\n")) << _out;
+    EXPECT_TRUE(holds(_err, "also in /the/build\n")) << _err;
+    EXPECT_FALSE(holds(_out, "shown")) << _out;
+    EXPECT_EQ(shell("zem-run --each bin/ctest > both 2>&1; cat both"), 0);
+    EXPECT_TRUE(holds(_out, "in /the/build/log\nalso in /the/build\n")) << _out;
+
+    fs::current_path(_dir.path());
+    const std::string shown =
+        interruptedOnTerminal({"env", "TMPDIR=tmp", "zem-run", "--each", "bin/ctest"});
+    EXPECT_TRUE(holds(shown, "in /the/build/log\r\nalso in /the/build\r\nshown\r\n")) << shown;
+    // Nobody reads it.
+    EXPECT_EQ(shell("{ zem-run --each bin/ctest; } 2>&1 | true"), 0);
+    EXPECT_EQ(shell("zem-run --each bin/ctest > /dev/full"), 125);
+    EXPECT_TRUE(holds(_err, "also in /the/build\n")) << _err;
+    EXPECT_EQ(shell("zem-run --each bin/ctest >&-"), 125);
 }
 
 TEST_F(ZemRunTest, OtherDriversHaveTheWrapperInTheirWords)
@@ -395,6 +433,16 @@ TEST_F(ZemRunTest, ProgramsOfBothCompilersLeaveALogEach)
     EXPECT_EQ(hits("both-llvm", "leaf"), 1);
     EXPECT_EQ(hits("t-2-gcc", "leaf"), Leaf);
     EXPECT_EQ(hits("t-llvm", "leaf"), 1);
+
+    // One build, one map; it is that of a run without --each.
+    ASSERT_EQ(shell("rm -r coverage && mkdir plain"), 0);
+    EXPECT_EQ(shell("zem-run --build . --each --name both sh each.sh && ls coverage/*.map"), 0);
+    EXPECT_EQ(std::count(_out.begin(), _out.end(), '\n'), 2) << _out;
+    EXPECT_EQ(shell("zem-run --build . -o plain --name both sh -c "
+                    "'build/sample leaf; clang/sample leaf; true' && "
+                    "for map in plain/*.map; do cmp $map coverage/*-${map##*-}; done"),
+              0)
+        << _out << _err;
 }
 
 } // namespace

@@ -12,7 +12,9 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
+#include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -98,11 +100,16 @@ bool isKnown(int result)
 class HostileFilesTest : public testing::Test
 {
 protected:
-    std::string path() const { return _dir.path("file"); }
+    // Without a name, so that no load waits until the file's times can tell a change.
+    HostileFilesTest() : _fd(memfd_create("file", 0)) {}
+    ~HostileFilesTest() override { close(_fd); }
+
+    std::string path() const { return "/proc/self/fd/" + std::to_string(_fd); }
     Outcome map(const RecFileBuilder& builder) const { return loadMap(builder.write(path())); }
     Outcome log(const RecFileBuilder& builder) const { return loadLog(builder.write(path())); }
 
     TempDir _dir;
+    int _fd;
 };
 
 TEST_F(HostileFilesTest, CutAtEveryLength)

@@ -58,6 +58,11 @@ const Hostile hostileNames[] = {
     {"BackReferences", "f__FP" + repeated("C", 10000) + "i" + repeated("T1", 10000)},
 };
 
+void PrintTo(const Hostile& hostile, std::ostream* out)
+{
+    *out << hostile.what;
+}
+
 class DecoderWorkTest : public ::testing::TestWithParam<Hostile>
 {};
 

@@ -66,6 +66,11 @@ int count(const Icon& icon, const std::string& key, const std::string& value)
     return n;
 }
 
+void PrintTo(const Icon& icon, std::ostream* out)
+{
+    *out << icon.name;
+}
+
 class IconsTest : public ::testing::TestWithParam<Icon>
 {};
 

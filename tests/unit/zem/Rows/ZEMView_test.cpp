@@ -136,6 +136,11 @@ struct PathCase
     const char* label;
 };
 
+void PrintTo(const PathCase& row, std::ostream* out)
+{
+    *out << row.path;
+}
+
 class ZEMFileViewPathTest : public ::testing::TestWithParam<PathCase>
 {};
 

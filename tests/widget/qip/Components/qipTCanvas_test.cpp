@@ -142,6 +142,11 @@ struct Width
     int digits;
 };
 
+void PrintTo(const Width& width, std::ostream* out)
+{
+    *out << width.n;
+}
+
 class qipTCanvasWidthTest : public ::testing::TestWithParam<Width>
 {};
 

@@ -236,7 +236,7 @@ TEST_F(SrcViewerTest, FileThatIsTooLargeSaysSo)
     _viewer.display(&record.file(), _info, 1);
     settle();
     EXPECT_EQ(bar._shown,
-              "Could not open " + large + "! It has more than 64 MiB or 8 million lines.");
+              "Could not open " + large + "! Too large.");
 }
 
 TEST_F(SrcViewerTest, WithoutMemoryItKeepsWhatItShowedAndSaysSo)

@@ -43,11 +43,14 @@ protected:
         _importer = std::make_unique<LlvmImporter>();
         _words = words;
         for (size_t i = 0; i < _words.size(); ++i) {
-            char* pair[] = {_words[i].data(), nullptr};
+            char* next = i + 1 < _words.size() ? _words[i + 1].data() : nullptr;
+            char* pair[] = {_words[i].data(), next, nullptr};
             if (_words[i][0] != '-') {
                 _importer->input(_words[i].c_str());
             } else {
-                EXPECT_EQ(_importer->option(pair), 1);
+                const int taken = _importer->option(pair);
+                EXPECT_EQ(taken, _words[i] == "--run" ? 2 : 1);
+                i += taken == 2 ? 1 : 0;
             }
         }
         _build = std::make_unique<ImportedBuild>(_filter);
@@ -150,6 +153,42 @@ TEST_F(LlvmImporterTest, KeepsRunsApartAndAddsThemUpWhenAsked)
     // One run has the name of the import.
     ASSERT_TRUE(import({program, _dir.path("p/one.profraw")}));
     EXPECT_EQ(_runs[0]._name, "");
+}
+
+// The profiles of a run's processes are one log; a folder may be named in any way and twice.
+TEST_F(LlvmImporterTest, EachFolderOfARunIsALogOrAllAreOne)
+{
+    const std::string program =
+        write("program", llvmProgram(_target, files, {function("f", 1, 5)}));
+    write("a/1.profraw", rawProfile(_target, {function("f", 1, 5, {4})}));
+    write("a/deep/2.profraw", rawProfile(_target, {function("f", 1, 5, {3})}));
+    write("b/1.profraw", rawProfile(_target, {function("f", 1, 5, {2})}));
+    std::filesystem::create_directory(_dir.path("none"));
+    const std::string a = _dir.path("a");
+    ASSERT_TRUE(import({program, "--each-run", "--run", a, "--run", _dir.path("b"), "--run",
+                        _dir.path("none"), "--run", _dir.path("b/../a/.")}))
+        << _errors;
+    ASSERT_EQ(_runs.size(), 4u);
+    EXPECT_EQ(_runs[0]._name, "a");
+    EXPECT_EQ(_runs[1]._name, "b");
+    EXPECT_EQ(_runs[3]._name, "a");
+    EXPECT_EQ(text(0), "a.cc:f 1-3 {1,2,3}=7");
+    EXPECT_EQ(text(1), "a.cc:f 1-3 {1,2,3}=2");
+    EXPECT_EQ(text(3), "a.cc:f 1-3 {1,2,3}=7");
+    EXPECT_EQ(_failedRuns, 1);
+    EXPECT_NE(_errors.find(_dir.path("none") + ": no .profraw file in the run folder"),
+              std::string::npos)
+        << _errors;
+
+    ASSERT_TRUE(import({program, "--run", a, "--run", _dir.path("b")}));
+    ASSERT_EQ(_runs.size(), 1u);
+    EXPECT_EQ(_runs[0]._name, "");
+    EXPECT_EQ(text(0), "a.cc:f 1-3 {1,2,3}=9");
+
+    EXPECT_FALSE(import({program, "--each-run"}));
+    EXPECT_NE(_errors.find("--each-run wants the folders of runs"), std::string::npos) << _errors;
+    EXPECT_FALSE(import({program, "--run", _dir.path("none")}));
+    EXPECT_NE(_errors.find("no .profraw file in the run folder"), std::string::npos) << _errors;
 }
 
 // The first record of a name counts, but for one that stands for a function that was not made.

@@ -48,8 +48,10 @@ std::string text(const RawProfile& profile)
             result += record._name == md5Low("f", 1)      ? "f"
                       : record._name == md5Low("main", 4) ? "main"
                                                           : "?";
-            for (uint32_t i = 0; i < record._nCounters; ++i) {
-                result += " " + std::to_string(part.counter(record, i));
+            std::vector<uint64_t> counters(record._nCounters);
+            part.readCounters(record, counters.data());
+            for (const uint64_t counter : counters) {
+                result += " " + std::to_string(counter);
             }
         }
     }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 //
 // Runs another program, without a shell, gives what it prints to a receiver piece by piece, and
-// keeps the beginning of what it complains about.
+// keeps the beginning of what it complains about. A signal that ends this program ends that one
+// before (CleanEnd.h).
 #pragma once
 
 #include <cstddef>
@@ -22,9 +23,11 @@ public:
 
     enum Result { Ok, NotFound, Failed };
 
-    // Runs `words[0]`, found as the shell does, with the others as arguments, and waits for its
-    // end. Failed: it ended with another status than 0, or the receiver wanted no more.
-    Result run(const std::vector<std::string>& words, Receiver& receiver);
+    // Runs `words[0]`, found as the shell does, with the others as arguments, in `folder` or, when
+    // that is empty, in the current one, and waits for its end. Failed: it ended with another
+    // status than 0, or the receiver wanted no more.
+    Result run(const std::vector<std::string>& words, Receiver& receiver,
+               const std::string& folder = std::string());
 
     // The last line of its complaints; empty when there is none.
     const std::string& complaint() const { return _complaint; }

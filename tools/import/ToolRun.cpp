@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "tools/import/llvm/ToolRun.h"
+#include "tools/import/ToolRun.h"
+
+#include "tools/import/CleanEnd.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -45,7 +47,8 @@ std::string lastLine(std::FILE* file)
 
 } // namespace
 
-ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& receiver)
+ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& receiver,
+                             const std::string& folder)
 {
     int ends[2];
     std::FILE* complaints = std::tmpfile();
@@ -59,6 +62,9 @@ ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& re
     }
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
+    if (!folder.empty()) {
+        posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    }
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, fileno(complaints), STDERR_FILENO);
@@ -70,8 +76,7 @@ ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& re
     }
     pointers.push_back(nullptr);
     pid_t child = 0;
-    const int problem =
-        posix_spawnp(&child, pointers[0], &actions, nullptr, pointers.data(), environ);
+    const int problem = CleanEnd::startProgram(child, pointers.data(), actions);
     posix_spawn_file_actions_destroy(&actions);
     close(ends[1]);
     const bool isTaken = problem == 0 && pass(ends[0], receiver);
@@ -81,8 +86,7 @@ ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& re
         if (!isTaken) {
             kill(child, SIGTERM);
         }
-        while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-        }
+        status = CleanEnd::waitForProgram(child);
     }
     _complaint = lastLine(complaints);
     std::fclose(complaints);
