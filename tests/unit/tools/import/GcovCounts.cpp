@@ -124,7 +124,8 @@ void collect(const GcnoFunction& function, size_t place, bool isGrouped,
         const GcnoLine& line = lines[i];
         const bool isOwn = isGrouped && line._file == 0 && function._startLine <= line._line &&
                            line._line <= function._endLine;
-        LineBlocks& entry = byKey[{function._files[line._file], line._line, isOwn ? place + 1 : 0}];
+        LineBlocks& entry =
+            byKey[{std::string(function._files[line._file]), line._line, isOwn ? place + 1 : 0}];
         entry._sum += counts[line._block];
         // gcov leaves the entry and the block with the greatest number out of its line graphs.
         if (isTheBlocksOwn(lines, i) && line._block != GcnoFunction::EntryBlock &&
@@ -157,13 +158,15 @@ void GcovCounts::addUnit(const std::vector<GcnoFunction>& functions,
 {
     std::map<std::pair<std::string, uint32_t>, int> starts;
     for (const GcnoFunction& function : functions) {
-        starts[{function._files[0], function._startLine}] += function._isArtificial ? 0 : 1;
+        starts[{std::string(function._files[0]), function._startLine}] +=
+            function._isArtificial ? 0 : 1;
     }
     Lines lines;
     for (size_t i = 0; i < functions.size(); ++i) {
         const GcnoFunction& function = functions[i];
         if (!function._isArtificial) {
-            const bool isGrouped = starts[{function._files[0], function._startLine}] > 1;
+            const bool isGrouped =
+                starts[{std::string(function._files[0]), function._startLine}] > 1;
             collect(function, i, isGrouped, counts[i], lines);
         }
     }
