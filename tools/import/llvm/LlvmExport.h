@@ -9,8 +9,8 @@
 // start column, end line, end column, count, file, expanded file, kind (CoverageFunction.h).
 #pragma once
 
-#include "tools/import/llvm/CoverageFunction.h"
 #include "tools/import/ToolRun.h"
+#include "tools/import/llvm/CoverageFunction.h"
 
 #include <cstdint>
 #include <memory>

@@ -235,8 +235,7 @@ TEST_F(SrcViewerTest, FileThatIsTooLargeSaysSo)
     const SourceRecord record(large.c_str());
     _viewer.display(&record.file(), _info, 1);
     settle();
-    EXPECT_EQ(bar._shown,
-              "Could not open " + large + "! Too large.");
+    EXPECT_EQ(bar._shown, "Could not open " + large + "! Too large.");
 }
 
 TEST_F(SrcViewerTest, WithoutMemoryItKeepsWhatItShowedAndSaysSo)
