@@ -8,6 +8,7 @@
 #include "tools/import/gcov/GcovDocument.h"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace {
@@ -17,18 +18,46 @@ const unsigned char* bytesOf(std::string_view text)
     return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-// The memory that a thread reads one unit after the other into.
+// The memory that one unit after the other is read into.
 struct UnitInput
 {
     GcovInput _notes{GcovWords::NotesMagic};
     GcovInput _counters{GcovWords::CountersMagic};
-
-    static UnitInput& ofThread()
-    {
-        static thread_local UnitInput input;
-        return input;
-    }
+    std::unique_ptr<UnitInput> _next; // of those that nobody uses
 };
+
+// Such a memory for as long as the object lives; then the next one may have it. Not of each thread:
+// a thread that ends gives things back by memory that the system may not have.
+class LentInput
+{
+public:
+    LentInput()
+    {
+        const std::lock_guard<std::mutex> lock(_guard);
+        _input = _free ? std::move(_free) : std::make_unique<UnitInput>();
+        _free = std::move(_input->_next);
+    }
+    ~LentInput()
+    {
+        const std::lock_guard<std::mutex> lock(_guard);
+        _input->_next = std::move(_free);
+        _free = std::move(_input);
+    }
+    LentInput(const LentInput&) = delete;
+    LentInput& operator=(const LentInput&) = delete;
+
+    GcovInput& notes() { return _input->_notes; }
+    GcovInput& counters() { return _input->_counters; }
+
+private:
+    static std::mutex _guard;
+    static std::unique_ptr<UnitInput> _free;
+
+    std::unique_ptr<UnitInput> _input;
+};
+
+std::mutex LentInput::_guard;
+std::unique_ptr<UnitInput> LentInput::_free;
 
 const char mismatch[] = "the .gcda file does not fit the unit's functions";
 
@@ -340,7 +369,8 @@ bool GccUnit::readBytes(std::string_view notesBytes, const std::string_view* cou
 
 bool GccUnit::readBlocks(const GccUnitFiles& files)
 {
-    GcovInput& notes = UnitInput::ofThread()._notes;
+    LentInput input;
+    GcovInput& notes = input.notes();
     if (!notes.read(files._notes)) {
         fail("the .gcno file cannot be read: " + notes.problem());
         return true;
@@ -349,15 +379,14 @@ bool GccUnit::readBlocks(const GccUnitFiles& files)
     if (files._counters.empty()) {
         return readBytes(notes.bytes(), nullptr);
     }
-    const std::string_view counters = readCounters(files);
+    const std::string_view counters = readCounters(files, input.counters());
     return readBytes(notes.bytes(), &counters);
 }
 
 // Counters that cannot be read are a failure, not those of a unit that never ran: there are no
-// bytes then. They are good until the thread reads another unit.
-std::string_view GccUnit::readCounters(const GccUnitFiles& files)
+// bytes then.
+std::string_view GccUnit::readCounters(const GccUnitFiles& files, GcovInput& counters)
 {
-    GcovInput& counters = UnitInput::ofThread()._counters;
     _countersProblem.clear();
     if (!counters.read(files._counters)) {
         _countersProblem = "the .gcda file cannot be read: " + counters.problem();
@@ -407,7 +436,8 @@ void GccUnit::readRun(const GccUnitFiles& files, const char* gcov)
         _losses = ImportLosses();
         _losses._failedUnits = failed;
     } else {
-        addRun(readCounters(files));
+        LentInput input;
+        addRun(readCounters(files, input.counters()));
     }
 }
 

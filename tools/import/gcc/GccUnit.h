@@ -18,6 +18,7 @@
 #include <vector>
 
 class GcovDocument;
+class GcovInput;
 
 class GccUnit
 {
@@ -74,7 +75,7 @@ private:
     KnownFunction::Kind kindOf(const GcnoFunction& function, const SourceNumber& source) const;
     bool useCounters(GcdaFile& counters, uint32_t stamp, std::string& failure);
     bool readBytes(std::string_view notesBytes, const std::string_view* counterBytes);
-    std::string_view readCounters(const GccUnitFiles& files);
+    std::string_view readCounters(const GccUnitFiles& files, GcovInput& counters);
     void addRun(std::string_view counterBytes);
     bool readFunctions(GcnoFile& notes, GcdaFile* counters);
     bool readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry);

@@ -14,7 +14,7 @@ namespace {
 // What `nItems` steps print where the standard error stream is a terminal.
 std::string shownOnTerminal(size_t nItems)
 {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
         ADD_FAILURE() << "no terminal";
         return "";
@@ -30,11 +30,17 @@ std::string shownOnTerminal(size_t nItems)
     }
     dup2(stream, STDERR_FILENO);
     close(stream);
-    char text[4096];
-    const ssize_t size = read(terminal, text, sizeof text);
+    // A terminal hands on what was written bit by bit: up to a mark behind it.
+    std::string text;
+    char c = '\0';
+    if (write(other, "#", 1) == 1) {
+        while (read(terminal, &c, 1) == 1 && c != '#') {
+            text += c;
+        }
+    }
     close(other);
     close(terminal);
-    return size < 0 ? "" : std::string(text, static_cast<size_t>(size));
+    return text;
 }
 
 TEST(ProgressTest, CountsInOneLineAndWipesIt)
