@@ -93,7 +93,7 @@ bool isBody(const GcnoFunction& function)
 // "_Z1fPZ1fvE11_Z1fv.Frame.actor".
 std::string coroutineOf(std::string_view body)
 {
-    const std::string name(body.substr(0, body.size() - (sizeof(bodyEnd) - 1)));
+    std::string name(body.substr(0, body.size() - (sizeof(bodyEnd) - 1)));
     if (!endsWith(name, frameEnd)) {
         return name;
     }
