@@ -44,12 +44,15 @@ uint32_t decode(const char* text, size_t& bytes)
     return character;
 }
 
-// Characters that move the cursor or what stands around them.
+// Characters that move the cursor or what stands around them, or that take no room.
 bool steers(uint32_t character)
 {
     return character < 0xa0 ||                             // second set of control characters
+           character == 0xad ||                            // soft hyphen
            character == 0x61c ||                           // Arabic letter mark
-           character == 0x200e || character == 0x200f ||   // left-to-right and opposite marks
+           (character >= 0x200b && character <= 0x200f) || // of no width, joiners, direction marks
+           (character >= 0x2060 && character <= 0x2064) || // joiner and operators without a look
+           character == 0xfeff ||                          // mark of the byte order
            (character >= 0x2028 && character <= 0x202e) || // separators, embeddings, overrides
            (character >= 0x2066 && character <= 0x2069);   // isolates
 }

@@ -34,7 +34,7 @@ bool FolderWalk::openNext()
             }
             return true;
         }
-        _problems.push_back({_folder, std::strerror(errno)});
+        _problems.push_back({_folder, std::strerror(errno), false});
     }
     return false;
 }
@@ -55,13 +55,19 @@ bool FolderWalk::isFolder(const dirent& entry)
     return false;
 }
 
-bool FolderWalk::isFile() const
+bool FolderWalk::isFile()
 {
     if (_type == DT_REG) {
         return true;
     }
     struct stat status = {};
-    return stat(_path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    if (stat(_path.c_str(), &status) == 0) {
+        return S_ISREG(status.st_mode);
+    }
+    if (errno != ENOENT) {
+        _problems.push_back({_path, std::strerror(errno), true});
+    }
+    return false;
 }
 
 bool FolderWalk::next()
@@ -71,7 +77,7 @@ bool FolderWalk::next()
         const dirent* entry = readdir(_current);
         if (entry == nullptr) {
             if (errno != 0) {
-                _problems.push_back({_folder, std::strerror(errno)});
+                _problems.push_back({_folder, std::strerror(errno), false});
             }
             closeCurrent();
             continue;

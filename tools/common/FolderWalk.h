@@ -15,11 +15,19 @@
 class FolderWalk
 {
 public:
-    // What went wrong with a folder.
+    // What went wrong with a folder, or with an entry that isFile() was asked about.
     struct Problem
     {
-        std::string _folder;
+        std::string _folder; // or the entry's path
         std::string _reason; // the system's
+        bool _isEntry = false;
+
+        // Such as "cannot read the folder a/b: Permission denied".
+        std::string text() const
+        {
+            return (_isEntry ? "cannot look at " : "cannot read the folder ") + _folder + ": " +
+                   _reason;
+        }
     };
 
     // What tells one folder from all others, by whatever path.
@@ -40,9 +48,10 @@ public:
     bool next();
 
     // The entry: its path, which begins with the folder given, and whether it is a regular file or
-    // a link to one. REQUIRES: next() returned true.
+    // a link to one. What a link leads to and cannot be seen is a problem, but for one that leads
+    // nowhere. REQUIRES: next() returned true.
     const std::string& path() const { return _path; }
-    bool isFile() const;
+    bool isFile();
 
     const std::vector<Problem>& problems() const { return _problems; }
     // Links to folders, and the folders that the walk went through.

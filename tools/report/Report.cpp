@@ -86,8 +86,19 @@ void Report::sortBy(const char* keys)
     _isWhole = _isWhole && isSet;
 }
 
+// Shows what there is, as the viewer does, but says so.
+bool Report::complainOfMisfits(const char* log, long nMisfits)
+{
+    std::cerr << "zem-report: " << qipVisibleText(log) << ": " << nMisfits
+              << " records of this log and its maps do not fit: counts are missing, or stand at "
+                 "other code; give logs of one build alone, or import the build and its run again"
+              << std::endl;
+    return false;
+}
+
 bool Report::merge(const char* log)
 {
+    const long before = _repository.misfits();
     if (_repository.processFile(log) < 0) {
         const char* map = _repository.failedMap();
         const qipVLFailure& failure = _repository.failure();
@@ -103,7 +114,8 @@ bool Report::merge(const char* log)
     } catch (const std::bad_alloc&) {
         _isWhole = false;
     }
-    return true;
+    const long nMisfits = _repository.misfits() - before;
+    return nMisfits == 0 || complainOfMisfits(log, nMisfits);
 }
 
 bool Report::findNames()

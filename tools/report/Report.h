@@ -34,7 +34,8 @@ public:
     void showHitCounts() override {} // there is no source to show them in
     void usageHelp() override { _usage(); }
 
-    // Merges a log; false, with a message, when it could not be read whole.
+    // Merges a log; false, with a message, when it could not be read whole, or does not fit its map
+    // or those before it.
     bool merge(const char* log);
 
     // Finds what the filters name; false, with a message for each, when there is nothing of a name.
@@ -50,6 +51,7 @@ public:
     void complainOfMemory() const;
 
 private:
+    static bool complainOfMisfits(const char* log, long nMisfits);
     bool findNames(char kind);
     void complainOfName(char kind, const char* name) const;
     bool keep(char kind, const char* name);

@@ -41,6 +41,7 @@ int ZEMLogFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
 {
     if (tag != ResultsTag && tag != 0) {
         _messages << " *** ZEMLogFile::processRecord: unknown tag " << tag << '\n';
+        ++_nUnknown;
         return NoError;
     }
     // Warned about before the payload is read and in other words than the map file's.

@@ -46,6 +46,9 @@ public:
     // out.
     List<ZEMLogFileRecord*>& toc() { return _toc; }
 
+    // How many records load() passed over, as their tag is unknown.
+    long unknownRecords() const { return _nUnknown; }
+
 protected:
     int readHeader() override;
     int writeHeader() override;
@@ -57,6 +60,7 @@ private:
     ZEMLogHeader _logHeader;
     std::pmr::monotonic_buffer_resource _memory; // of all records
     List<ZEMLogFileRecord*> _toc;
+    long _nUnknown = 0;
     qipMessages _messages; // of a load, written at its end
 };
 

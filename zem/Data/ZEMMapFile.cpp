@@ -38,6 +38,7 @@ int ZEMMapFile::processRecord(unsigned int tag, unsigned int size, unsigned int 
 {
     if (tag != FileTag && tag != 0) {
         _messages << " *** ZEMMapFile::processRecord: unknown tag " << tag << '\n';
+        ++_nUnknown;
         return NoError;
     }
     std::unique_ptr<ZEMFileRecord> file(new (std::nothrow) ZEMFileRecord);

@@ -39,6 +39,9 @@ public:
     // The file records in record order.
     List<ZEMFileRecord*>& toc() { return _toc; }
 
+    // How many records load() passed over, as their tag is unknown.
+    long unknownRecords() const { return _nUnknown; }
+
 protected:
     int readHeader() override;
     int writeHeader() override;
@@ -47,6 +50,7 @@ protected:
 private:
     ZEMMapHeader _mapHeader;
     List<ZEMFileRecord*> _toc;
+    long _nUnknown = 0;
     qipMessages _messages; // of a load, written at its end
 };
 

@@ -36,6 +36,10 @@ public:
     long find(const char* path) { return _paths.find(path); }
 
     // Of the file with this number.
+    const ZEMFileRecord& file(long number) const
+    {
+        return *_sources[static_cast<size_t>(number)].file;
+    }
     const char* path(long number) const { return _paths.path(number); }
     uint32_t statedBlocks(long number) const
     {

@@ -54,6 +54,31 @@ size_t recordBytes(const char* path)
     return std::min<uint64_t>(size + size / 8, MostLogMemory);
 }
 
+// Whether two maps say the same of a source file, so that the counts of one fit the other.
+bool isSameFunction(const ZEMFuncRecord& a, const ZEMFuncRecord& b)
+{
+    return std::strcmp(a._funcname, b._funcname) == 0 && a._startLine == b._startLine &&
+           a._endLine == b._endLine && a._nBlocks == b._nBlocks &&
+           std::equal(a._blockMap, a._blockMap + a._nBlocks, b._blockMap,
+                      [](const ZEMBlkRecord& one, const ZEMBlkRecord& other) {
+                          return one._startLine == other._startLine &&
+                                 one._stopLine == other._stopLine;
+                      });
+}
+
+bool isSameCode(const ZEMFileRecord& a, const ZEMFileRecord& b)
+{
+    ListIterator<ZEMFuncRecord*> others(b._funcList);
+    ListIterator<ZEMFuncRecord*> functions(a._funcList);
+    while (const ZEMFuncRecord* function = functions.next()) {
+        const ZEMFuncRecord* other = others.next();
+        if (other == nullptr || !isSameFunction(*function, *other)) {
+            return false;
+        }
+    }
+    return others.next() == nullptr;
+}
+
 } // namespace
 
 ZEMRepository::ZEMRepository()
@@ -133,8 +158,11 @@ int ZEMRepository::loadLog(const char* path)
         const long source = _sources.find(record->_filename);
         if (source >= 0) {
             merge(source, *record, messages);
+        } else {
+            ++_nMisfits;
         }
     }
+    _nMisfits += log.unknownRecords();
     return qipVLRecFile::NoError;
 }
 
@@ -167,6 +195,7 @@ int ZEMRepository::loadMap(const char* path)
             giveBack(before);
         }
     }
+    _nMisfits += map.unknownRecords();
     return result;
 }
 
@@ -228,6 +257,9 @@ bool ZEMRepository::take(ZEMFileRecord* file)
     if (added == PathIndex::Added) {
         _srcfiles.append(node.release());
         (void)owned.release(); // the list has it
+    } else if (added == PathIndex::Known &&
+               !isSameCode(_sources.file(_sources.find(file->_filename)), *file)) {
+        ++_nMisfits;
     }
     return added != PathIndex::NoMemory;
 }
@@ -235,6 +267,7 @@ bool ZEMRepository::take(ZEMFileRecord* file)
 void ZEMRepository::merge(long source, const ZEMLogFileRecord& record, std::ostream& messages)
 {
     if (_sources.statedBlocks(source) != record._nBlocks) {
+        ++_nMisfits;
         // One piece after the other, without closing brackets.
         messages << " *** ZEMRepository::processLogFile() : block count mismatch!\n"
                  << "     Mapfile(" << qipVisibleText(_sources.path(source))

@@ -51,6 +51,12 @@ public:
     const qipVLFailure& failure() const { return _failure; }
     const char* failedMap() const { return _failedMap; }
 
+    // How many records of what was loaded do not fit, so that counts are missing or are another
+    // function's: those of a log about a file that no map has, or with another number of blocks
+    // than the map; those of a map with other functions of a file than a map before it; and those
+    // of an unknown tag. Added up over all files.
+    long misfits() const { return _nMisfits; }
+
     // The untested and all blocks, as added up; the int form is clamped to what it holds.
     void coverageSummary(int& uncovered, int& total) const;
     void coverageSummary(long& uncovered, long& total) const;
@@ -105,6 +111,7 @@ private:
 
     long _totUncov;
     long _totBlocks;
+    long _nMisfits = 0;
     List<char*> _fileNames;             // the names are the caller's
     List<char*> _classNames;            //
     List<char*> _functionNames;         //

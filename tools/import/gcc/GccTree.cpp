@@ -56,7 +56,7 @@ bool GccTree::findFiles(const std::string& folder, std::vector<std::string>& not
     _links.insert(_links.end(), walk.links().begin(), walk.links().end());
     bool isRead = true;
     for (const FolderWalk::Problem& problem : walk.problems()) {
-        _problems.push_back("cannot read the folder " + problem._folder + ": " + problem._reason);
+        _problems.push_back(problem.text());
         isRead = isRead && problem._folder != folder;
     }
     _unreadFolders += walk.problems().size();

@@ -53,7 +53,7 @@ bool InputFiles::add(const std::string& word)
     std::sort(_paths.begin() + static_cast<std::ptrdiff_t>(before), _paths.end());
     if (!walk.problems().empty()) {
         const FolderWalk::Problem& problem = walk.problems().front();
-        _problem = "cannot read the folder " + problem._folder + ": " + problem._reason;
+        _problem = problem.text();
     }
     if (_paths.size() == before && walk.problems().empty()) {
         _problem = word + ": no file below it has a name that ends in ";

@@ -44,9 +44,16 @@ bool isObject(const std::string& head)
 
 LlvmInputs::Kind LlvmInputs::kindOf(const std::string& path)
 {
+    std::string ignored;
+    return kindOf(path, ignored);
+}
+
+LlvmInputs::Kind LlvmInputs::kindOf(const std::string& path, std::string& problem)
+{
     InputFile file;
     std::string head;
     if (!file.open(path) || !file.append(head, HeadSize)) {
+        problem = file.problem();
         return Nothing;
     }
     if (ElfFile::isElf(head.data(), head.size())) {
@@ -119,8 +126,12 @@ bool LlvmInputs::addFolder(const std::string& folder)
             profiles.push_back(walk.path());
             continue;
         }
-        const Kind kind = kindOf(walk.path());
-        if (kind == Elf || kind == Object) {
+        std::string problem;
+        const Kind kind = kindOf(walk.path(), problem);
+        if (kind == Nothing) { // it may have been a program
+            complain(walk.path(), problem);
+            ++_unreadFolders;
+        } else if (kind == Elf || kind == Object) {
             (kind == Elf ? binaries : objects).push_back({walk.path(), false});
         }
     }

@@ -21,6 +21,8 @@ public:
     // What the first bytes of a file say.
     enum Kind { Nothing, Elf, Object, Raw, Indexed, Other };
     static Kind kindOf(const std::string& path);
+    // The same of a file that is there; Nothing, with `problem` set, when it cannot be read.
+    static Kind kindOf(const std::string& path, std::string& problem);
 
     static bool isFolder(const std::string& path);
     // Whether a name is that of a raw profile.

@@ -64,6 +64,11 @@ TEST(qipVisibleTextTest, LineSeparatorsAndDirectionMarksAreEscaped)
     EXPECT_EQ(visible("a\xe2\x80\xaez"), "a\\xe2\\x80\\xaez"); // right-to-left override
     EXPECT_EQ(visible("a\xe2\x81\xa6z"), "a\\xe2\\x81\\xa6z"); // isolate
     EXPECT_EQ(visible("a\xe2\x80\x8fz"), "a\\xe2\\x80\\x8fz"); // mark
+    // What takes no room would make two names look the same.
+    EXPECT_EQ(visible("a\xc2\xadz"), "a\\xc2\\xadz");          // soft hyphen
+    EXPECT_EQ(visible("a\xe2\x80\x8bz"), "a\\xe2\\x80\\x8bz"); // blank
+    EXPECT_EQ(visible("a\xe2\x81\xa4z"), "a\\xe2\\x81\\xa4z"); // plus
+    EXPECT_EQ(visible("a\xef\xbb\xbfz"), "a\\xef\\xbb\\xbfz"); // byte order
     EXPECT_EQ(visible("a\xd8\x9cz"), "a\\xd8\\x9cz");          // Arabic letter mark
 }
 

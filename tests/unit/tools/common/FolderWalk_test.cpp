@@ -90,4 +90,18 @@ TEST_F(FolderWalkTest, FolderThatVanishesMeanwhileIsAProblem)
     EXPECT_EQ(walk.problems()[0]._reason, "No such file or directory");
 }
 
+// A link that leads nowhere is no file; of one that cannot be followed nobody knows what it is.
+TEST_F(FolderWalkTest, LinksThatCannotBeFollowedAreProblems)
+{
+    fs::create_symlink("nowhere", _dir.path("dangling"));
+    EXPECT_EQ(walk(_dir.path("")).size(), 1u);
+    EXPECT_TRUE(_problems.empty());
+    fs::create_symlink("round", _dir.path("round"));
+    EXPECT_EQ(walk(_dir.path("")).size(), 2u);
+    ASSERT_EQ(_problems.size(), 1u);
+    EXPECT_TRUE(_problems[0]._isEntry);
+    EXPECT_EQ(_problems[0]._reason, "Too many levels of symbolic links");
+    EXPECT_EQ(_problems[0].text().find("cannot look at "), 0u);
+}
+
 } // namespace

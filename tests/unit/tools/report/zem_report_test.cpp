@@ -76,6 +76,22 @@ TEST_F(ZemReportTest, TwoLogsAddUp)
     EXPECT_TRUE(matchesGolden("zem-report/two-logs.txt", run({"-sF", _log, _log}).out));
 }
 
+TEST_F(ZemReportTest, ALogThatDoesNotFitItsMapIsNamedAndReported)
+{
+    const std::string map =
+        mapFile({{"src/a.c", {{"f", 1, 2, {{1, 2}}}}}}).write(_dir.path("a.map"));
+    const std::string log = logFile({{"src/A.c", map, {7}}}).write(_dir.path("a.log"));
+    const ProgramResult result = run({_log, log});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err,
+              "zem-report: " + log +
+                  ": 1 records of this log and its maps do not fit: counts are missing, "
+                  "or stand at other code; give logs of one build alone, or import the "
+                  "build and its run again\n");
+    EXPECT_NE(result.out.find("src/list.cpp"), std::string::npos);
+    EXPECT_NE(result.out.find("src/a.c"), std::string::npos);
+}
+
 TEST_F(ZemReportTest, AFailedLogIsNamedAndTheOthersAreReported)
 {
     const ProgramResult result = run({_dir.path("none.log"), _log});

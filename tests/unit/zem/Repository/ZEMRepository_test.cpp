@@ -256,6 +256,33 @@ TEST_F(ZEMRepositoryTest, TheStatedBlockCountIsComparedAndShownTheFunctionsBlock
     EXPECT_EQ(rows(_repository.viewByDirectory()), "src 5/8 7\n");
 }
 
+// What nobody may take for whole numbers.
+TEST_F(ZEMRepositoryTest, RecordsThatDoNotFitAreCounted)
+{
+    const std::string path =
+        map("a.map", {{"src/a.c", {func("f", 1), func("g", 1)}}, {"src/b.c", {func("h", 1)}}});
+    ASSERT_EQ(load({{"src/a.c", path, {1, 0}}, {"src/b.c", path, {1}}}), 0);
+    EXPECT_EQ(_repository.misfits(), 0);
+    ASSERT_EQ(load({{"src/c.c", path, {1}}, {"src/a.c", path, {1, 1}}}), 0); // in no map
+    EXPECT_EQ(_repository.misfits(), 1);
+    StdErr err;
+    ASSERT_EQ(load({{"src/b.c", path, {1, 1}}}), 0); // another number of blocks
+    EXPECT_EQ(_repository.misfits(), 2);
+    // The same files again, and one that has its functions in another order.
+    const std::string same =
+        map("b.map", {{"src/a.c", {func("f", 1), func("g", 1)}}, {"src/b.c", {func("h", 1)}}});
+    EXPECT_EQ(_repository.processMapFile(same.c_str()), 0);
+    EXPECT_EQ(_repository.misfits(), 2);
+    const std::string other =
+        map("c.map", {{"src/a.c", {func("g", 1), func("f", 1)}}, {"src/b.c", {func("h", 1)}}});
+    EXPECT_EQ(_repository.processMapFile(other.c_str()), 0);
+    EXPECT_EQ(_repository.misfits(), 3);
+    const std::string more =
+        map("d.map", {{"src/a.c", {func("f", 1), func("g", 1), func("i", 1)}}, {"src/b.c", {}}});
+    EXPECT_EQ(_repository.processMapFile(more.c_str()), 0);
+    EXPECT_EQ(_repository.misfits(), 5);
+}
+
 TEST_F(ZEMRepositoryTest, CountsPastTheMapsBlocksAreIgnored)
 {
     const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
