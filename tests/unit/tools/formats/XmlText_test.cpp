@@ -28,7 +28,9 @@ TEST(XmlTextTest, WhatXmlDoesNotHaveIsVisible)
     EXPECT_EQ(written("x\xef\xbf\xbey"), "x\\xef\\xbf\\xbey");
     EXPECT_EQ(written("\xef\xbf\xbf"), "\\xef\\xbf\\xbf");
     // Their neighbours are text.
-    EXPECT_EQ(written("\xef\xbf\xbd\xef\xbb\xbf"), "\xef\xbf\xbd\xef\xbb\xbf");
+    EXPECT_EQ(written("\xef\xbf\xbd\xef\xbb\xbe"), "\xef\xbf\xbd\xef\xbb\xbe");
+    // A mark of the byte order inside a name takes no room.
+    EXPECT_EQ(written("a\xef\xbb\xbf"), "a\\xef\\xbb\\xbf");
 }
 
 } // namespace
