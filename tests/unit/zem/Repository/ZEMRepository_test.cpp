@@ -283,6 +283,35 @@ TEST_F(ZEMRepositoryTest, RecordsThatDoNotFitAreCounted)
     EXPECT_EQ(_repository.misfits(), 5);
 }
 
+TEST_F(ZEMRepositoryTest, RecordsOfUnknownTagsDoNotFit)
+{
+    StdErr err;
+    RecFileBuilder strange = mapFile({{"src/a.c", {func("f", 1)}}, {"src/b.c", {func("g", 1)}}});
+    const std::string path = strange.setTag(1, 7).write(_dir.path("a.map"));
+    ASSERT_EQ(load({{"src/a.c", path, {1}}}), 0);
+    EXPECT_EQ(_repository.misfits(), 1);
+    RecFileBuilder log = logFile({{"src/a.c", path, {1}}, {"src/a.c", path, {1}}});
+    ASSERT_EQ(_repository.processFile(log.setTag(0, 7).write(_dir.path("b.log")).c_str()), 0);
+    EXPECT_EQ(_repository.misfits(), 2);
+}
+
+TEST_F(ZEMRepositoryTest, AMapThatTellsAnythingElseOfAFunctionDoesNotFit)
+{
+    const MapFunc first = func("f", 2);
+    std::vector<MapFunc> others(5, first);
+    others[0].name = "g";
+    others[1].startLine = 2;
+    others[2].endLine = 91;
+    others[3].blocks[1] = {2, 3};
+    others[4].blocks[1] = {1, 2};
+    ASSERT_EQ(_repository.processMapFile(map("a.map", {{"src/a.c", {first}}}).c_str()), 0);
+    for (size_t i = 0; i < others.size(); ++i) {
+        const std::string path = map(std::to_string(i) + ".map", {{"src/a.c", {others[i]}}});
+        ASSERT_EQ(_repository.processMapFile(path.c_str()), 0);
+        EXPECT_EQ(_repository.misfits(), static_cast<long>(i + 1));
+    }
+}
+
 TEST_F(ZEMRepositoryTest, CountsPastTheMapsBlocksAreIgnored)
 {
     const std::string path = map("a.map", {{"src/a.c", {func("f", 1)}}});
