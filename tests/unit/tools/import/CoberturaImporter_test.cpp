@@ -3,6 +3,7 @@
 
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/ImportedText.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tools/import/cobertura/CoberturaDocument.h"
 
 #include <algorithm>
@@ -123,6 +124,19 @@ TEST_F(CoberturaImporterTest, FoldersHoldOtherXmlToo)
     _dir.write("none/tests.xml", "<testsuites/>");
     none.input(_dir.path("none").c_str());
     EXPECT_FALSE(ImportedText(none)._isRead);
+}
+
+TEST_F(CoberturaImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    addLinks(_dir, "in/a.xml", "in/b.xml", document(classOf("/a.cc", lines(line(1, "1")))));
+    CoberturaImporter importer;
+    importer.input(_dir.path("in").c_str());
+    const ImportedText read(importer);
+    EXPECT_TRUE(read._isRead);
+    EXPECT_EQ(read._problems, problemsOfLinks(_dir, "in", "in/b.xml"));
+    EXPECT_EQ(read._losses._unreadFolders, 1u);
+    EXPECT_EQ(read._losses._linkedFolders, 1u);
+    EXPECT_TRUE(read._losses.isIncomplete());
 }
 
 TEST_F(CoberturaImporterTest, SourceFoldersAreTriedAndAmbiguityIsSaid)

@@ -3,6 +3,7 @@
 
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/ImportedText.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tools/import/lcov/Tracefile.h"
 
 #include <algorithm>
@@ -251,6 +252,19 @@ TEST_F(LcovImporterTest, GzippedFilesAndFoldersAreRead)
     EXPECT_EQ(ImportedText(importer)._runs, ":\n/a.c 1=3\n");
     EXPECT_TRUE(importer.recognises(path.c_str()));
     EXPECT_TRUE(importer.recognises(_dir.path("in").c_str()));
+}
+
+TEST_F(LcovImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    addLinks(_dir, "in/a.info", "in/b.info.gz", "SF:/a.c\nDA:1,3\nend_of_record\n");
+    LcovImporter importer;
+    importer.input(_dir.path("in").c_str());
+    const ImportedText read(importer);
+    EXPECT_TRUE(read._isRead);
+    EXPECT_EQ(read._problems, problemsOfLinks(_dir, "in", "in/b.info.gz"));
+    EXPECT_EQ(read._losses._unreadFolders, 1u);
+    EXPECT_EQ(read._losses._linkedFolders, 1u);
+    EXPECT_TRUE(read._losses.isIncomplete());
 }
 
 TEST_F(LcovImporterTest, WhatIsNotThereIsSaid)

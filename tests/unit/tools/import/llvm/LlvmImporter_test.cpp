@@ -3,6 +3,7 @@
 
 #include "tests/support/StdErr.h"
 #include "tests/support/TempDir.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tests/unit/tools/import/llvm/LlvmBuilder.h"
 
 #include <algorithm>
@@ -472,6 +473,23 @@ TEST_F(LlvmImporterTest, SaysWhatIsMissingAndWhatToDo)
     ASSERT_TRUE(import({program, empty, profile}));
     EXPECT_EQ(_failedRuns, 1u);
     EXPECT_EQ(text(1), "a.cc:f 1-3 {1,2,3}=4");
+}
+
+// A program has any name, so that of a link which leads nowhere nobody knows what it stood for.
+TEST_F(LlvmImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    const std::vector<LlvmFunction> all = {function("f", 1, 5, {4})};
+    addLinks(_dir, "in/a.profraw", "in/b.profraw", rawProfile(_target, all));
+    std::filesystem::create_symlink("gone", _dir.path("in/program"));
+    const std::string program = write("other", llvmProgram(_target, files, all));
+    const std::string problems = problemsOfLinks(_dir, "in", "in/b.profraw");
+    for (const bool isRun : {false, true}) {
+        const std::vector<std::string> run = {program, "--run", _dir.path("in")};
+        EXPECT_TRUE(import(isRun ? run : std::vector<std::string>{program, _dir.path("in")}));
+        EXPECT_EQ(_errors, problems);
+        EXPECT_EQ(_losses._unreadFolders, 1u);
+        EXPECT_EQ(_losses._linkedFolders, 1u);
+    }
 }
 
 TEST_F(LlvmImporterTest, KnowsItsOwnFiles)
