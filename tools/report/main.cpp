@@ -60,6 +60,7 @@ TextStyle styleFor(const ReportCommandLine& options, const ReportCommandLine::Ou
 {
     const bool isTerminal = output._file == nullptr && isatty(STDOUT_FILENO) != 0;
     TextStyle style;
+    style._isOnTerminal = isTerminal;
     style._isPadded = isTerminal;
     style._hasBars = isTerminal;
     style._hasColours = output._file == nullptr && options.hasColours(isTerminal);
@@ -79,9 +80,9 @@ bool complainOfFile(const char* path, const ReportFile& file)
 bool writeOutput(const Report& report, const ReportCommandLine& options,
                  const ReportCommandLine::Output& output)
 {
-    const std::unique_ptr<ReportWriter> writer =
-        makeReportWriter(output._format, styleFor(options, output));
+    TextStyle style = styleFor(options, output);
     if (output._file == nullptr) {
+        const std::unique_ptr<ReportWriter> writer = makeReportWriter(output._format, style);
         const bool isPrinted = writer && writer->print(report.contents(), std::cout);
         if (!isPrinted) {
             report.complainOfMemory();
@@ -95,6 +96,8 @@ bool writeOutput(const Report& report, const ReportCommandLine& options,
     if (!file->open(output._file)) {
         return complainOfFile(output._file, *file);
     }
+    style._isOnTerminal = file->isTerminal();
+    const std::unique_ptr<ReportWriter> writer = makeReportWriter(output._format, style);
     if (!writer || !writer->print(report.contents(), file->stream())) {
         report.complainOfMemory();
         file.reset();

@@ -330,6 +330,23 @@ TEST_F(ReportFormatsTest, OnATerminalThereAreBarsAndColoursAndBothSums)
     EXPECT_NE(limited.find("\033[32m100%\033[0m"), std::string::npos) << limited;
 }
 
+// A file has the names as they are, a terminal what is visible of them.
+TEST_F(ReportFormatsTest, OnATerminalNoFormatHasNamesThatSteerIt)
+{
+    const std::string name = "\xc2\x9b"
+                             "2J\xe2\x80\xae";
+    const std::string log = logOf("src/" + name, name);
+    EXPECT_NE(run({"--format", "lcov", log}).out.find("\nSF:src/" + name + "\n"),
+              std::string::npos);
+    const char* const words[] = {"csv", "json", "lcov", "lcov2", "cobertura", "lcov -o /dev/tty"};
+    for (const char* format : words) {
+        const std::string text = onTerminal("dumb", "--format " + (format + (" -df " + log)));
+        EXPECT_NE(text.find("2J"), std::string::npos) << text;
+        EXPECT_EQ(text.find("\xc2\x9b"), std::string::npos) << text;
+        EXPECT_EQ(text.find("\xe2\x80\xae"), std::string::npos) << text;
+    }
+}
+
 TEST_F(ReportFormatsTest, ColoursThatAreAskedForComeWithoutATerminal)
 {
     const std::string text = run({"--color=always", _log}).out;
