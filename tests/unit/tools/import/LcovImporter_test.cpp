@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <set>
 #include <zlib.h>
 
 namespace {
@@ -202,12 +203,18 @@ TEST_F(LcovImporterTest, DamageIsNamedWithItsLine)
 
 TEST_F(LcovImporterTest, EveryCutEndsInAMessageOrIsWholeSections)
 {
-    const std::string text = "TN:\nSF:/a.c\nFN:1,f\nFNL:1,2\nFNA:1,2,g\nDA:1,12\nend_of_record\n";
+    const std::string first = "TN:\nSF:/a.c\nFN:1,f\nFNL:1,2\nFNA:1,2,g\nDA:1,12\nend_of_record\n";
+    const std::string text = first + "TN:two\nSF:/a.c\nDA:1,5\nend_of_record\n#more\n";
     for (size_t size = 0; size < text.size(); ++size) {
         const ImportedText read = import({text.substr(0, size)});
-        EXPECT_EQ(read._isRead, size == text.size() - 1) << size;
+        // The ends of both sections, without and with their newline, and the whole line between.
+        const std::set<size_t> whole = {first.size() - 1, first.size(), first.size() + 7,
+                                        text.size() - 7, text.size() - 6};
+        EXPECT_EQ(read._isRead, whole.count(size) != 0) << size;
         EXPECT_EQ(read._problems.empty(), read._isRead);
     }
+    EXPECT_EQ(problemOf(first + "TN:tw"), ":8: the file ends within a line: it is cut short\n");
+    EXPECT_TRUE(import({first.substr(0, first.size() - 1) + "\r"})._isRead);
 }
 
 TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
@@ -216,8 +223,14 @@ TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
     const std::string wanted = problemOf("TN:\nSF:/" + large + "\n");
     EXPECT_EQ(wanted, ":2: the line has more than 1048576 bytes\n");
     const ImportedText read =
-        import({"SF:/a.c\nBRDA:1,0," + large + ",1\nDA:1,3\nend_of_record\n#" + large});
+        import({"SF:/a.c\nBRDA:1,0," + large + ",1\nDA:1,3\nend_of_record\n#" + large + "\n"});
     EXPECT_EQ(read._runs, ":\n/a.c 1=3\n") << read._problems;
+    // One of any length may be the last, and cut.
+    for (const size_t size :
+         {Tracefile::LongestRecord - 1, Tracefile::LongestRecord, large.size()}) {
+        EXPECT_NE(problemOf("SF:/a.c\nend_of_record\n#" + large.substr(0, size)).find("cut short"),
+                  std::string::npos);
+    }
     // The line behind it keeps its number.
     EXPECT_EQ(problemOf("#" + large + "\nbad\n"), ":2: this is no record of a tracefile: bad\n");
 }
