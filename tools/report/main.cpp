@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-report: the viewer's report as text and in the formats of other tools, without X.
+#include "qip/Support/asksFor.h"
 #include "qip/Support/cmdln.h"
 #include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
@@ -217,10 +218,10 @@ int main(int argc, char** argv)
 {
     endWithoutMemory(" *** zem-report", Failed);
     guardStandardStreams();
-    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+    if (asksFor("--version", argc, argv)) {
         return printOnly([](std::ostream& out) { out << "zem-report " << ZEM_VERSION << '\n'; });
     }
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+    if (asksFor("--help", argc, argv)) {
         return printOnly(writeUsage);
     }
     // Never destroyed: the end of the process frees millions of records at once.
