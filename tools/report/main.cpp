@@ -109,11 +109,18 @@ bool writeOutput(const Report& report, const ReportCommandLine& options,
     return isDone;
 }
 
-// An empty document of another tool's format would pass for the report of a program without code. A
-// person sees what a text lacks.
-bool isWorthPrinting(const Report& report, const ReportCommandLine::Output& output)
+// An empty table would pass for the report of a program without code.
+bool isWorthPrinting(const Report& report)
 {
-    return !report.contents()._logs.empty() || std::strcmp(output._format, "text") == 0;
+    return !report.contents()._logs.empty();
+}
+
+// Where a person waits for a text the messages about the logs are enough.
+void tellOfNothing(const ReportCommandLine::Output& output)
+{
+    if (std::strcmp(output._format, "text") != 0) {
+        std::cerr << "zem-report: nothing is printed: no log was merged" << std::endl;
+    }
 }
 
 // Files get only what all logs together say: who reads them does not see what is missing.
@@ -128,8 +135,8 @@ bool writeOutputs(const Report& report, const ReportCommandLine& options, bool h
                           << " is not written: not every log was merged" << std::endl;
                 continue;
             }
-        } else if (!isWorthPrinting(report, output)) {
-            std::cerr << "zem-report: nothing is printed: no log was merged" << std::endl;
+        } else if (!isWorthPrinting(report)) {
+            tellOfNothing(output);
             continue;
         }
         try {
