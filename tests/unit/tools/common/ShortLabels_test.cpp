@@ -120,7 +120,7 @@ TEST_F(ShortLabelsTest, NumberStandsBehindTheDotsOfPartsAndNotInAWordThatIsCut)
     const std::string a = wide + "::TableOfA::Iterator::run";
     const std::string b = wide + "::TableOfB::Iterator::run";
     finish({a, b});
-    const std::string cut = std::string(12, 'w') + "..." + std::string(11, 'w');
+    const std::string cut = std::string(13, 'w') + "..." + std::string(13, 'w');
     EXPECT_EQ(_labels.of(a), cut + "::...::Iterator::run");
     EXPECT_EQ(_labels.of(b), cut + "::...2::Iterator::run");
 }
