@@ -160,8 +160,9 @@ TEST_F(LlvmImporterTest, KeepsRunsApartAndAddsThemUpWhenAsked)
 TEST_F(LlvmImporterTest, LeavesObjectsBesideAProgram)
 {
     write("p/program", llvmProgram(_target, files, {function("f", 1, 5)}));
-    const std::string map = mapSection(_target, files);
-    write("p/a.o", elfFile(_target, {{"__llvm_covmap", map}}, 1));
+    std::string object = llvmProgram(_target, files, {function("g", 11, 6)});
+    object.replace(16, 2, LlvmNumbers().u16(1).bytes());
+    write("p/a.o", object);
     write("p/one.profraw", rawProfile(_target, {function("f", 1, 5, {4})}));
     ASSERT_TRUE(import({_dir.path("p")})) << _errors;
     EXPECT_EQ(text(), "a.cc:f 1-3 {1,2,3}=4");
