@@ -113,6 +113,14 @@ TEST_F(CoberturaImporterTest, EachDocumentIsARun)
     EXPECT_EQ(import({text, text})._runs, "c1:\n/a.cc 1=1\nc2:\n/a.cc 1=1\n");
 }
 
+TEST_F(CoberturaImporterTest, RunHasTheTimeOfItsDocument)
+{
+    const std::string early = document(classOf("/a.cc", lines(line(1, "1"))));
+    std::string late = early;
+    late.replace(late.find("1700000000"), 10, "1700000999000"); // milliseconds
+    EXPECT_EQ(import({early, late, early})._times, "1700000000\n1700000999\n1700000000\n");
+}
+
 TEST_F(CoberturaImporterTest, FoldersHoldOtherXmlToo)
 {
     _dir.write("in/tests.xml", "<testsuites/>");

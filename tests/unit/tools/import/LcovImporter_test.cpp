@@ -235,6 +235,21 @@ TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
     EXPECT_EQ(problemOf("#" + large + "\nbad\n"), ":2: this is no record of a tracefile: bad\n");
 }
 
+TEST_F(LcovImporterTest, RecordsOfFilesLargerThanAPieceAreWhole)
+{
+    std::string text = "SF:/a.c\n";
+    uint32_t lines = 0;
+    while (text.size() < 3 * Tracefile::LongestRecord) {
+        text += "DA:" + std::to_string(1 + lines++ % 7) + ",1\n";
+    }
+    const ImportedText read = import({text + "end_of_record\n"});
+    std::string runs = ":\n/a.c";
+    for (uint32_t i = 0; i < 7; ++i) {
+        runs += " " + std::to_string(i + 1) + "=" + std::to_string((lines + 6 - i) / 7);
+    }
+    EXPECT_EQ(read._runs, runs + "\n") << read._problems;
+}
+
 TEST_F(LcovImporterTest, ManyTestsAreRefused)
 {
     std::string text;

@@ -157,6 +157,20 @@ TEST_F(LlvmImporterTest, KeepsRunsApartAndAddsThemUpWhenAsked)
     EXPECT_EQ(_runs[0]._name, "");
 }
 
+// The objects of a build are read where there is no program: else each function came twice.
+TEST_F(LlvmImporterTest, LeavesObjectsBesideAProgram)
+{
+    write("p/program", llvmProgram(_target, files, {function("f", 1, 5)}));
+    std::string object = llvmProgram(_target, files, {function("g", 11, 6)});
+    object.replace(16, 2, LlvmNumbers().u16(1).bytes());
+    write("p/a.o", object);
+    write("p/one.profraw", rawProfile(_target, {function("f", 1, 5, {4})}));
+    ASSERT_TRUE(import({_dir.path("p")})) << _errors;
+    EXPECT_EQ(text(), "a.cc:f 1-3 {1,2,3}=4");
+    EXPECT_EQ(_losses._failedUnits, 0u);
+    EXPECT_EQ(_errors, "");
+}
+
 // Another link of the program may have them in another order.
 TEST_F(LlvmImporterTest, OrderOfTheRecordsOfAProfileIsFree)
 {
@@ -329,6 +343,25 @@ TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasToThem)
     const std::string profile = write("x.profraw", rawProfile(_target, {outer, lambda}));
     ASSERT_TRUE(import({program, profile}));
     EXPECT_EQ(text(), "a.cc:_Z1fv 1-9 {1,2,3,4,5,8,9}=3; a.cc:_ZZ1fvENKUlvE_clEv 5-7 {5,6,7}=0");
+}
+
+// Instances of a template have the same lines, and none of them lies in another.
+TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasToThemInEachInstance)
+{
+    std::vector<LlvmFunction> all;
+    for (const std::string type : {"i", "l"}) {
+        all.push_back(function("_Z1fI" + type + "EvT_", 1, 5, {all.empty() ? 3u : 4u}));
+        all.back()._mapping = plainMapping({{counterNumber(0), 1, 1, 9, 2}});
+        all.push_back(function("_ZZ1fI" + type + "EvT_ENKUlvE_clEv", 5, 7, {all.size()}));
+        all.back()._mapping = plainMapping({{counterNumber(0), 5, 10, 7, 6}});
+    }
+    const std::string program = write("program", llvmProgram(_target, files, all));
+    const std::string profile = write("x.profraw", rawProfile(_target, all));
+    ASSERT_TRUE(import({program, profile}));
+    EXPECT_EQ(text(),
+              "a.cc:_Z1fIiEvT_ 1-9 {1,2,3,4,5,8,9}=3; a.cc:_Z1fIlEvT_ 1-9 {1,2,3,4,5,8,9}=4; "
+              "a.cc:_ZZ1fIiEvT_ENKUlvE_clEv 5-7 {5,6,7}=1; "
+              "a.cc:_ZZ1fIlEvT_ENKUlvE_clEv 5-7 {5,6,7}=3");
 }
 
 // The use of a macro is a block; its text is not. What is included inside is the function's text.
