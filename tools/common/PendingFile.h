@@ -30,6 +30,10 @@ public:
     // Appends to the file.
     bool write(const std::string& bytes);
 
+    // Lets the system begin to put on the disk what was written, without waiting: sync() waits less
+    // then. The file stays as it is when the system cannot.
+    void startSync();
+
     // Waits until all that was written, also by others, is on the disk.
     bool sync();
 
