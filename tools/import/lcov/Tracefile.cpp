@@ -20,10 +20,15 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
+// Nearly always the first byte says no.
 bool startsWith(const char* at, const char* end, const char* text)
 {
-    const size_t length = std::strlen(text);
-    return static_cast<size_t>(end - at) >= length && std::memcmp(at, text, length) == 0;
+    for (; *text != '\0'; ++at, ++text) {
+        if (at == end || *at != *text) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // A number of a line, or another of 32 bits. Moves behind it; false when there is none.
@@ -278,6 +283,9 @@ bool Tracefile::readRecord(const char* at, const char* end)
 {
     if (startsWith(at, end, "DA:")) {
         return readLine(at + 3, end);
+    }
+    if (_isInSection && startsWith(at, end, "FN:")) {
+        return readFunction(at + 3, end);
     }
     if (at == end || isUnused(at, end)) {
         return true;
