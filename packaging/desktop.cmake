@@ -3,8 +3,10 @@ install(FILES ${CMAKE_CURRENT_LIST_DIR}/desktop/zem.desktop
     DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/desktop/zem.xml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
-configure_file(desktop/zem.metainfo.xml ${CMAKE_BINARY_DIR}/share/metainfo/zem.metainfo.xml @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/share/metainfo/zem.metainfo.xml
+# Its name is the identifier that stands in it, as catalogues want it.
+set(catalogueEntry org.example.zem.metainfo.xml)
+configure_file(desktop/${catalogueEntry} ${CMAKE_BINARY_DIR}/share/metainfo/${catalogueEntry} @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/share/metainfo/${catalogueEntry}
     DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 # Made of the program's own picture by script/icons.
 foreach(size 32 64 128)

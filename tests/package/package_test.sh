@@ -116,7 +116,7 @@ desktop)
         desktop-file-validate "$share/applications/zem.desktop" || fail "desktop entry"
     fi
     if command -v appstreamcli >/dev/null; then
-        appstreamcli validate --no-net "$share/metainfo/zem.metainfo.xml" || fail "catalogue entry"
+        appstreamcli validate-tree --no-net "$scratch/root" || fail "catalogue entry"
     fi
     need update-mime-database
     need gio
