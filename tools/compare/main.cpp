@@ -135,7 +135,9 @@ public:
         const GccUnitFiles& unit = _units[item];
         BuildFacts facts;
         std::string json;
-        if (!runGcov(_options.gcov, unit, json) || !addGcovFacts(json, _options.filter, facts)) {
+        std::string problem;
+        if (!runGcov(_options.gcov, unit, json, problem) ||
+            !addGcovFacts(json, _options.filter, facts)) {
             facts._failures.push_back(unit._notes + ": " + _options.gcov + " gave no lines");
         } else if (!addGraphFacts(textOf(unit._notes),
                                   unit._counters.empty() ? "" : textOf(unit._counters),

@@ -7,9 +7,11 @@
 #include "tools/import/ImportJob.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <ostream>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -23,6 +25,14 @@ bool isThere(const std::string& path)
 {
     struct stat status = {};
     return stat(path.c_str(), &status) == 0;
+}
+
+// Why a file or folder cannot be read, which is there as far as anybody knows; null when it can, or
+// is not there.
+const char* unreadable(const std::string& path)
+{
+    const bool isHidden = access(path.c_str(), R_OK) != 0 && errno != ENOENT && errno != ENOTDIR;
+    return isHidden ? std::strerror(errno) : nullptr;
 }
 
 bool isAmong(char** words, const char* wanted)
@@ -136,6 +146,12 @@ int ImportCommand::import(const Reading& reading)
 bool ImportCommand::checkInputs(const std::vector<std::string>& inputs)
 {
     for (const std::string& input : inputs) {
+        const char* const reason = unreadable(input);
+        if (reason != nullptr) {
+            _err << program << ": cannot read " << qipVisibleText(input.c_str()) << ": " << reason
+                 << '\n';
+            return false;
+        }
         if (isThere(input)) {
             continue;
         }

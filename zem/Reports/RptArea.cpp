@@ -55,7 +55,8 @@ void allowShellResize(Widget widget, Boolean allow)
 
 RptArea::RptArea(const char* name)
     : qipVCell(name), _demangleLevel(SimpleNames), _browsing(false), _srcViewerInstalled(false),
-      _reportType(RptByFile), _isOutdated(false), _srcViewer("srcViewer"), _rptViewer("rptViewer")
+      _reportType(RptByFile), _isOutdated(false), _toldMisfits(0), _srcViewer("srcViewer"),
+      _rptViewer("rptViewer")
 {}
 
 RptArea::~RptArea()
@@ -122,6 +123,18 @@ void RptArea::report()
     sortAndView();
     if (_browsing) {
         browse();
+    }
+    tellMisfits();
+}
+
+void RptArea::tellMisfits()
+{
+    if (_theRepository.misfits() == _toldMisfits) {
+        return;
+    }
+    _toldMisfits = _theRepository.misfits();
+    if (theStatusBar != nullptr) {
+        theStatusBar->displayMessage("Wrong or missing counts: a log does not fit its maps!");
     }
 }
 

@@ -47,7 +47,8 @@ public:
     void sortBy(const char* keys);
 
     // Makes the report anew, sorts and shows it, and tells the status bar. Without memory for all
-    // of it the status bar says so, and everything else stays as it is.
+    // of it the status bar says so, and everything else stays as it is. When a log was loaded since
+    // that does not fit its maps, a message says so for a while.
     void report();
 
     // Sorts and shows the report that there is, and tells the status bar.
@@ -81,6 +82,7 @@ private:
     int roomForSource() const;
     void showSummary() const;
     void describe() const;
+    void tellMisfits();
 
     int _demangleLevel;
     bool _browsing;           // the source view is open
@@ -89,6 +91,7 @@ private:
     ZEMRptTable _report;
     RptType _reportType; // of `_report`; that of `_rptInfo` is the one asked for
     bool _isOutdated;
+    long _toldMisfits; // of the repository, as far as the status bar said so
     SrcViewer _srcViewer;
     RptViewer _rptViewer;
     ZEMRepository _theRepository;

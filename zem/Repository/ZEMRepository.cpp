@@ -66,6 +66,16 @@ bool isSameFunction(const ZEMFuncRecord& a, const ZEMFuncRecord& b)
                       });
 }
 
+// Whether a file was not written to from one time to the other.
+bool isSameState(const struct stat& a, const struct stat& b)
+{
+    const auto isSameTime = [](const timespec& one, const timespec& other) {
+        return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+    };
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+           isSameTime(a.st_mtim, b.st_mtim) && isSameTime(a.st_ctim, b.st_ctim);
+}
+
 bool isSameCode(const ZEMFileRecord& a, const ZEMFileRecord& b)
 {
     ListIterator<ZEMFuncRecord*> others(b._funcList);
@@ -145,9 +155,15 @@ int ZEMRepository::loadLog(const char* path)
         return failed(result, log.failure());
     }
     qipMessages messages;
+    long known = -1; // the map of the record before
     ListIterator<ZEMLogFileRecord*> records(log.toc());
     while (const ZEMLogFileRecord* record = records.next()) {
-        if (_mapIndex.find(record->_mapfile) < 0) {
+        const long number = _mapIndex.find(record->_mapfile);
+        if (number >= 0 && number != known) {
+            lookAgain(number);
+        }
+        known = number;
+        if (number < 0) {
             messages.flush(); // before those of the map
             result = loadMap(record->_mapfile);
             if (result < 0) {
@@ -176,6 +192,8 @@ int ZEMRepository::loadMap(const char* path)
         failure._reason = "a file without a name";
         return failed(result, failure);
     }
+    struct stat state = {};
+    (void)stat(path, &state); // else opening it fails, too
     result = map.open(path, qipVLRecFile::READ);
     if (result == qipVLRecFile::NoError) {
         result = map.load();
@@ -190,7 +208,7 @@ int ZEMRepository::loadMap(const char* path)
     const long before = _sources.size();
     result = take(map.toc());
     if (result == qipVLRecFile::NoError) {
-        result = enterMap(path);
+        result = enterMap(path, state);
         if (result != qipVLRecFile::NoError) {
             giveBack(before);
         }
@@ -199,14 +217,45 @@ int ZEMRepository::loadMap(const char* path)
     return result;
 }
 
+// A map is loaded once. When it was written again since, with other code, this log's counts are of
+// that.
+void ZEMRepository::lookAgain(long number)
+{
+    const char* const path = _mapIndex.path(number);
+    struct stat& known = _mapStates[static_cast<size_t>(number)];
+    struct stat now = {};
+    if (stat(path, &now) != 0 || isSameState(known, now)) {
+        return; // one that is gone cannot be asked
+    }
+    ZEMMapFile map;
+    bool isSame = map.open(path, qipVLRecFile::READ) == qipVLRecFile::NoError && map.load() >= 0;
+    ListIterator<ZEMFileRecord*> files(map.toc());
+    while (const ZEMFileRecord* file = files.next()) {
+        const std::unique_ptr<const ZEMFileRecord> owned(file);
+        const long source = isSame ? _sources.find(file->_filename) : -1;
+        isSame = source >= 0 && isSameCode(_sources.file(source), *file);
+    }
+    if (isSame) {
+        known = now;
+    } else {
+        ++_nMisfits;
+    }
+}
+
 // Notes that a map file is loaded, in list and index or in neither.
-int ZEMRepository::enterMap(const char* path)
+int ZEMRepository::enterMap(const char* path, const struct stat& state)
 {
     std::unique_ptr<char[]> copy(new (std::nothrow) char[std::strlen(path) + 1]);
     std::unique_ptr<dLinkT<char*>> node(new (std::nothrow) dLinkT<char*>(copy.get()));
+    try {
+        _mapStates.resize(static_cast<size_t>(_mapIndex.size()) + 1);
+    } catch (const std::bad_alloc&) {
+        return withoutMemory();
+    }
     if (!copy || !node || _mapIndex.add(path) == PathIndex::NoMemory) {
         return withoutMemory();
     }
+    _mapStates[static_cast<size_t>(_mapIndex.find(path))] = state;
     std::strcpy(copy.release(), path);
     _mapfiles.append(node.release());
     return qipVLRecFile::NoError;

@@ -24,6 +24,8 @@
 
 #include <iosfwd>
 #include <memory>
+#include <sys/stat.h>
+#include <vector>
 
 class ZEMLogFileRecord;
 
@@ -53,8 +55,8 @@ public:
 
     // How many records of what was loaded do not fit, so that counts are missing or are another
     // function's: those of a log about a file that no map has, or with another number of blocks
-    // than the map; those of a map with other functions of a file than a map before it; and those
-    // of an unknown tag. Added up over all files.
+    // than the map; those of a map with other functions of a file than a map before it, or than the
+    // same map when it was loaded; and those of an unknown tag. Added up over all files.
     long misfits() const { return _nMisfits; }
 
     // The untested and all blocks, as added up; the int form is clamped to what it holds.
@@ -102,7 +104,8 @@ private:
     int loadMap(const char* path);
     int failed(int code, const qipVLFailure& failure);
     int withoutMemory();
-    int enterMap(const char* path);
+    int enterMap(const char* path, const struct stat& state);
+    void lookAgain(long number);
     void giveBack(long size);
     bool take(ZEMFileRecord* file);
     int take(List<ZEMFileRecord*>& files);
@@ -112,16 +115,17 @@ private:
     long _totUncov;
     long _totBlocks;
     long _nMisfits = 0;
-    List<char*> _fileNames;             // the names are the caller's
-    List<char*> _classNames;            //
-    List<char*> _functionNames;         //
-    List<char*> _directoryNames;        //
-    List<char*> _mapfiles;              // owned, in the order loaded
-    List<ZEMFileRecord*> _srcfiles;     // owned, in the order first seen
-    PathIndex _mapIndex;                // finds in `_mapfiles`
-    mutable SourceIndex _sources;       // finds in `_srcfiles`; hits wait in it to be counted
-    bool _hasAllFilters;                // none was lost for want of memory
-    std::unique_ptr<char[]> _logMemory; // for the records of a log, kept for the next
+    List<char*> _fileNames;              // the names are the caller's
+    List<char*> _classNames;             //
+    List<char*> _functionNames;          //
+    List<char*> _directoryNames;         //
+    List<char*> _mapfiles;               // owned, in the order loaded
+    List<ZEMFileRecord*> _srcfiles;      // owned, in the order first seen
+    PathIndex _mapIndex;                 // finds in `_mapfiles`
+    std::vector<struct stat> _mapStates; // of these files, before they were read
+    mutable SourceIndex _sources;        // finds in `_srcfiles`; hits wait in it to be counted
+    bool _hasAllFilters;                 // none was lost for want of memory
+    std::unique_ptr<char[]> _logMemory;  // for the records of a log, kept for the next
     size_t _logMemorySize;
     qipVLFailure _failure;
     char _failedMap[4096];

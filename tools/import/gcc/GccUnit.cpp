@@ -483,7 +483,11 @@ bool GccUnit::keepLines(GcovDocument& document)
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
 {
     std::string json;
-    bool isRead = runGcov(gcov, files, json);
+    std::string problem;
+    bool isRead = runGcov(gcov, files, json, problem);
+    if (!problem.empty()) {
+        return fail(problem);
+    }
     GcovDocument document;
     bool isAny = false;
     for (size_t start = 0; isRead && start < json.size();) {

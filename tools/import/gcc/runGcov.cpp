@@ -22,12 +22,13 @@ private:
 
 } // namespace
 
-bool runGcov(const char* gcov, const GccUnitFiles& files, std::string& json)
+bool runGcov(const char* gcov, const GccUnitFiles& files, std::string& json, std::string& problem)
 {
     // Notes and counters stand side by side, which gcov asks for.
     const TemporaryFolder folder;
     if (folder.path().empty() || !folder.link(files._notes, "unit.gcno") ||
         (!files._counters.empty() && !folder.link(files._counters, "unit.gcda"))) {
+        problem = folder.path().empty() ? folder.problem() : "no room for a temporary file";
         return false;
     }
     Text text(json);

@@ -9,5 +9,6 @@
 #include <string>
 
 // Runs the program `gcov` on one unit and gives what it prints: JSON documents, one on each line,
-// see GcovDocument.h. Returns false when it cannot be run or fails.
-bool runGcov(const char* gcov, const GccUnitFiles& files, std::string& json);
+// see GcovDocument.h. Returns false when it cannot be run or fails; `problem` is set
+// where that is no fault of gcov's.
+bool runGcov(const char* gcov, const GccUnitFiles& files, std::string& json, std::string& problem);

@@ -141,7 +141,7 @@ bool LlvmCov::read(const std::vector<std::string>& binaries,
 {
     const TemporaryFolder folder;
     if (folder.path().empty()) {
-        _problem = "no temporary folder can be made";
+        _problem = folder.problem();
         return false;
     }
     const std::string indexed = folder.path() + "/sum.profdata";

@@ -120,6 +120,15 @@ TEST_F(ImportCommandTest, WordThatIsNothingIsTold)
               "Try zem-import --help.\n");
 }
 
+// What it holds is no question of its kind then.
+TEST_F(ImportCommandTest, InputThatCannotBeReadIsToldWithTheReason)
+{
+    const TempDir dir;
+    std::filesystem::create_symlink("round", dir.path("round"));
+    EXPECT_EQ(run({"a.one", dir.path("round")}), "1\nzem-import: cannot read " + dir.path("round") +
+                                                     ": Too many levels of symbolic links\n");
+}
+
 TEST_F(ImportCommandTest, UnknownOptionsAreTold)
 {
     EXPECT_TRUE(has(run({"one", "--second", "a.one"}), "its value is missing: --second\n"));

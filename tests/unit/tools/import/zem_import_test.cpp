@@ -139,7 +139,8 @@ void compareLines(const std::string& notesPath, const std::string& countersPath)
     countLines(notesPath, countersPath, own);
 
     std::string json;
-    ASSERT_TRUE(runGcov("gcov", {notesPath, countersPath}, json));
+    std::string problem;
+    ASSERT_TRUE(runGcov("gcov", {notesPath, countersPath}, json, problem));
     std::map<std::string, std::map<uint32_t, int64_t>> compilers;
     GcovDocument gcov;
     ASSERT_TRUE(gcov.parse(json)) << gcov.problem();

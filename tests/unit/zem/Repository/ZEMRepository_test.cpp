@@ -7,6 +7,7 @@
 #include "tests/support/TempDir.h"
 #include "zem/Rows/ZEMView.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -293,6 +294,37 @@ TEST_F(ZEMRepositoryTest, RecordsOfUnknownTagsDoNotFit)
     RecFileBuilder log = logFile({{"src/a.c", path, {1}}, {"src/a.c", path, {1}}});
     ASSERT_EQ(_repository.processFile(log.setTag(0, 7).write(_dir.path("b.log")).c_str()), 0);
     EXPECT_EQ(_repository.misfits(), 2);
+}
+
+// It was loaded once and is not loaded again; whose log comes later may be of its new code.
+TEST_F(ZEMRepositoryTest, AMapThatHasOtherCodeThanWhenItWasLoadedDoesNotFit)
+{
+    const std::vector<MapSource> before = {{"src/a.c", {func("f", 2)}}};
+    std::vector<MapSource> after = before;
+    after[0].funcs[0].blocks[1] = {2, 9};
+    const std::string path = map("a.map", before);
+    const std::vector<LogSource> log = {{"src/a.c", path, {1, 1}}, {"src/a.c", path, {1, 1}}};
+    ASSERT_EQ(load(log), 0);
+    std::filesystem::remove(path);
+    ASSERT_EQ(load(log), 0);
+    map("a.map", before); // the same once more
+    ASSERT_EQ(load(log), 0);
+    EXPECT_EQ(_repository.misfits(), 0);
+    map("a.map", after);
+    ASSERT_EQ(load(log), 0);
+    ASSERT_EQ(load(log), 0);
+    EXPECT_EQ(_repository.misfits(), 2); // for each of these logs
+    map("a.map", {{"src/a.c", before[0].funcs}, {"src/b.c", before[0].funcs}});
+    ASSERT_EQ(load(log), 0);
+    EXPECT_EQ(_repository.misfits(), 3);
+    StdErr err;
+    _dir.write("a.map", TempDir::read(path).substr(0, 200));
+    ASSERT_EQ(load(log), 0);
+    EXPECT_EQ(_repository.misfits(), 4);
+    map("a.map", before);
+    ASSERT_EQ(load(log), 0);
+    EXPECT_EQ(_repository.misfits(), 4);
+    EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 2/2 32\n");
 }
 
 TEST_F(ZEMRepositoryTest, AMapThatTellsAnythingElseOfAFunctionDoesNotFit)

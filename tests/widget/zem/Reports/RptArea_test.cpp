@@ -425,4 +425,25 @@ TEST_F(RptAreaTest, WithoutMemoryForAReportTheOldOneStaysAndTheStatusBarSaysSo)
     theStatusBar = nullptr;
 }
 
+// Whoever loads a log of another build sees that its counts are not all there.
+TEST_F(RptAreaTest, ALogThatDoesNotFitIsToldOnce)
+{
+    RecordingStatusBar bar;
+    CellWindow barWindow(bar);
+    barWindow.open();
+    theStatusBar = &bar;
+    _area->report();
+    EXPECT_EQ(bar.shown(), "Report: by file, Sort keys: ");
+    const std::string log =
+        logFile({{"other.cpp", _dir.path("p.map"), {1}}}).write(_dir.path("other.log"));
+    ASSERT_EQ(_area->processFile(log.c_str()), 0);
+    _area->report();
+    EXPECT_EQ(bar.shown(), "Wrong or missing counts: a log does not fit its maps!");
+    EXPECT_EQ(_area->processFile(_log.c_str()), 0);
+    _area->report();
+    EXPECT_EQ(bar.shown(), "Report: by file, Sort keys: ");
+    settle();
+    theStatusBar = nullptr;
+}
+
 } // namespace
