@@ -333,6 +333,15 @@ TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
     EXPECT_LE(more("_Z1fiSs", "_Z1fi"), string + 4);
 }
 
+TEST(SymbolScanTest, PartsHaveNumbersOfDigitsAndCapitals)
+{
+    const std::string parts = "_Z1f" + std::string(40, 'P') + "i";
+    for (const char* number : {"S_", "S0_", "S9_", "SA_", "SZ_", "S10_", "S12_"}) {
+        EXPECT_TRUE(scanSymbol(parts + number)._isKnown) << number;
+    }
+    EXPECT_FALSE(scanSymbol(parts + "S13_")._isKnown);
+}
+
 TEST(SymbolScanTest, FindsTheEndOfTheName)
 {
     EXPECT_EQ(scanSymbol("_ZN1SIiE3getIcEEiT_")._nameEnd, std::strlen("_ZN1SIiE3getIcEE"));

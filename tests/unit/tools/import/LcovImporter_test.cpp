@@ -236,6 +236,15 @@ TEST_F(LcovImporterTest, RecordsOfFilesLargerThanAPieceAreWhole)
     EXPECT_EQ(read._runs, runs + "\n") << read._problems;
 }
 
+// They are kept in pieces of seven bits.
+TEST_F(LcovImporterTest, DistancesAndCountsOfRoundNumbersAreKept)
+{
+    const ImportedText read = import({"SF:/a.c\nDA:1,64\nDA:129,0\nDA:16513,8192\n"
+                                      "DA:16514,63\nDA:16515,1048576\nend_of_record\n"});
+    EXPECT_EQ(read._runs, ":\n/a.c 1=64 129=0 16513=8192 16514=63 16515=1048576\n")
+        << read._problems;
+}
+
 TEST_F(LcovImporterTest, ManyTestsAreRefused)
 {
     std::string text;
