@@ -37,6 +37,9 @@ TEST(NameTextTest, ComparisonsAreNoBrackets)
     EXPECT_EQ(text.partner(7), NameText::None);
     EXPECT_EQ(NameText("a<(b->c)>").partner(1), 8u);
     EXPECT_EQ(NameText("a<b->c>").partner(1), 6u);
+    for (const char last : {'a', 'z', 'A', 'Z', '0', '9', '_'}) {
+        EXPECT_EQ(NameText(last + std::string("<b>")).partner(1), 3u) << last;
+    }
 }
 
 TEST(NameTextTest, LastPartIsBehindFunctionsAndConversions)

@@ -40,6 +40,7 @@ const char* const armSymbols[] = {
     "_Z2nmIXadL_ZN1A1mEEEEvv",
     "_Z3nmfIXadL_ZN1A1fEvEEEvv",
     "_Z2nnILDn0EEvv",
+    "_Z2twIXadL_Z1gIiEvvEEXadL_ZS0_IlEvvEEEvv",
     "_Z2nlILb1ELc120ELln3EL1E0ELy18446744073709551615EEvv",
     "_Z3dblILd3ff8000000000000EEvv",
     "_Z2ntIXtl1NLi1ELd4004000000000000EEEEvv",
@@ -333,6 +334,15 @@ TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
     EXPECT_LE(more("_Z1fiSs", "_Z1fi"), string + 4);
 }
 
+TEST(SymbolScanTest, PartsHaveNumbersOfDigitsAndCapitals)
+{
+    const std::string parts = "_Z1f" + std::string(40, 'P') + "i";
+    for (const char* number : {"S_", "S0_", "S9_", "SA_", "SZ_", "S10_", "S12_"}) {
+        EXPECT_TRUE(scanSymbol(parts + number)._isKnown) << number;
+    }
+    EXPECT_FALSE(scanSymbol(parts + "S13_")._isKnown);
+}
+
 TEST(SymbolScanTest, FindsTheEndOfTheName)
 {
     EXPECT_EQ(scanSymbol("_ZN1SIiE3getIcEEiT_")._nameEnd, std::strlen("_ZN1SIiE3getIcEE"));
@@ -347,6 +357,8 @@ TEST(SymbolScanTest, OnlyTemplatesHaveAResult)
     EXPECT_TRUE(scanSymbol("_Z1fIiEvT_")._hasResult);
     EXPECT_TRUE(scanSymbol("_ZN1S1fIiEEvT_")._hasResult);
     EXPECT_FALSE(scanSymbol("_Z1fi")._hasResult);
+    EXPECT_FALSE(scanSymbol("_Z1xIiE")._hasResult);        // a variable
+    EXPECT_FALSE(scanSymbol("_ZZ1fIiEvT_E1x")._hasResult); // one in a function that has
     EXPECT_FALSE(scanSymbol("_ZN1SIiE1fEi")._hasResult);
     EXPECT_FALSE(scanSymbol("_ZN1SC1IiEET_")._hasResult);
     EXPECT_FALSE(scanSymbol("_ZN1ScvT_IiEEv")._hasResult);
@@ -420,14 +432,14 @@ TEST(SymbolScanTest, UnknownSymbolsAreTakenForTheirGreatestLength)
 TEST(SymbolScanTest, SymbolsThatBreakOffOrHaveNoSuchPartAreUnknown)
 {
     for (const char* symbol :
-         {"_Z0v",         "_Z2f",          "_Z1fS_",        "_Z1fiS1_",      "_Z1fT",
-          "_Z1fT0",       "_Z1fSq",        "_Z1fIiv",       "_Z1fIiXE",      "_Z1fIXplLi1EEEvv",
-          "_Z1fILi1",     "_Z1fILi1Evv",   "_Z1fIL_1aEEvv", "_Z1fA3i",       "_Z1fM1A",
-          "_Z1fFvi",      "_Z1fDv4i",      "_Z1fDtfp_",     "_Z1fDq",        "_Z1fI1XIXsrEEEvv",
-          "_ZN1A",        "_ZN1AC9Ev",     "_ZN1AzzEv",     "_ZZ1fvE",       "_ZZ1fvE1a__1",
-          "_ZZ1fvEd1a",   "_ZN1AUlvEv",    "_ZN1AUqE_Ev",   "_ZTh4N1A1fEv",  "_ZTv0_N1A1fEv",
-          "_ZTq1A",       "_ZGX1a",        "_Z1fDTfL",      "_Z1fIXfpxEEvv", "_Z1fIXfLpEEvv",
-          "_Z1fIXxxEEvv", "_Z1fIXnwiEEvv", "_Z1fIXnw_iEEvv", "_Z1fui", "_Z1fUPi"}) {
+         {"_Z0v",         "_Z2f",          "_Z1fS_",         "_Z1fiS1_",      "_Z1fT",
+          "_Z1fT0",       "_Z1fSq",        "_Z1fIiv",        "_Z1fIiXE",      "_Z1fIXplLi1EEEvv",
+          "_Z1fILi1",     "_Z1fILi1Evv",   "_Z1fIL_1aEEvv",  "_Z1fA3i",       "_Z1fM1A",
+          "_Z1fFvi",      "_Z1fDv4i",      "_Z1fDtfp_",      "_Z1fDq",        "_Z1fI1XIXsrEEEvv",
+          "_ZN1A",        "_ZN1AC9Ev",     "_ZN1AzzEv",      "_ZZ1fvE",       "_ZZ1fvE1a__1",
+          "_ZZ1fvEd1a",   "_ZN1AUlvEv",    "_ZN1AUqE_Ev",    "_ZTh4N1A1fEv",  "_ZTv0_N1A1fEv",
+          "_ZTq1A",       "_ZGX1a",        "_Z1fDTfL",       "_Z1fIXfpxEEvv", "_Z1fIXfLpEEvv",
+          "_Z1fIXxxEEvv", "_Z1fIXnwiEEvv", "_Z1fIXnw_iEEvv", "_Z1fui",        "_Z1fUPi"}) {
         EXPECT_FALSE(scanSymbol(symbol)._isKnown) << symbol;
     }
 }

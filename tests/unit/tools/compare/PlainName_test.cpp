@@ -43,6 +43,7 @@ const Filtered filtered[] = {
      "Log::operator<<", "(std::string const&)"},
     {"ShiftOfATemplate", "Log& Log::operator<< <char [5]>(char const (&) [5])",
      "Log::operator<<<char[5]>", "(char const(&)[5])"},
+    {"ProductOfATemplate", "Log& Log::operator*= <int>(int)", "Log::operator*=<int>", "(int)"},
     {"CallOperator", "A::operator()(int) const", "A::operator()", "(int)"},
     {"Arrow", "A::operator->() const", "A::operator->", "()"},
     {"Conversion", "A::operator ns::B<int>() const", "A::operator ns::B<int>", "()"},

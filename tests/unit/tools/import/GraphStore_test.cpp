@@ -4,6 +4,7 @@
 #include "tests/unit/tools/import/GcovBuilder.h"
 
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace {
 
@@ -167,6 +168,25 @@ TEST(ContentKeyTest, EveryByteAndTheLengthCount)
     for (size_t length = 0; length < 600; ++length) {
         EXPECT_FALSE(keyOf(std::string(length, '\0')) == keyOf(std::string(length + 1, '\0')));
     }
+}
+
+// Content that differs in one lane alone has another key, also where it is added in steps.
+TEST(ContentKeyTest, BothLanesOfEachStepCount)
+{
+    constexpr uint64_t Start = 0xc2b2ae3d27d4eb4f;
+    const auto stepped = [](uint64_t value) {
+        value *= 0xc4ceb9fe1a85ec53;
+        return value << 31 | value >> 33;
+    };
+    std::vector<uint64_t> one(64);
+    std::vector<uint64_t> other(64);
+    other[0] = 1; // of the same lane as the fourth word behind it
+    other[4] = stepped(Start) - stepped(Start + 1);
+    ContentKey key;
+    ContentKey otherKey;
+    key.add(one.data(), 8 * one.size());
+    otherKey.add(other.data(), 8 * other.size());
+    EXPECT_FALSE(key == otherKey);
 }
 
 TEST(ContentKeyTest, TheOrderOfWordsCounts)

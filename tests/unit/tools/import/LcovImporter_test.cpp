@@ -140,9 +140,10 @@ TEST_F(LcovImporterTest, LlvmsFileNamesBeforeLocalFunctionsAreDropped)
 {
     const ImportedText read =
         import({"SF:/a.cc\nFN:1,1,a b.cc:_ZL1fv\nFN:2,2,a.cc;_ZL1gv\nFN:3,3,-[A b:]\n"
-                "FN:4,4,ns::f(a::b)\nDA:1,1\nDA:2,1\nDA:3,1\nDA:4,1\nend_of_record\n"});
+                "FN:4,4,ns::f(a::b)\nFN:5,5,a.cc:g\nDA:1,1\nDA:2,1\nDA:3,1\nDA:4,1\nDA:5,1\n"
+                "end_of_record\n"});
     EXPECT_EQ(read._functions, "/a.cc -[A b:] 3-3: 3\n/a.cc _ZL1fv 1-1: 1\n/a.cc _ZL1gv 2-2: 2\n"
-                               "/a.cc ns::f(a::b) 4-4: 4\n");
+                               "/a.cc g 5-5: 5\n/a.cc ns::f(a::b) 4-4: 4\n");
 }
 
 TEST_F(LcovImporterTest, CountsOfAllFormsAreRead)
@@ -248,6 +249,23 @@ TEST_F(LcovImporterTest, RecordsOfFilesLargerThanAPieceAreWhole)
         runs += " " + std::to_string(i + 1) + "=" + std::to_string((lines + 6 - i) / 7);
     }
     EXPECT_EQ(read._runs, runs + "\n") << read._problems;
+}
+
+TEST_F(LcovImporterTest, LinesMayEndAsThoseOfOtherSystems)
+{
+    const ImportedText read =
+        import({"TN:one\r\nSF:/a.c\r\nFN:1,2,f\r\nDA:1,3\r\nDA:2,0\r\nend_of_record\r\n"});
+    EXPECT_EQ(read._functions, "/a.c f 1-2: 1 2\n") << read._problems;
+    EXPECT_EQ(read._runs, ":\n/a.c 1=3 2=0\n");
+}
+
+// They are kept in pieces of seven bits.
+TEST_F(LcovImporterTest, DistancesAndCountsOfRoundNumbersAreKept)
+{
+    const ImportedText read = import({"SF:/a.c\nDA:1,64\nDA:129,0\nDA:16513,8192\n"
+                                      "DA:16514,63\nDA:16515,1048576\nend_of_record\n"});
+    EXPECT_EQ(read._runs, ":\n/a.c 1=64 129=0 16513=8192 16514=63 16515=1048576\n")
+        << read._problems;
 }
 
 TEST_F(LcovImporterTest, ManyTestsAreRefused)

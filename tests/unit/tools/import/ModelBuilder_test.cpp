@@ -155,6 +155,17 @@ TEST_F(ModelBuilderTest, InstancesOfATemplateAreOneFunction)
     EXPECT_EQ(build(), "/h.h _Z1fIiEvT_ _Z1fIlEvT_ 1-9: 1=7\n");
 }
 
+// The members of a class template that a macro makes: their symbols stand between each other.
+TEST_F(ModelBuilderTest, InstancesOfTemplatesOnOneLineStayApart)
+{
+    add(A, "_ZN1AIiE1fEv", 2, 2, {{{2}, 1}});
+    add(A, "_ZN1AIiE1gEv", 2, 2, {{{2}, 10}});
+    add(A, "_ZN1AIlE1fEv", 2, 2, {{{2}, 100}});
+    add(A, "_ZN1AIlE1gEv", 2, 2, {{{2}, 1000}});
+    EXPECT_EQ(build(), "/a.cc _ZN1AIiE1fEv _ZN1AIlE1fEv 2-2: 2=101\n"
+                       "/a.cc _ZN1AIiE1gEv _ZN1AIlE1gEv 2-2: 2=1010\n");
+}
+
 TEST_F(ModelBuilderTest, InstancesAreKeptWhenAskedFor)
 {
     add(H, "_Z1fIiEvT_", 1, 9, {{{1}, 3}});

@@ -173,6 +173,10 @@ TEST(ReportCommandLineTest, ColoursAreWhereTheyShow)
     EXPECT_FALSE(hasColours("auto", false));
     EXPECT_TRUE(hasColours("always", false));
     EXPECT_FALSE(hasColours("never", true));
+    setenv("TERM", "x", 1);
+    EXPECT_TRUE(hasColours("auto", true));
+    setenv("TERM", "", 1);
+    EXPECT_FALSE(hasColours("auto", true));
     setenv("TERM", "dumb", 1);
     EXPECT_FALSE(hasColours("auto", true));
     unsetenv("TERM");

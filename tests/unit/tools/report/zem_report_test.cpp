@@ -48,6 +48,14 @@ TEST_F(ZemReportTest, ByFileInTheOrderLoaded)
     EXPECT_TRUE(matchesGolden("zem-report/file.txt", result.out));
 }
 
+TEST_F(ZemReportTest, NoSortKeysLeaveTheOrder)
+{
+    const ProgramResult result = run({"-s", "", _log});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_TRUE(matchesGolden("zem-report/file.txt", result.out));
+}
+
 TEST_F(ZemReportTest, ByDirectory)
 {
     EXPECT_TRUE(matchesGolden("zem-report/directory.txt", run({"-dd", "-sd", _log}).out));

@@ -27,6 +27,15 @@ TEST(TextReplacerTest, PiecesOfAnySizeGiveOneText)
     }
 }
 
+TEST(TextReplacerTest, WhatWasReplacedBeginsNothing)
+{
+    TextReplacer replacer("aba", "x");
+    EXPECT_EQ(replacer.next("aba", 3), "x");
+    EXPECT_EQ(replacer.end(), "");
+    EXPECT_EQ(replacer.next("abab", 4), "xb");
+    EXPECT_EQ(replacer.end(), "");
+}
+
 TEST(TextReplacerTest, OnlyWhatMayBeABeginningWaits)
 {
     TextReplacer replacer("/tmp/x", "/home");

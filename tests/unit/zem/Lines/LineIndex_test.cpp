@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -96,6 +98,17 @@ TEST_F(LineIndexTest, EachByteIsReadOnceForTheIndexAndOnceForItsLine)
     line(1);
     line(1);
     EXPECT_EQ(_index.bytesRead(), 13 + 6);
+}
+
+TEST_F(LineIndexTest, AFileThatIsReplacedIsClosed)
+{
+    const auto nOpen = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    ASSERT_EQ(open("first\n"), 0);
+    const auto one = nOpen();
+    ASSERT_EQ(open("second\n"), 0);
+    EXPECT_EQ(nOpen(), one);
 }
 
 TEST_F(LineIndexTest, AMissingFileIsNotTooLarge)

@@ -61,6 +61,8 @@ TEST_F(SrcBrowserTest, ExchangeTakesFileLinesAndCoverageAlong)
     EXPECT_EQ(_browser.getHits(2), 7);
     EXPECT_EQ(*_browser.getHitMap(2), 7);
     int len = 0;
+    EXPECT_EQ(_browser.bytesRead(), 13);
+    EXPECT_EQ(other.bytesRead(), 2);
     EXPECT_STREQ(_browser.getLine(2, len), "three");
     EXPECT_EQ(other.nLines(), 2);
 }

@@ -120,6 +120,13 @@ TEST_F(qipAlarmTest, SettingTheIntervalStartsNothing)
     EXPECT_EQ(timeout.interval(), 10u);
 }
 
+TEST_F(qipAlarmTest, AGadgetIsActiveAtOnce)
+{
+    qipGadget gadget;
+    EXPECT_EQ(gadget.deactivate(), 0);
+    EXPECT_EQ(gadget.activate(), 0);
+}
+
 TEST_F(qipAlarmTest, ClassNames)
 {
     EXPECT_STREQ(CountingTimeout().className(), "qipTimeout");

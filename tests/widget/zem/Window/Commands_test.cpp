@@ -346,6 +346,16 @@ TEST_F(CommandsTest, LoadsListsShowSixtyCharactersAndKeepTheirWidth)
     settle();
     EXPECT_NEAR(columns(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST)),
                 columns(child(box, XmDIALOG_LIST)), 1);
+    // Each heading is as wide as its list.
+    const auto width = [](Widget widget) {
+        Dimension result = 0;
+        XtVaGetValues(widget, XmNwidth, &result, nullptr);
+        return result;
+    };
+    EXPECT_EQ(width(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST_LABEL)),
+              width(XtParent(XmFileSelectionBoxGetChild(box, XmDIALOG_DIR_LIST))));
+    EXPECT_EQ(width(XmFileSelectionBoxGetChild(box, XmDIALOG_LIST_LABEL)),
+              width(XtParent(XmFileSelectionBoxGetChild(box, XmDIALOG_LIST))));
 }
 
 TEST_F(CommandsTest, ADialogThatIsUpIsNotOpenedAgain)

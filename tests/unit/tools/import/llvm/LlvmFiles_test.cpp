@@ -67,15 +67,14 @@ TEST(ElfFileTest, FindsTheNumberOfTheBuildAmongItsNotes)
     const std::string gnu("GNU\0", 4);
     constexpr uint32_t noteType = 7;
     ElfFile file;
-    ASSERT_TRUE(
-        file.open(dir.write("program", elfFile(LlvmTarget(),
-                                               {{".data", note(3, gnu, "data")},
-                                                {".large", note(3, gnu, "large") +
-                                                               note(9, gnu, std::string(5000, 'x')),
-                                                 noteType},
-                                                {".others", note(3, "GNA", "other"), noteType},
-                                                {".tag", note(1, gnu, "tag"), noteType},
-                                                {".build", note(3, gnu, "build"), noteType}}))));
+    ASSERT_TRUE(file.open(dir.write(
+        "program",
+        elfFile(LlvmTarget(),
+                {{".data", note(3, gnu, "data")},
+                 {".large", note(3, gnu, "large") + note(9, gnu, std::string(5000, 'x')), noteType},
+                 {".others", note(3, "GNA", "other"), noteType},
+                 {".tag", note(1, gnu, "tag"), noteType},
+                 {".build", note(3, gnu, "build"), noteType}}))));
     EXPECT_EQ(file.buildId(), "build");
 }
 

@@ -345,6 +345,21 @@ TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasToThem)
     EXPECT_EQ(text(), "a.cc:_Z1fv 1-9 {1,2,3,4,5,8,9}=3; a.cc:_ZZ1fvENKUlvE_clEv 5-7 {5,6,7}=0");
 }
 
+// The longest region with text is the body, wherever it stands.
+TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasInALaterRegionToThem)
+{
+    LlvmFunction lambda = function("_ZZ1fvENKUlvE_clEv", 5, 7, {0});
+    lambda._mapping = plainMapping({{counterNumber(0), 23, 10, 25, 6}});
+    LlvmFunction outer = function("_Z1fv", 1, 5, {3});
+    outer._mapping =
+        plainMapping({{counterNumber(0), 10, 1, 12, 2}, {counterNumber(0), 20, 1, 30, 2}});
+    const std::string program = write("program", llvmProgram(_target, files, {outer, lambda}));
+    const std::string profile = write("x.profraw", rawProfile(_target, {outer, lambda}));
+    ASSERT_TRUE(import({program, profile}));
+    EXPECT_EQ(text(), "a.cc:_Z1fv 10-30 {10,11,12,20,21,22,23,26,27,28,29,30}=3; "
+                      "a.cc:_ZZ1fvENKUlvE_clEv 23-25 {23,24,25}=0");
+}
+
 // Instances of a template have the same lines, and none of them lies in another.
 TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasToThemInEachInstance)
 {
@@ -473,7 +488,9 @@ TEST_F(LlvmImporterTest, SaysWhatIsMissingAndWhatToDo)
         std::vector<std::string> words;
         const char* problem;
     } const cases[] = {
-        {{program}, "no .profraw file among the inputs"},
+        {{program},
+         "no .profraw file among the inputs: run the program with LLVM_PROFILE_FILE=NAME.profraw "
+         "and name that file or its folder\n"},
         {{profile}, "no program among the inputs"},
         {{plain, profile}, "plain: was not built with clang++ -fprofile-instr-generate"},
         {{stripped, profile}, "stripped: has no coverage map"},
