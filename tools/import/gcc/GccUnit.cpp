@@ -248,17 +248,22 @@ bool GccUnit::useCounters(GcdaFile& counters, uint32_t stamp, std::string& failu
 // nothing of it is wanted or the notes are damaged.
 bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
 {
-    const KnownFunction known = _store.find(entry._bytes);
-    if (known._kind != KnownFunction::Unknown) {
-        countKind(known._kind);
-        entry._known = known._graph;
-        return known._graph != nullptr;
-    }
     if (!notes.readPlace(function)) {
         return false;
     }
-    const KnownFunction::Kind kind = kindOf(function, source(_folder, function._files[0]));
+    const SourceNumber& own = source(_folder, function._files[0]);
+    const KnownFunction::Kind kind = kindOf(function, own);
     countKind(kind);
+    // Most functions of a unit are those of headers that are left out: not worth a key.
+    if (own._answer != SourceFilter::Kept && notes.isInOneFile(function)) {
+        return false;
+    }
+    notes.addContent(entry._bytes);
+    const KnownFunction known = _store.find(entry._bytes);
+    if (known._kind != KnownFunction::Unknown) {
+        entry._known = known._graph;
+        return known._graph != nullptr;
+    }
     if (!notes.readGraph(function)) {
         return false;
     }
@@ -280,7 +285,6 @@ bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
     GcnoFunction function;
     while (notes.findFunction(function)) {
         Function entry = {function, folder, nullptr, nullptr};
-        notes.addContent(entry._bytes);
         if (!readFunction(notes, function, entry)) {
             continue;
         }
