@@ -208,7 +208,8 @@ Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
         dropQualifiers(result._text);
         return result;
     }
-    if (symbol.find_first_of(".[") != std::string::npos) { // nothing else is shown as a clone
+    // Nothing else is shown as a clone.
+    if (symbol.find('.') != std::string::npos || symbol.find('[') != std::string::npos) {
         result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
     }
     for (const char* thunk : {"non-virtual thunk to ", "virtual thunk to "}) {
