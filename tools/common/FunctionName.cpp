@@ -50,7 +50,9 @@ bool canHaveTypes(const std::string& name)
 bool hasPlainLastPart(const std::string& name)
 {
     const size_t colon = name.rfind(':');
-    return colon == std::string::npos || colon < name.find_first_of(" <({");
+    const size_t end = colon == std::string::npos ? 0 : colon;
+    return std::none_of(name.begin(), name.begin() + static_cast<std::ptrdiff_t>(end),
+                        [](char c) { return c == ' ' || c == '<' || c == '(' || c == '{'; });
 }
 
 // The last part of a name without what the class report would be cut at.
