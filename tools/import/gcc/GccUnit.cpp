@@ -127,11 +127,12 @@ void GccUnit::failCounters(const std::string& reason)
 const SourceNumber& GccUnit::source(const std::string& folder, std::string_view file)
 {
     if (_numbers.empty() || _lastNumber.first != file) {
-        const auto found = _numbers.emplace(file, SourceNumber());
-        if (found.second) {
-            found.first->second = _sources.find(absolutePath(folder, std::string(file)));
+        auto found = _numbers.find(file); // as it nearly always is
+        if (found == _numbers.end()) {
+            const SourceNumber number = _sources.find(absolutePath(folder, std::string(file)));
+            found = _numbers.emplace(file, number).first;
         }
-        _lastNumber = *found.first;
+        _lastNumber = *found;
     }
     return _lastNumber.second;
 }
@@ -248,21 +249,24 @@ bool GccUnit::useCounters(GcdaFile& counters, uint32_t stamp, std::string& failu
 // nothing of it is wanted or the notes are damaged.
 bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& entry)
 {
+    const KnownFunction known = _store.find(entry._bytes);
+    if (known._kind != KnownFunction::Unknown) {
+        countKind(known._kind);
+        entry._known = known._graph;
+        return known._graph != nullptr;
+    }
     if (!notes.readPlace(function)) {
         return false;
     }
     const SourceNumber& own = source(_folder, function._files[0]);
     const KnownFunction::Kind kind = kindOf(function, own);
     countKind(kind);
-    // Most functions of a unit are those of headers that are left out: not worth a key.
+    // Most functions of a unit are those of headers that are left out.
     if (own._answer != SourceFilter::Kept && notes.isInOneFile(function)) {
+        if (!notes.damaged()) {
+            _store.leaveOut(entry._bytes, kind);
+        }
         return false;
-    }
-    notes.addContent(entry._bytes);
-    const KnownFunction known = _store.find(entry._bytes);
-    if (known._kind != KnownFunction::Unknown) {
-        entry._known = known._graph;
-        return known._graph != nullptr;
     }
     if (!notes.readGraph(function)) {
         return false;
@@ -285,6 +289,7 @@ bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
     GcnoFunction function;
     while (notes.findFunction(function)) {
         Function entry = {function, folder, nullptr, nullptr};
+        notes.addContent(entry._bytes);
         if (!readFunction(notes, function, entry)) {
             continue;
         }
