@@ -10,15 +10,15 @@
 
 namespace {
 
-// What touches one line of the file.
+// What touches one line of the file. All zero at first: there are many.
 struct LineUse
 {
-    uint32_t _place = 0;    // among the lines with code
-    uint32_t _function = 0; // that shows the line
-    bool _isUsed = false;
-    bool _isAlone = true;    // one block only
-    bool _isShared = false;  // several functions
-    bool _isCarried = false; // by one around them, which has no code on it
+    uint32_t _place;    // among the lines with code
+    uint32_t _function; // that shows the line
+    bool _isUsed;
+    bool _hasSeveral; // blocks
+    bool _isShared;   // several functions
+    bool _isCarried;  // by one around them, which has no code on it
 };
 
 // On a line that another function shows: the value of a basic block that touches it, and which of
@@ -40,10 +40,19 @@ struct OtherUse
     }
 };
 
-bool startsBefore(const CovBlock& a, const CovBlock& b)
+// By first line, last line, value. A function has its blocks in the order of their values at first.
+// A type, not a function: then the comparison becomes part of the loops of std::sort().
+struct StartsBefore
 {
-    return a._startLine != b._startLine ? a._startLine < b._startLine : a._stopLine < b._stopLine;
-}
+    static uint32_t lines(const CovBlock& block)
+    {
+        return uint32_t{block._startLine} << 16 | block._stopLine;
+    }
+    bool operator()(const CovBlock& a, const CovBlock& b) const
+    {
+        return lines(a) != lines(b) ? lines(a) < lines(b) : a._value < b._value;
+    }
+};
 
 constexpr int MostTries = 16; // functions whose ranges overlap without being in each other
 
@@ -60,6 +69,7 @@ public:
 
 private:
     uint32_t lastLine() const;
+    void findUses();
     int64_t widthOf(uint32_t function) const;
     void use(uint32_t function, uint32_t line);
     void findCarriers();
@@ -68,8 +78,7 @@ private:
     void numberLines();
     void addBlocks(uint32_t function);
     size_t addBlock(uint32_t function, size_t first);
-    void addLine(uint32_t function, uint32_t line, uint32_t value);
-    void endStretch(uint32_t value);
+    void addOwnLine(uint32_t line, uint32_t value);
     void addOthers();
 
     CovFile& _file;
@@ -79,12 +88,13 @@ private:
     bool _isAnyShared = false;
     std::vector<CovBlock> _blocks; // of the function at hand
     std::vector<OtherUse> _others;
-    CovBlock _stretch;        // the one that is growing; start 0 when there is none
-    bool _isOutside = false;  // the basic block at hand has lines that it cannot show
+    bool _isGrowing = false;  // the last of _blocks may get more lines
+    uint32_t _nextPlace = 0;  // of the line that it would get
     uint32_t _firstValue = 0; // of the function at hand
     uint64_t _pastLastLine = 0;
 };
 
+// The last one that a block can name and that is used, or 0.
 uint32_t FileArranger::lastLine() const
 {
     uint32_t last = 0;
@@ -110,11 +120,24 @@ void FileArranger::use(uint32_t function, uint32_t line)
         use._function = function;
         return;
     }
-    use._isAlone = false;
+    use._hasSeveral = true;
     if (use._function != function) {
         use._isShared = _isAnyShared = true;
         if (widthOf(function) > widthOf(use._function)) {
             use._function = function;
+        }
+    }
+}
+
+// Looks at the lines of all functions, as far as blocks can name them.
+void FileArranger::findUses()
+{
+    _uses.assign(lastLine() + size_t{1}, LineUse());
+    for (uint32_t i = 0; i < _functions.size(); ++i) {
+        for (const CovLine& line : _functions[i]._lines) {
+            if (line._line <= GreatestBlockLine) {
+                use(i, line._line);
+            }
         }
     }
 }
@@ -177,55 +200,46 @@ void FileArranger::numberLines()
     }
 }
 
-void FileArranger::endStretch(uint32_t value)
+// Adds a line that the function shows to its last block, or a block for it.
+void FileArranger::addOwnLine(uint32_t line, uint32_t value)
 {
-    if (_stretch._startLine != 0) {
-        _blocks.push_back({_stretch._startLine, _stretch._stopLine, value});
-        _stretch = CovBlock();
-    }
-}
-
-void FileArranger::addLine(uint32_t function, uint32_t line, uint32_t value)
-{
-    if (line > GreatestBlockLine) {
-        _isOutside = true;
-        return;
-    }
     const LineUse& use = _uses[line];
-    if (use._isShared && use._function != function) {
-        _others.push_back({line, use._isCarried ? function : 0, value, function});
-        _isOutside = true;
-        return;
-    }
     const auto shown = static_cast<uint16_t>(line);
-    const bool isNext =
-        _stretch._startLine != 0 && use._place == _uses[_stretch._stopLine]._place + 1;
-    if (!use._isAlone || !isNext) {
-        endStretch(value);
-    }
-    if (!use._isAlone) {
+    if (_isGrowing && !use._hasSeveral && use._place == _nextPlace) {
+        _blocks.back()._stopLine = shown;
+    } else {
         _blocks.push_back({shown, shown, value});
-        return;
+        _isGrowing = !use._hasSeveral;
     }
-    _stretch._startLine = _stretch._startLine == 0 ? shown : _stretch._startLine;
-    _stretch._stopLine = shown;
+    _nextPlace = use._place + 1;
 }
 
 // Returns where the lines of the next block begin.
 size_t FileArranger::addBlock(uint32_t function, size_t first)
 {
-    CovFunction& entry = _functions[function];
-    const uint32_t block = entry._lines[first]._block;
+    const std::vector<CovLine>& lines = _functions[function]._lines;
+    const uint32_t block = lines[first]._block;
     const uint32_t value = _firstValue + block;
-    _isOutside = false;
+    bool isOutside = false; // it has lines that it cannot show
+    _isGrowing = false;
     size_t next = first;
-    for (; next < entry._lines.size() && entry._lines[next]._block == block; ++next) {
-        addLine(function, entry._lines[next]._line, value);
+    for (; next < lines.size() && lines[next]._block == block; ++next) {
+        const uint32_t line = lines[next]._line;
+        if (line > GreatestBlockLine) {
+            isOutside = true;
+            continue;
+        }
+        const LineUse& use = _uses[line];
+        if (use._isShared && use._function != function) {
+            _others.push_back({line, use._isCarried ? function : 0, value, function});
+            isOutside = true;
+            continue;
+        }
+        addOwnLine(line, value);
     }
-    endStretch(value);
-    if (_isOutside) {
+    if (isOutside) {
         _blocks.push_back({0, 0, value});
-        _pastLastLine += entry._lines[next - 1]._line > GreatestBlockLine ? 1 : 0;
+        _pastLastLine += lines[next - 1]._line > GreatestBlockLine ? 1 : 0;
     }
     return next;
 }
@@ -266,14 +280,7 @@ void FileArranger::addOthers()
 void FileArranger::arrange()
 {
     _file._sums.clear();
-    _uses.assign(lastLine() + size_t{1}, LineUse());
-    for (uint32_t i = 0; i < _functions.size(); ++i) {
-        for (const CovLine& line : _functions[i]._lines) {
-            if (line._line <= GreatestBlockLine) {
-                use(i, line._line);
-            }
-        }
-    }
+    findUses();
     if (_isAnyShared) {
         findCarriers();
     }
@@ -283,8 +290,9 @@ void FileArranger::arrange()
     }
     addOthers();
     for (CovFunction& function : _functions) {
-        if (!std::is_sorted(function._blocks.begin(), function._blocks.end(), startsBefore)) {
-            std::stable_sort(function._blocks.begin(), function._blocks.end(), startsBefore);
+        std::vector<CovBlock>& blocks = function._blocks;
+        if (!std::is_sorted(blocks.begin(), blocks.end(), StartsBefore())) {
+            std::sort(blocks.begin(), blocks.end(), StartsBefore());
         }
         function._blocks.shrink_to_fit(); // there are millions, and they stay to the end
     }

@@ -35,12 +35,12 @@ bool digestOf(const std::string& path, std::string& digits, std::string& problem
 {
     InputFile file;
     ContentDigest digest;
-    std::string bytes;
+    std::vector<char> bytes(Piece);
     bool isGood = file.open(path);
     while (isGood && file.position() < file.size()) {
-        bytes.clear();
-        isGood = file.append(bytes, Piece);
-        digest.add(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+        size_t got = 0;
+        isGood = file.next(bytes.data(), bytes.size(), got);
+        digest.add(reinterpret_cast<const unsigned char*>(bytes.data()), got);
     }
     problem = file.problem();
     digits = digest.text();
@@ -122,15 +122,17 @@ bool CoverageWriter::isSameMap(const std::string& path)
         return fail(named(_mapName), theirs.problem() + ours.problem());
     }
     bool isSame = theirs.size() == ours.size();
-    std::string theirBytes;
-    std::string ourBytes;
+    std::vector<char> theirBytes(Piece);
+    std::vector<char> ourBytes(Piece);
     while (isSame && ours.position() < ours.size()) {
-        theirBytes.clear();
-        ourBytes.clear();
-        if (!theirs.append(theirBytes, Piece) || !ours.append(ourBytes, Piece)) {
+        size_t theirSize = 0;
+        size_t ourSize = 0;
+        if (!theirs.next(theirBytes.data(), Piece, theirSize) ||
+            !ours.next(ourBytes.data(), Piece, ourSize)) {
             return fail(named(_mapName), theirs.problem() + ours.problem());
         }
-        isSame = theirBytes == ourBytes;
+        isSame =
+            theirSize == ourSize && std::memcmp(theirBytes.data(), ourBytes.data(), ourSize) == 0;
     }
     return isSame || fail(named(_mapName), "what is there under this name is not the map of this "
                                            "content; remove it");

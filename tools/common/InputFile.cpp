@@ -63,6 +63,15 @@ bool InputFile::append(std::string& bytes, size_t size)
     return isRead;
 }
 
+bool InputFile::next(char* bytes, size_t size, size_t& got)
+{
+    const uint64_t there = _position < this->size() ? this->size() - _position : 0;
+    const size_t wanted = static_cast<size_t>(std::min<uint64_t>(size, there));
+    got = readInto(_position, wanted, bytes);
+    _position += got;
+    return got == wanted;
+}
+
 bool InputFile::readAt(uint64_t offset, size_t size, std::string& bytes)
 {
     const size_t before = bytes.size();

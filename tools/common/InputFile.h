@@ -29,13 +29,17 @@ public:
 
     // In bytes, when it was opened.
     uint64_t size() const { return _size; }
-    // How many bytes append() has given out.
+    // How many bytes append() and next() have given out.
     uint64_t position() const { return _position; }
 
     // Appends the next `size` bytes to `bytes`, fewer only where the file ends. Returns false with
     // problem() set when they cannot be read, or when the file has become shorter.
     // REQUIRES: the file is open.
     bool append(std::string& bytes, size_t size);
+
+    // The same to `bytes`, which has room for `size` bytes; `got` is how many came. Nothing is
+    // filled with zeros first, as a text that grows is.
+    bool next(char* bytes, size_t size, size_t& got);
 
     // Appends `size` bytes from `offset` on to `bytes`, fewer only where the file ends; append()
     // goes on where it was. Returns false like append(). REQUIRES: the file is open.

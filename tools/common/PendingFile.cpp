@@ -207,7 +207,7 @@ void PendingFile::removeDead(const std::string& folder)
 
 void PendingFile::removeOnSignals()
 {
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
         struct sigaction action = {};
         if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN) {
             action = {};

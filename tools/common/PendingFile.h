@@ -44,9 +44,9 @@ public:
     // stays.
     static void removeDead(const std::string& folder);
 
-    // Makes SIGHUP, SIGINT and SIGTERM remove the temporary files before they end the program. A
-    // signal that is ignored stays so. A file that grows past the limit of the process (ulimit -f)
-    // is then a write that fails with EFBIG, not a signal.
+    // Makes SIGHUP, SIGINT, SIGQUIT and SIGTERM remove the temporary files before they end the
+    // program. A signal that is ignored stays so. A file that grows past the limit of the process
+    // (ulimit -f) is then a write that fails with EFBIG, not a signal.
     static void removeOnSignals();
 
 private:

@@ -19,10 +19,10 @@ bool fail(const std::string& problem)
     return false;
 }
 
-bool isDocument(const std::string& path)
+bool isDocument(const std::string& path, std::string& problem)
 {
     constexpr size_t HeadSize = 4096;
-    return headOf(path, HeadSize).find("<coverage") != std::string::npos;
+    return headOf(path, HeadSize, problem).find("<coverage") != std::string::npos;
 }
 
 } // namespace
@@ -44,31 +44,35 @@ void CoberturaImporter::usage(std::ostream& out) const
 
 bool CoberturaImporter::recognises(const char* path) const
 {
-    return isDocument(path);
+    std::string ignored;
+    return isDocument(path, ignored);
 }
 
 bool CoberturaImporter::findDocuments(std::vector<std::string>& paths, ImportLosses& losses) const
 {
+    InputFiles files(ends);
+    bool isRead = true;
     for (const std::string& word : _words) {
-        InputFiles files(ends);
-        const bool isRead = files.add(word);
-        if (!files.problem().empty()) {
-            fail(files.problem());
-        }
-        losses._unreadFolders += files.unreadFolders();
-        size_t found = 0;
-        for (const std::string& path : files.paths()) {
+        const size_t before = paths.size();
+        size_t file = files.paths().size();
+        const bool isThere = files.add(word);
+        for (; file < files.paths().size(); ++file) {
+            const std::string& path = files.paths()[file];
             // Folders hold other XML, too.
-            if (path == word || isDocument(path)) {
+            std::string problem;
+            if (path == word || isDocument(path, problem)) {
                 paths.push_back(path);
-                ++found;
+            } else if (!problem.empty()) { // it may have been one
+                files.problems().addUnread(path + ": " + problem);
             }
         }
-        if (!isRead || found == 0) {
-            return isRead ? fail(word + ": no Cobertura document below it") : false;
+        if (isThere && paths.size() == before) {
+            files.problems().add(word + ": no Cobertura document below it");
         }
+        isRead = isRead && paths.size() != before;
     }
-    return true;
+    files.problems().report(losses);
+    return isRead;
 }
 
 bool CoberturaImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)

@@ -10,11 +10,6 @@ constexpr size_t PieceSize = 64 * 1024;
 constexpr int GzipWindow = 15 + 16; // the largest window, with a gzip head and checksum
 const char magic[] = "\x1f\x8b";
 
-Bytef* bytesOf(std::string& text, size_t at)
-{
-    return reinterpret_cast<Bytef*>(&text[at]);
-}
-
 } // namespace
 
 InputStream::~InputStream()
@@ -33,12 +28,11 @@ bool InputStream::fail(const std::string& problem)
 // Gets bytes from the file when all have been used; none at its end.
 bool InputStream::refill()
 {
-    if (_used < _raw.size()) {
+    if (_used < _filled) {
         return true;
     }
-    _raw.clear();
     _used = 0;
-    return _file.append(_raw, PieceSize) || fail(_file.problem());
+    return _file.next(_raw.data(), _raw.size(), _filled) || fail(_file.problem());
 }
 
 bool InputStream::open(const std::string& path)
@@ -46,10 +40,11 @@ bool InputStream::open(const std::string& path)
     if (!_file.openToWatch(path)) {
         return fail(_file.problem());
     }
+    _raw.resize(PieceSize);
     if (!refill()) {
         return false;
     }
-    _isPacked = _raw.compare(0, 2, magic) == 0;
+    _isPacked = _filled >= 2 && std::memcmp(_raw.data(), magic, 2) == 0;
     if (_isPacked) {
         _isStarted = inflateInit2(&_packed, GzipWindow) == Z_OK;
         return _isStarted || fail("there is no memory to unpack it");
@@ -57,21 +52,19 @@ bool InputStream::open(const std::string& path)
     return true;
 }
 
+// First what open() looked at, then straight from the file.
 bool InputStream::readPlain(char* to, size_t size, size_t& got)
 {
-    while (got < size) {
-        if (!refill()) {
-            return false;
-        }
-        const size_t step = std::min(size - got, _raw.size() - _used);
-        if (step == 0) {
-            return _file.isUnchanged() || fail(_file.problem());
-        }
-        std::memcpy(to + got, _raw.data() + _used, step);
-        _used += step;
-        got += step;
+    got = std::min(size, _filled - _used);
+    std::memcpy(to, _raw.data() + _used, got);
+    _used += got;
+    if (got == size) {
+        return true;
     }
-    return true;
+    size_t step = 0;
+    const bool isRead = _file.next(to + got, size - got, step);
+    got += step;
+    return (isRead && (got == size || _file.isUnchanged())) || fail(_file.problem());
 }
 
 // Looks for another member behind the one that has ended.
@@ -82,7 +75,7 @@ InputStream::Step InputStream::endMember()
         if (!refill()) {
             return Failed;
         }
-        if (_used == _raw.size()) {
+        if (_used == _filled) {
             return _file.isUnchanged() || fail(_file.problem()) ? Finished : Failed;
         }
         if (_raw[_used] != '\0') {
@@ -104,14 +97,14 @@ InputStream::Step InputStream::unpack()
     if (!refill()) {
         return Failed;
     }
-    if (_used == _raw.size()) {
+    if (_used == _filled) {
         fail("its gzipped data ends early");
         return Failed;
     }
-    _packed.next_in = bytesOf(_raw, _used);
-    _packed.avail_in = static_cast<uInt>(_raw.size() - _used);
+    _packed.next_in = reinterpret_cast<Bytef*>(_raw.data() + _used);
+    _packed.avail_in = static_cast<uInt>(_filled - _used);
     const int result = inflate(&_packed, Z_NO_FLUSH);
-    _used = _raw.size() - _packed.avail_in;
+    _used = _filled - _packed.avail_in;
     if (result == Z_STREAM_END) {
         return endMember();
     }

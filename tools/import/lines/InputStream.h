@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 #include <zlib.h>
 
 class InputStream
@@ -43,8 +44,9 @@ private:
     Step endMember();
 
     InputFile _file;
-    std::string _raw; // as read from the file
-    size_t _used = 0; // of _raw
+    std::vector<char> _raw; // room for what was read from the file and not given out yet
+    size_t _filled = 0;     // of _raw
+    size_t _used = 0;       // of these
     bool _isPacked = false;
     bool _isStarted = false; // _packed is initialised
     bool _isFinished = false;

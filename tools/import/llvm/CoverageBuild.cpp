@@ -70,31 +70,31 @@ void findOwnFiles(const CoverageFunction& function, std::vector<bool>& isOwn)
 // What the regions of one file of a function span.
 struct Extent
 {
-    using Position = std::pair<uint32_t, uint32_t>; // line and column
-    using Range = std::pair<Position, Position>;
-
-    Range _range;
-    Range _body; // of the longest with text
+    TextPosition _start = UINT64_MAX;
+    TextPosition _end = 0;
+    TextPosition _bodyStart = 0; // of the longest with text
+    TextPosition _bodyEnd = 0;
     uint64_t _nRegions = 0;
 
     void add(const CoverageRegion& region);
     // At most.
     uint64_t lines() const
     {
-        return uint64_t(_range.second.first) - _range.first.first + _nRegions;
+        return _nRegions == 0 ? 0 : lineOf(_end) - lineOf(_start) + _nRegions;
     }
 };
 
 void Extent::add(const CoverageRegion& region)
 {
-    const Range range({region._startLine, region._startColumn},
-                      {region._endLine, region._endColumn});
-    _range.first = _nRegions == 0 ? range.first : std::min(_range.first, range.first);
-    _range.second = std::max(_range.second, range.second);
+    const TextPosition start = textPosition(region._startLine, region._startColumn);
+    const TextPosition end = textPosition(region._endLine, region._endColumn);
+    _start = std::min(_start, start);
+    _end = std::max(_end, end);
     const bool isLonger =
-        range.second.first - range.first.first > _body.second.first - _body.first.first;
-    if (hasText(region) && (isLonger || _body == Range())) {
-        _body = range;
+        region._endLine - region._startLine > lineOf(_bodyEnd) - lineOf(_bodyStart);
+    if (hasText(region) && (isLonger || _bodyEnd == 0)) {
+        _bodyStart = start;
+        _bodyEnd = end;
     }
     ++_nRegions;
 }
@@ -226,8 +226,8 @@ void CoverageBuild::shape(Entry& entry, ImportedBuild& build, Scratch& scratch) 
         }
         extent.add(region);
         if (place == 0) {
-            entry._range = extent._range;
-            entry._body = extent._body;
+            entry._range = Range(extent._start, extent._end);
+            entry._body = Range(extent._bodyStart, extent._bodyEnd);
         }
     }
     entry._lines += extent.lines();
@@ -268,7 +268,7 @@ void CoverageBuild::leaveOutDummies()
         return;
     }
     std::unordered_set<uint64_t, MixedHash> names;
-    std::set<std::pair<uint32_t, Position>> places;
+    std::set<std::pair<uint32_t, TextPosition>> places;
     for (const Entry& entry : _entries) {
         if (!entry._isLeftOut && !entry._record->_isDummy) {
             names.insert(entry._record->_name);
@@ -388,17 +388,16 @@ void CoverageBuild::make(const Entry& entry, ImportedBuild& build, Scratch& scra
     CoverageFunction& function = scratch._function;
     (void)function.read(record._mapping, record._size, entry._image->files(record._list)->size());
     findOwnFiles(function, scratch._isOwn);
-    std::vector<uint32_t>& counters = scratch._counters;
-    counters.clear();
+    BlockNumbers& blocks = scratch._blocks;
+    blocks.clear();
     for (const CoverageRegion& region : function._regions) {
         if ((hasText(region) || isCountedGap(region)) && scratch._isOwn[region._file]) {
-            counters.push_back(region._counter);
+            blocks.add(region._counter);
         }
     }
-    std::sort(counters.begin(), counters.end());
-    counters.erase(std::unique(counters.begin(), counters.end()), counters.end());
+    blocks.number();
     CountPlan::Function& plan = scratch._plan;
-    if (!CountPlan::make(function, counters, plan)) {
+    if (!CountPlan::make(function, blocks.counters(), plan)) {
         ++made._losses._damagedFunctions;
         return;
     }
@@ -410,10 +409,12 @@ void CoverageBuild::make(const Entry& entry, ImportedBuild& build, Scratch& scra
     FunctionCopy& copy = made._copies.back();
     copy._symbol = symbolOf(entry._name);
     copy._file = entry._source._number;
-    std::tie(copy._startLine, copy._startColumn) = entry._range.first;
-    std::tie(copy._endLine, copy._endColumn) = entry._range.second;
+    copy._startLine = lineOf(entry._range.first);
+    copy._startColumn = columnOf(entry._range.first);
+    copy._endLine = lineOf(entry._range.second);
+    copy._endColumn = columnOf(entry._range.second);
     findLines(entry, build, scratch, made);
-    sortLines(scratch._lines, counters.size(), scratch._ends, copy._lines);
+    sortLines(scratch._lines, blocks.counters().size(), scratch._ends, copy._lines);
 }
 
 // Adds the lines of all files of the function itself.
@@ -421,7 +422,6 @@ void CoverageBuild::findLines(const Entry& entry, ImportedBuild& build, Scratch&
                               Made& made) const
 {
     const CoverageFunction& function = scratch._function;
-    const std::vector<uint32_t>& counters = scratch._counters;
     scratch._lines.clear();
     size_t next = 0;
     for (uint32_t file = 0; file < function._files.size(); ++file) {
@@ -431,14 +431,11 @@ void CoverageBuild::findLines(const Entry& entry, ImportedBuild& build, Scratch&
             if (!scratch._isOwn[file]) {
                 made._losses._regionsOfMacros += hasText(region) ? 1 : 0;
             } else if (hasText(region) || hidesText(region)) {
-                const auto block =
-                    std::lower_bound(counters.begin(), counters.end(), region._counter);
                 const bool isCounted = hasText(region) || isCountedGap(region);
-                scratch._regions.add({region._startLine, region._startColumn, region._endLine,
-                                      region._endColumn,
-                                      isCounted ? static_cast<uint32_t>(block - counters.begin())
-                                                : RegionLines::NoBlock,
-                                      region._kind, region._kind == CoverageRegion::Gap});
+                scratch._regions.add(
+                    {region._startLine, region._startColumn, region._endLine, region._endColumn,
+                     isCounted ? scratch._blocks.of(region._counter) : RegionLines::NoBlock,
+                     region._kind, region._kind == CoverageRegion::Gap});
             }
         }
         if (!scratch._isOwn[file]) {
@@ -447,8 +444,9 @@ void CoverageBuild::findLines(const Entry& entry, ImportedBuild& build, Scratch&
         SourceNumber source = entry._source;
         if (file == 0) {
             for (const Range& range : _nested[entry._around]) {
-                scratch._regions.add({range.first.first, range.first.second, range.second.first,
-                                      range.second.second, RegionLines::NoBlock, UINT32_MAX});
+                scratch._regions.add({lineOf(range.first), columnOf(range.first),
+                                      lineOf(range.second), columnOf(range.second),
+                                      RegionLines::NoBlock, UINT32_MAX});
             }
         } else {
             const auto& files = *entry._image->files(entry._record->_list);

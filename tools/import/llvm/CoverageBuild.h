@@ -14,9 +14,11 @@
 
 #include "tools/common/ImportLosses.h"
 #include "tools/import/ImportedBuild.h"
+#include "tools/import/llvm/BlockNumbers.h"
 #include "tools/import/llvm/CountPlan.h"
 #include "tools/import/llvm/CoverageImage.h"
 #include "tools/import/llvm/RegionLines.h"
+#include "tools/import/llvm/TextPosition.h"
 
 #include <cstdint>
 #include <map>
@@ -42,8 +44,7 @@ private:
     friend class ShapeJob;
     friend class CopyJob;
 
-    using Position = std::pair<uint32_t, uint32_t>; // line and column
-    using Range = std::pair<Position, Position>;
+    using Range = std::pair<TextPosition, TextPosition>;
     static constexpr uint32_t NoRange = UINT32_MAX;
 
     // A record of one of the files, and what has to be known of all before one is made.
@@ -83,7 +84,7 @@ private:
     {
         CoverageFunction _function;
         std::vector<bool> _isOwn; // text of the function itself, by file
-        std::vector<uint32_t> _counters;
+        BlockNumbers _blocks;
         CountPlan::Function _plan;
         RegionLines _regions;
         std::vector<CopyLine> _lines;

@@ -10,23 +10,30 @@ constexpr uint32_t KindShift = 3;
 constexpr uint32_t GapBit = 0x80000000u;
 constexpr uint32_t LastColumn = UINT32_MAX;
 
-} // namespace
+// Whether a counter is none of an expression, or of one that is there.
+bool isKnown(uint32_t counter, size_t nExpressions)
+{
+    return (counter & CoverageFunction::Difference) == 0 ||
+           CoverageFunction::numberOf(counter) < nExpressions;
+}
 
-uint32_t CoverageFunction::readCounter(LlvmBytes& bytes) const
+uint32_t readCounter(LlvmBytes& bytes, size_t nExpressions)
 {
     const uint32_t counter = bytes.lebBelow(LlvmBytes::NumberBound);
-    if ((tagOf(counter) == Difference || tagOf(counter) == Sum) &&
-        numberOf(counter) >= _expressions.size()) {
+    if (!isKnown(counter, nExpressions)) {
         bytes.fail();
     }
     return counter;
 }
 
 // Reads what stands before the place.
-bool CoverageFunction::readHead(LlvmBytes& bytes, CoverageRegion& region)
+bool readHead(LlvmBytes& bytes, size_t nFiles, size_t nExpressions, CoverageRegion& region)
 {
-    const uint32_t head = readCounter(bytes);
-    if (tagOf(head) != Zero) {
+    const uint32_t head = bytes.lebBelow(LlvmBytes::NumberBound);
+    if (!isKnown(head, nExpressions)) {
+        return false;
+    }
+    if (CoverageFunction::tagOf(head) != CoverageFunction::Zero) {
         region._counter = head;
         return !bytes.failed();
     }
@@ -34,7 +41,7 @@ bool CoverageFunction::readHead(LlvmBytes& bytes, CoverageRegion& region)
     if ((head & ExpansionBit) != 0) {
         region._kind = CoverageRegion::Expansion;
         region._expanded = number;
-        return !bytes.failed() && number < _files.size();
+        return !bytes.failed() && number < nFiles;
     }
     region._kind = static_cast<CoverageRegion::Kind>(number);
     switch (number) {
@@ -42,13 +49,15 @@ bool CoverageFunction::readHead(LlvmBytes& bytes, CoverageRegion& region)
     case CoverageRegion::Skipped:
         return !bytes.failed();
     case CoverageRegion::Branch:
-    case CoverageRegion::Condition:
-        region._counter = readCounter(bytes);
-        (void)readCounter(bytes);
+    case CoverageRegion::Condition: {
+        region._counter = bytes.lebBelow(LlvmBytes::NumberBound);
+        const uint32_t other = bytes.lebBelow(LlvmBytes::NumberBound);
         for (int i = 0; number == CoverageRegion::Condition && i < 3; ++i) {
             (void)bytes.lebBelow(LlvmBytes::NumberBound);
         }
-        return !bytes.failed();
+        return !bytes.failed() && isKnown(region._counter, nExpressions) &&
+               isKnown(other, nExpressions);
+    }
     case CoverageRegion::Decision:
         (void)bytes.lebBelow(LlvmBytes::NumberBound);
         (void)bytes.lebBelow(LlvmBytes::NumberBound);
@@ -59,7 +68,7 @@ bool CoverageFunction::readHead(LlvmBytes& bytes, CoverageRegion& region)
 }
 
 // `line` is the start of the region before, and of this one afterwards.
-bool CoverageFunction::readPlace(LlvmBytes& bytes, uint32_t& line, CoverageRegion& region)
+bool readPlace(LlvmBytes& bytes, uint32_t& line, CoverageRegion& region)
 {
     const uint64_t start = uint64_t(line) + bytes.lebBelow(LlvmBytes::NumberBound);
     region._startColumn = bytes.lebBelow(LlvmBytes::NumberBound);
@@ -82,18 +91,26 @@ bool CoverageFunction::readPlace(LlvmBytes& bytes, uint32_t& line, CoverageRegio
     return region._startLine != region._endLine || region._startColumn <= region._endColumn;
 }
 
+} // namespace
+
+// The loop has the bytes for itself while it reads, so that its place in them is no member of
+// something that others see: most of the time of an import goes by here.
 bool CoverageFunction::readRegions(LlvmBytes& bytes, uint32_t file)
 {
     const size_t count = bytes.lebCount();
+    LlvmBytes own = bytes;
+    const size_t nFiles = _files.size();
+    const size_t nExpressions = _expressions.size();
     uint32_t line = 0;
     for (size_t i = 0; i < count; ++i) {
         CoverageRegion region;
         region._file = file;
-        if (!readHead(bytes, region) || !readPlace(bytes, line, region)) {
+        if (!readHead(own, nFiles, nExpressions, region) || !readPlace(own, line, region)) {
             return false;
         }
         _regions.push_back(region);
     }
+    bytes = own;
     return !bytes.failed();
 }
 
@@ -152,8 +169,8 @@ bool CoverageFunction::read(const char* mapping, size_t size, size_t nFiles)
     }
     _expressions.resize(bytes.lebCount());
     for (CoverageExpression& expression : _expressions) {
-        expression._left = readCounter(bytes);
-        expression._right = readCounter(bytes);
+        expression._left = readCounter(bytes, _expressions.size());
+        expression._right = readCounter(bytes, _expressions.size());
     }
     if (bytes.failed() || _files.empty()) {
         return false;

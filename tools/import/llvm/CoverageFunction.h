@@ -65,10 +65,7 @@ public:
     std::vector<CoverageRegion> _regions;
 
 private:
-    uint32_t readCounter(LlvmBytes& bytes) const;
     bool readRegions(LlvmBytes& bytes, uint32_t file);
-    bool readHead(LlvmBytes& bytes, CoverageRegion& region);
-    static bool readPlace(LlvmBytes& bytes, uint32_t& line, CoverageRegion& region);
     void resolveExpansions();
 
     std::vector<size_t> _firstOfFile; // place in _regions of its first, SIZE_MAX for none

@@ -3,30 +3,20 @@
 
 #include <algorithm>
 
-void LlvmBytes::fail()
-{
-    _failed = true;
-    _position = _end;
-}
-
-uint64_t LlvmBytes::longLeb()
+LlvmBytes::Leb LlvmBytes::longLeb(const unsigned char* at, const unsigned char* end)
 {
     uint64_t value = 0;
-    for (unsigned int shift = 0; shift < 70; shift += 7) {
-        if (_position == _end) {
-            break;
-        }
-        const unsigned char byte = _data[_position++];
+    for (unsigned int shift = 0; shift < 70 && at != end; shift += 7) {
+        const unsigned char byte = *at++;
         if (shift == 63 && byte > 1) {
             break;
         }
         value |= uint64_t(byte & 0x7f) << shift;
         if (byte < 0x80) {
-            return value;
+            return {value, at};
         }
     }
-    fail();
-    return 0;
+    return {0, nullptr};
 }
 
 size_t LlvmBytes::lebCount()
@@ -45,20 +35,20 @@ const char* LlvmBytes::take(uint64_t size)
         fail();
         return nullptr;
     }
-    const auto* start = reinterpret_cast<const char*>(_data + _position);
-    _position += static_cast<size_t>(size);
+    const auto* start = reinterpret_cast<const char*>(_at);
+    _at += static_cast<size_t>(size);
     return start;
 }
 
 void LlvmBytes::align(size_t unit)
 {
-    const size_t rest = _position % unit;
-    _position = rest == 0 ? _position : std::min(_end, _position + (unit - rest));
+    const size_t rest = position() % unit;
+    _at += rest == 0 ? 0 : std::min(left(), unit - rest);
 }
 
 void LlvmBytes::skipZeros()
 {
-    while (_position < _end && _data[_position] == 0) {
-        ++_position;
+    while (_at != _end && *_at == 0) {
+        ++_at;
     }
 }

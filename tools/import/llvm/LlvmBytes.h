@@ -18,7 +18,8 @@ public:
 
     // Borrows `size` bytes at `data` for its life.
     LlvmBytes(const char* data, size_t size, bool isBigEndian = false)
-        : _data(reinterpret_cast<const unsigned char*>(data)), _end(size), _isBigEndian(isBigEndian)
+        : _start(reinterpret_cast<const unsigned char*>(data)), _at(_start), _end(_start + size),
+          _isBigEndian(isBigEndian)
     {}
     explicit LlvmBytes(const std::string& bytes, bool isBigEndian = false)
         : LlvmBytes(bytes.data(), bytes.size(), isBigEndian)
@@ -34,8 +35,8 @@ public:
             fail();
             return 0;
         }
-        const uint64_t value = numberAt(_data + _position, size, _isBigEndian);
-        _position += size;
+        const uint64_t value = numberAt(_at, size, _isBigEndian);
+        _at += size;
         return value;
     }
 
@@ -57,8 +58,13 @@ public:
     // At most 10 bytes and 64 bits.
     uint64_t leb()
     {
-        // Nearly all have one byte.
-        return _position < _end && _data[_position] < 0x80 ? _data[_position++] : longLeb();
+        if (_at != _end && *_at < 0x80) { // nearly all have one byte
+            return *_at++;
+        }
+        const Leb number = longLeb(_at, _end);
+        _failed = _failed || number._behind == nullptr;
+        _at = number._behind == nullptr ? _end : number._behind;
+        return number._value;
     }
     // Fails when it is not below `bound`.
     uint32_t lebBelow(uint64_t bound)
@@ -81,13 +87,17 @@ public:
     // Moves behind zero bytes.
     void skipZeros();
     // REQUIRES: position <= size.
-    void moveTo(size_t position) { _position = position; }
+    void moveTo(size_t position) { _at = _start + position; }
 
-    size_t position() const { return _position; }
-    size_t left() const { return _end - _position; }
+    size_t position() const { return static_cast<size_t>(_at - _start); }
+    size_t left() const { return static_cast<size_t>(_end - _at); }
     bool failed() const { return _failed; }
     // Gives up: moves to the end, and all that follows is 0.
-    void fail();
+    void fail()
+    {
+        _failed = true;
+        _at = _end;
+    }
 
 private:
     // Compilers make one load of each loop.
@@ -109,11 +119,18 @@ private:
         }
         return value;
     }
-    uint64_t longLeb();
+    // A number and where it ends; null, and the number 0, when it is damaged.
+    struct Leb
+    {
+        uint64_t _value;
+        const unsigned char* _behind;
+    };
+    // Knows of no object: the position of one that a loop keeps for itself stays in a register.
+    static Leb longLeb(const unsigned char* at, const unsigned char* end);
 
-    const unsigned char* _data;
-    size_t _position = 0;
-    size_t _end;
+    const unsigned char* _start;
+    const unsigned char* _at;
+    const unsigned char* _end;
     bool _isBigEndian;
     bool _failed = false;
 };

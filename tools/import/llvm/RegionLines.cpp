@@ -1,34 +1,48 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/llvm/RegionLines.h"
 
+#include "tools/import/llvm/TextPosition.h"
+
 #include <algorithm>
-#include <tuple>
 
 namespace {
+
+TextPosition startOf(const RegionLines::Region& region)
+{
+    return textPosition(region._startLine, region._startColumn);
+}
+
+TextPosition endOf(const RegionLines::Region& region)
+{
+    return textPosition(region._endLine, region._endColumn);
+}
 
 // Outer regions first.
 bool before(const RegionLines::Region& a, const RegionLines::Region& b)
 {
-    return std::tie(a._startLine, a._startColumn, b._endLine, b._endColumn, a._rank, a._block) <
-           std::tie(b._startLine, b._startColumn, a._endLine, a._endColumn, b._rank, b._block);
+    if (startOf(a) != startOf(b)) {
+        return startOf(a) < startOf(b);
+    }
+    if (endOf(a) != endOf(b)) {
+        return endOf(a) > endOf(b);
+    }
+    return a._rank != b._rank ? a._rank < b._rank : a._block < b._block;
 }
 
 bool sameRange(const RegionLines::Region& a, const RegionLines::Region& b)
 {
-    return a._startLine == b._startLine && a._startColumn == b._startColumn &&
-           a._endLine == b._endLine && a._endColumn == b._endColumn;
+    return startOf(a) == startOf(b) && endOf(a) == endOf(b);
 }
 
 bool isEmpty(const RegionLines::Region& region)
 {
-    return region._startLine == region._endLine && region._startColumn == region._endColumn;
+    return startOf(region) == endOf(region);
 }
 
 // Whether `region` ends where the other begins, or before.
 bool endsBefore(const RegionLines::Region& region, const RegionLines::Region& other)
 {
-    return std::tie(region._endLine, region._endColumn) <=
-           std::tie(other._startLine, other._startColumn);
+    return endOf(region) <= startOf(other);
 }
 
 } // namespace
