@@ -50,7 +50,9 @@ bool canHaveTypes(const std::string& name)
 bool hasPlainLastPart(const std::string& name)
 {
     const size_t colon = name.rfind(':');
-    return colon == std::string::npos || colon < name.find_first_of(" <({");
+    const size_t end = colon == std::string::npos ? 0 : colon;
+    return std::none_of(name.begin(), name.begin() + static_cast<std::ptrdiff_t>(end),
+                        [](char c) { return c == ' ' || c == '<' || c == '(' || c == '{'; });
 }
 
 // The last part of a name without what the class report would be cut at.
@@ -208,9 +210,9 @@ bool allSame(const std::vector<std::string>& texts)
 // Whether the types are one but for their argument lists; `shared` is that one then.
 bool haveOneTemplate(const std::vector<std::string>& types, std::string& shared)
 {
-    shared = NameText(types.front()).withoutArguments();
+    shared = withoutArguments(types.front());
     return std::all_of(types.begin() + 1, types.end(), [&shared](const std::string& type) {
-        return NameText(type).withoutArguments() == shared;
+        return withoutArguments(type) == shared;
     });
 }
 
@@ -278,6 +280,10 @@ std::string withoutInstance(const std::string& name)
     if (name.find('<') == std::string::npos) {
         return name;
     }
+    std::string plain;
+    if (leavePlainListsOut(name, plain)) {
+        return plain; // it has no details
+    }
     const NameText text(name);
     if (!text.hasArguments()) {
         return name;
@@ -317,14 +323,14 @@ std::string sharedName(const std::vector<FunctionText>& instances)
     if (isOneTemplateName(instances)) {
         return instances.front()._template;
     }
-    const std::string plain = NameText(first).withoutArguments();
+    const std::string plain = withoutArguments(first);
     const std::string front = conversionFront(plain);
     const NameText text(front);
     const std::vector<std::string> details = text.details();
     std::vector<bool> keeps(details.size(), true);
     bool isSameConversion = true;
     for (const FunctionText& one : instances) {
-        const std::string other = NameText(one._name).withoutArguments();
+        const std::string other = withoutArguments(one._name);
         if (other == plain) {
             continue;
         }

@@ -127,6 +127,7 @@ struct Decoded
     std::string _text;
     size_t _name = 0;                       // where the name starts
     size_t _parameters = std::string::npos; // their opening bracket
+    size_t _end = std::string::npos;        // their closing one, where it is known
 };
 
 // Where the name behind a result starts, whose parameters open at `bracket`: behind the last blank
@@ -167,6 +168,7 @@ bool findPlainName(Decoded& result)
     }
     result._name = name;
     result._parameters = bracket;
+    result._end = whole.size() - 1;
     return true;
 }
 
@@ -189,6 +191,7 @@ void findName(const std::string& symbol, const SymbolScan& scan, Decoded& result
     }
     dropQualifiers(result._text);
     result._parameters = parametersAtEnd(result._text);
+    result._end = result._text.size() - 1;
 }
 
 Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
@@ -205,7 +208,10 @@ Decoded decodeSymbol(const std::string& symbol, const SymbolScan& scan)
         dropQualifiers(result._text);
         return result;
     }
-    result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
+    // Nothing else is shown as a clone.
+    if (symbol.find('.') != std::string::npos || symbol.find('[') != std::string::npos) {
+        result._text.resize(std::min(result._text.find(" [clone "), result._text.size()));
+    }
     for (const char* thunk : {"non-virtual thunk to ", "virtual thunk to "}) {
         if (result._text.compare(0, std::strlen(thunk), thunk) == 0) {
             result._text.erase(0, std::strlen(thunk)); // its lines are the function's
@@ -305,7 +311,7 @@ FunctionText readFunctionText(const std::string& symbol)
         function._name = withStandardNames(text);
         return function;
     }
-    const size_t end = closingBracket(text, bracket);
+    const size_t end = found._end != std::string::npos ? found._end : closingBracket(text, bracket);
     const std::string_view view = text;
     function._name = withStandardNames(view.substr(found._name, bracket - found._name));
     function._types = withStandardNames(view.substr(bracket + 1, end - bracket - 1));

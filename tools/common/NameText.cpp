@@ -44,11 +44,22 @@ constexpr std::array<bool, 256> specialCharacters()
 }
 constexpr std::array<bool, 256> isSpecial = specialCharacters();
 
+// The same of a list, between whose parts commas stand.
+constexpr std::array<bool, 256> specialCharactersOfLists()
+{
+    std::array<bool, 256> result = specialCharacters();
+    result[':'] = false;
+    result[','] = true;
+    return result;
+}
+constexpr std::array<bool, 256> isSpecialInList = specialCharactersOfLists();
+
 // The first place from `at` on that is a bracket or a colon or may start an operator; the text's
 // end when there is none. Most of a name is nothing of this.
-size_t nextSpecial(const std::string& text, size_t at)
+size_t nextSpecial(const std::string& text, size_t at,
+                   const std::array<bool, 256>& special = isSpecial)
 {
-    while (at < text.size() && (!isSpecial[static_cast<unsigned char>(text[at])] ||
+    while (at < text.size() && (!special[static_cast<unsigned char>(text[at])] ||
                                 (text[at] == 'o' && text[at + 1] != 'p'))) {
         ++at;
     }
@@ -76,6 +87,62 @@ struct OpenBracket
 char opening(char closing)
 {
     return closing == ')' ? '(' : closing == ']' ? '[' : closing == '}' ? '{' : '<';
+}
+
+// The open brackets of a text in which each has its partner, for those who need no more of it. That
+// is most texts; of others, and of those with operators, it says so, and NameText knows more.
+class PlainBrackets
+{
+public:
+    explicit PlainBrackets(const std::string& text) : _text(text) {}
+
+    // Takes the special character at `at`. Returns false when NameText is needed.
+    bool take(size_t at);
+
+    size_t depth() const { return _open.size(); }
+
+private:
+    bool takeClosing(char c)
+    {
+        if (_open.empty() || _open.back() != opening(c)) {
+            return false;
+        }
+        _open.pop_back();
+        return true;
+    }
+
+    const std::string& _text;
+    std::string _open;
+};
+
+bool PlainBrackets::take(size_t at)
+{
+    const char c = _text[at];
+    switch (c) {
+    case 'o':
+        return pastOperator(_text, at) == at;
+    case '<':
+        if (at > 0 && isWordCharacter(_text[at - 1])) {
+            _open += c;
+        }
+        return true;
+    case '(':
+    case '[':
+    case '{':
+        _open += c;
+        return true;
+    case '>': // or a comparison or an arrow
+        if (!_open.empty() && _open.back() == '<' && _text[at - 1] != '-') {
+            _open.pop_back();
+        }
+        return true;
+    case ')':
+    case ']':
+    case '}':
+        return takeClosing(c);
+    default:
+        return true;
+    }
 }
 
 } // namespace
@@ -398,6 +465,31 @@ bool isPlainName(const std::string& name)
     return name.find(operatorWord) == std::string::npos;
 }
 
+bool leavePlainListsOut(const std::string& text, std::string& result)
+{
+    PlainBrackets brackets(text);
+    size_t rest = 0; // what the result does not have yet
+    for (size_t i = nextSpecial(text, 0); i < text.size(); i = nextSpecial(text, i + 1)) {
+        const size_t before = brackets.depth();
+        if (!brackets.take(i) || (before == 0 && brackets.depth() > 0 && text[i] != '<')) {
+            return false;
+        }
+        if (before == 0 && brackets.depth() > 0) {
+            result.append(text, rest, i - rest).append("<...>");
+        } else if (before > 0 && brackets.depth() == 0) {
+            rest = i + 1;
+        }
+    }
+    result.append(text, rest);
+    return brackets.depth() == 0;
+}
+
+std::string withoutArguments(const std::string& text)
+{
+    std::string result;
+    return leavePlainListsOut(text, result) ? result : NameText(text).withoutArguments();
+}
+
 size_t partsOf(const std::string& text)
 {
     size_t count = 1;
@@ -406,6 +498,48 @@ size_t partsOf(const std::string& text)
     }
     return count;
 }
+
+namespace {
+
+// Finds the commas outside of brackets, and the text's end.
+bool findPlainCommas(const std::string& types, std::vector<size_t>& commas)
+{
+    PlainBrackets brackets(types);
+    const auto next = [&types](size_t at) {
+        return nextSpecial(types, at, isSpecialInList);
+    };
+    for (size_t i = next(0); i < types.size(); i = next(i + 1)) {
+        if (!brackets.take(i)) {
+            return false;
+        }
+        if (types[i] == ',' && brackets.depth() == 0) {
+            commas.push_back(i);
+        }
+    }
+    commas.push_back(types.size());
+    return brackets.depth() == 0;
+}
+
+std::vector<size_t> findCommas(const std::string& types)
+{
+    std::vector<size_t> commas;
+    if (findPlainCommas(types, commas)) {
+        return commas;
+    }
+    commas.clear();
+    const NameText text(types);
+    for (size_t i = 0; i < types.size(); ++i) {
+        if (types[i] == ',') {
+            commas.push_back(i);
+        } else {
+            i = text.pastBrackets(i);
+        }
+    }
+    commas.push_back(types.size());
+    return commas;
+}
+
+} // namespace
 
 std::vector<std::string> splitList(const std::string& types)
 {
@@ -417,19 +551,14 @@ std::vector<std::string> splitList(const std::string& types)
         types.back() != ' ') {
         return {types};
     }
-    const NameText text(types);
     size_t start = 0;
-    for (size_t i = 0; i <= types.size(); ++i) {
-        if (i < types.size() && types[i] != ',') {
-            i = text.pastBrackets(i);
-            continue;
-        }
-        const size_t first = std::min(types.find_first_not_of(' ', start), i);
-        if (first < i) {
-            const size_t last = types.find_last_not_of(' ', i - 1);
+    for (const size_t end : findCommas(types)) {
+        const size_t first = std::min(types.find_first_not_of(' ', start), end);
+        if (first < end) {
+            const size_t last = types.find_last_not_of(' ', end - 1);
             result.push_back(types.substr(first, last + 1 - first));
         }
-        start = i + 1;
+        start = end + 1;
     }
     return result;
 }

@@ -89,6 +89,13 @@ std::string withoutQualifiers(const std::string& text, int depth = -1);
 // name needs no NameText.
 bool isPlainName(const std::string& name);
 
+// The same as NameText(text).withoutArguments(), but for most texts at a fraction of its cost.
+std::string withoutArguments(const std::string& text);
+
+// Appends to `result` the text with `<...>` for every argument list. Returns false, and `result` is
+// anything, for a text that has brackets outside of them, operators, or brackets without a partner.
+bool leavePlainListsOut(const std::string& text, std::string& result);
+
 // How many parts the "::" of a text make.
 size_t partsOf(const std::string& text);
 

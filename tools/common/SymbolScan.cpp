@@ -12,6 +12,7 @@ constexpr uint64_t Boundless = uint64_t(1) << 40; // lengths do not grow past th
 constexpr int DeepestNesting = 512;
 constexpr uint64_t StepsPerCharacter = 64; // a symbol that is tried in more ways is not known
 constexpr int MostPasses = 4;
+constexpr size_t UsualParts = 64; // that a symbol has or fewer
 
 constexpr uint64_t AutoLength = 8;       // "auto:12"
 constexpr uint64_t MarkLength = 4;       // a mark with its blanks or brackets
@@ -77,7 +78,9 @@ public:
     // `parameter` is the length of a template parameter whose argument comes later.
     Scanner(const std::string& symbol, const Length& parameter)
         : _text(symbol), _later(parameter), _budget(StepsPerCharacter * (symbol.size() + 1))
-    {}
+    {
+        _parts.reserve(std::min(symbol.size() / 4, UsualParts));
+    }
 
     bool scan(SymbolScan& result);
     const Length& longestArgument() const { return _longestArgument; }
@@ -616,7 +619,7 @@ bool Scanner::templateArguments(Length& length)
     const Length kept = _lastName;
     const bool isConversion = _isConversion;
     _isConversion = false;
-    std::vector<Length> arguments;
+    std::vector<Length> arguments; // only of the function's own list, which others refer to
     length.add(MarkLength);
     ++_typeDepth;
     while (!take('E')) {
@@ -629,7 +632,9 @@ bool Scanner::templateArguments(Length& length)
         if (argument.sum() > _longestArgument.sum()) {
             _longestArgument = argument;
         }
-        arguments.push_back(argument);
+        if (_typeDepth == 1) {
+            arguments.push_back(argument);
+        }
     }
     --_typeDepth;
     if (_typeDepth == 0) {

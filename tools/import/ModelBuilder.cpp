@@ -60,6 +60,7 @@ struct Place
     bool _isPart = false; // an entry in another file
     bool _isPlain = false;
     std::vector<std::string> _symbols; // of an entry
+    size_t _giver = SIZE_MAX;          // of an entry: the place that gave it pieces last
     std::vector<FunctionText> _texts;  // of the first symbols, as far as they were read
     FunctionCopy** _copies = nullptr;  // in the builder's order
     uint32_t _nCopies = 0;
@@ -538,7 +539,6 @@ std::string ModelBuilder::keyOf(Place& place) const
 
 void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
 {
-    const std::vector<std::string> symbols = symbolsOf(_places[giver]);
     const auto found = _entries.emplace(
         std::make_pair(piece._destination._number, keyOf(_places[giver])), _places.size());
     if (found.second) {
@@ -549,7 +549,13 @@ void ModelBuilder::moveToEntry(size_t giver, Piece& piece)
         _places.push_back(std::move(entry));
     }
     Place& entry = _places[found.first->second];
-    entry._symbols.insert(entry._symbols.end(), symbols.begin(), symbols.end());
+    // A place may give hundreds of pieces, one of each instance; its symbols are the same each
+    // time.
+    if (entry._giver != giver) {
+        entry._giver = giver;
+        const std::vector<std::string> symbols = symbolsOf(_places[giver]);
+        entry._symbols.insert(entry._symbols.end(), symbols.begin(), symbols.end());
+    }
     for (const CovLine& line : piece._lines) {
         entry._startLine = std::min(entry._startLine, line._line);
         entry._endLine = std::max(entry._endLine, line._line);

@@ -127,11 +127,12 @@ void GccUnit::failCounters(const std::string& reason)
 const SourceNumber& GccUnit::source(const std::string& folder, std::string_view file)
 {
     if (_numbers.empty() || _lastNumber.first != file) {
-        const auto found = _numbers.emplace(file, SourceNumber());
-        if (found.second) {
-            found.first->second = _sources.find(absolutePath(folder, std::string(file)));
+        auto found = _numbers.find(file); // as it nearly always is
+        if (found == _numbers.end()) {
+            const SourceNumber number = _sources.find(absolutePath(folder, std::string(file)));
+            found = _numbers.emplace(file, number).first;
         }
-        _lastNumber = *found.first;
+        _lastNumber = *found;
     }
     return _lastNumber.second;
 }
@@ -257,8 +258,16 @@ bool GccUnit::readFunction(GcnoFile& notes, GcnoFunction& function, Function& en
     if (!notes.readPlace(function)) {
         return false;
     }
-    const KnownFunction::Kind kind = kindOf(function, source(_folder, function._files[0]));
+    const SourceNumber& own = source(_folder, function._files[0]);
+    const KnownFunction::Kind kind = kindOf(function, own);
     countKind(kind);
+    // Most functions of a unit are those of headers that are left out.
+    if (own._answer != SourceFilter::Kept && notes.isInOneFile(function)) {
+        if (!notes.damaged()) {
+            _store.leaveOut(entry._bytes, kind);
+        }
+        return false;
+    }
     if (!notes.readGraph(function)) {
         return false;
     }

@@ -3,6 +3,7 @@
 
 #include "tools/import/gcc/GcovInput.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -159,6 +160,62 @@ bool GcnoFile::readBlocks(const GcovWords::Record& record, GcnoFunction& functio
     return function._nBlocks <= (_graphEnd - _graphStart) / LeastBytesOfBlock + 2;
 }
 
+bool GcnoFile::isInOneFile(GcnoFunction& function)
+{
+    _words.confine(_graphStart, _graphEnd);
+    bool isInOneFile = true;
+    GcovWords::Record record;
+    while (!_damaged && isInOneFile && _words.nextRecord(record)) {
+        const size_t next = _words.position();
+        if (record._tag == BlocksTag) {
+            _damaged = !readBlocks(record, function);
+        } else if (record._tag == ArcsTag) {
+            _damaged = !checkArcs(record, function);
+        } else if (record._tag == LinesTag) {
+            _damaged = !checkLines(record, function, isInOneFile);
+        }
+        _words.confine(next, _graphEnd);
+    }
+    _damaged = _damaged || _words.failed();
+    function._nBlocks = 0; // which readGraph() expects
+    return isInOneFile;
+}
+
+// Whether they go from blocks to blocks.
+bool GcnoFile::checkArcs(const GcovWords::Record& record, const GcnoFunction& function) const
+{
+    const size_t end = record._start + record._size;
+    size_t at = record._start + 4;
+    uint32_t greatest = at <= end ? _words.wordAt(record._start) : UINT32_MAX;
+    for (; at + 8 <= end; at += 8) {
+        greatest = std::max(greatest, _words.wordAt(at));
+    }
+    return greatest < function._nBlocks;
+}
+
+// Whether readLines() would take them, up to the first that is in another file.
+bool GcnoFile::checkLines(const GcovWords::Record& record, const GcnoFunction& function,
+                          bool& isInOneFile)
+{
+    _words.confine(record._start, record._start + record._size);
+    if (_words.word() >= function._nBlocks) {
+        return false;
+    }
+    const std::string_view own = function._files[0];
+    while (isInOneFile) {
+        while (_words.word() != 0) {
+        }
+        bool isNull = false;
+        const std::string_view name = _words.paddedText(isNull);
+        if (isNull || _words.failed()) {
+            break;
+        }
+        isInOneFile = name.substr(0, own.size()) == own &&
+                      (name.size() == own.size() || name[own.size()] == '\0');
+    }
+    return !_words.failed();
+}
+
 // The number of the file whose name the notes have as `padded`.
 uint32_t GcnoFile::fileNumber(std::string_view padded, GcnoFunction& function)
 {
@@ -186,20 +243,18 @@ uint32_t GcnoFile::otherFileNumber(std::string_view file, GcnoFunction& function
 
 bool GcnoFile::readArcs(const GcovWords::Record& record, GcnoFunction& function)
 {
-    _words.confine(record._start, record._start + record._size);
-    GcnoArc arc = {};
-    arc._from = _words.word();
-    bool isGood = arc._from < function._nBlocks;
-    while (isGood && _words.left() >= 8) {
-        const uint32_t to = _words.word();
-        arc._flags = _words.word() & GcnoArc::KnownFlags;
-        isGood = to < function._nBlocks;
-        if (isGood) {
-            arc._to = to & GcnoArc::GreatestBlock;
-            function._arcs.push_back(arc);
-        }
+    if (!checkArcs(record, function)) {
+        return false;
     }
-    return isGood && !_words.failed();
+    const size_t end = record._start + record._size;
+    GcnoArc arc = {};
+    arc._from = _words.wordAt(record._start);
+    for (size_t at = record._start + 4; at + 8 <= end; at += 8) {
+        arc._to = _words.wordAt(at) & GcnoArc::GreatestBlock;
+        arc._flags = _words.wordAt(at + 4) & GcnoArc::KnownFlags;
+        function._arcs.push_back(arc);
+    }
+    return true;
 }
 
 bool GcnoFile::readLines(const GcovWords::Record& record, GcnoFunction& function)

@@ -114,6 +114,11 @@ public:
     // damaged() set, when it is cut short.
     bool readPlace(GcnoFunction& function);
 
+    // Whether all lines of the function whose place was read last are in its own file. Checks its
+    // graph like readGraph(), and keeps nothing of it; but says no when it meets another file, and
+    // leaves what is behind to readGraph(). With damaged() set the answer means nothing.
+    bool isInOneFile(GcnoFunction& function);
+
     // findFunction() and readPlace() in one.
     bool nextFunction(GcnoFunction& function);
 
@@ -142,6 +147,9 @@ private:
     bool readBlocks(const GcovWords::Record& record, GcnoFunction& function);
     bool readArcs(const GcovWords::Record& record, GcnoFunction& function);
     bool readLines(const GcovWords::Record& record, GcnoFunction& function);
+    bool checkArcs(const GcovWords::Record& record, const GcnoFunction& function) const;
+    bool checkLines(const GcovWords::Record& record, const GcnoFunction& function,
+                    bool& isInOneFile);
 
     GcovWords _words;
     const unsigned char* _data;

@@ -36,11 +36,22 @@ bool GcovWords::readHead(uint32_t magic)
         return false;
     }
     _major = majorOf(_version);
+    _lengthShift = _major >= FirstMajorWithBytes ? 0 : 2;
     _stamp = word();
     if (_major >= FirstMajorWithBytes) {
         word(); // checksum of the whole file's functions
     }
     return true;
+}
+
+// No record's head follows: here is the file's end, the word that closes it, or less than a head.
+bool GcovWords::endRecords()
+{
+    if (_isClosed) {
+        _position += 4;
+        return false;
+    }
+    return left() > 0 && fail();
 }
 
 const char* GcovWords::otherCompiler()

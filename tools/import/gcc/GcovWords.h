@@ -57,6 +57,9 @@ public:
     static const char* otherCompiler();
 
     uint32_t word();
+    // The word at `position`, in bytes from the file's start, without a look at the end.
+    // REQUIRES: position + 4 <= end.
+    uint32_t wordAt(size_t position) const;
     // A count of 64 bits, lower word first.
     int64_t count();
     // A length and that much text, which stays in the borrowed bytes; `isNull` tells a missing
@@ -96,6 +99,7 @@ private:
     // From this major version on lengths are in bytes.
     static constexpr int FirstMajorWithBytes = 12;
 
+    bool endRecords();
     bool fail()
     {
         _position = _end;
@@ -110,11 +114,18 @@ private:
     bool _failed = false;
     bool _isClosed = false;
     int _major = 0;
+    int _lengthShift = 2; // of the units that lengths are in, to bytes
     uint32_t _version = 0;
     uint32_t _stamp = 0;
 };
 
 // What a file of millions of words spends its time in.
+
+inline uint32_t GcovWords::wordAt(size_t position) const
+{
+    const uint32_t value = qipGetBig32(_data + position);
+    return _isBigEndian ? value : __builtin_bswap32(value);
+}
 
 inline uint32_t GcovWords::word()
 {
@@ -122,9 +133,8 @@ inline uint32_t GcovWords::word()
         (void)fail();
         return 0;
     }
-    const uint32_t value = qipGetBig32(_data + _position);
     _position += 4;
-    return _isBigEndian ? value : __builtin_bswap32(value);
+    return wordAt(_position - 4);
 }
 
 inline int64_t GcovWords::count()
@@ -137,7 +147,7 @@ inline int64_t GcovWords::count()
 inline std::string_view GcovWords::paddedText(bool& isNull)
 {
     const uint64_t length = word();
-    const uint64_t bytes = _major >= FirstMajorWithBytes ? length : length * 4;
+    const uint64_t bytes = length << _lengthShift;
     isNull = bytes == 0;
     if (bytes > left()) {
         (void)fail();
@@ -150,20 +160,18 @@ inline std::string_view GcovWords::paddedText(bool& isNull)
 
 inline bool GcovWords::readRecordHead(Record& record)
 {
-    if (left() == 0) {
-        return false;
+    record._tag = left() < 4 ? 0 : wordAt(_position);
+    _isClosed = record._tag == 0 && left() >= 4;
+    if (record._tag == 0 || left() < RecordHeadSize) {
+        return endRecords();
     }
-    record._tag = word();
-    _isClosed = record._tag == 0 && !failed();
-    if (record._tag == 0) {
-        return false;
-    }
-    const int32_t length = static_cast<int32_t>(word());
+    const int32_t length = static_cast<int32_t>(wordAt(_position + 4));
     record._isZeroed = length < 0;
     const uint64_t units = record._isZeroed ? 0 : static_cast<uint64_t>(length);
-    record._size = _major >= FirstMajorWithBytes ? units : units * 4;
+    record._size = units << _lengthShift;
+    _position += RecordHeadSize;
     record._start = _position;
-    return !failed();
+    return true;
 }
 
 inline bool GcovWords::nextRecord(Record& record)

@@ -2,6 +2,10 @@
 #include "tools/common/NameText.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -118,6 +122,66 @@ TEST(SplitListTest, CommasInBracketsStay)
     EXPECT_EQ(splitList("").size(), 0u);
     EXPECT_EQ(splitList("int").size(), 1u);
     EXPECT_EQ(splitList(" int ")[0], "int");
+}
+
+// Many texts of few pieces, most of which no decoder would write.
+std::vector<std::string> oddTexts()
+{
+    const char* const pieces[] = {"a",  "<", ">", "(", ")",        ", ",       ",", "::", "->",
+                                  "<<", "[", "]", "{", "operator", "{lambda(", " ", "#1}"};
+    std::mt19937 random(1);
+    std::vector<std::string> result;
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        for (size_t n = random() % 9; n > 0; --n) {
+            text += pieces[random() % std::size(pieces)];
+        }
+        result.push_back("a" + text);
+    }
+    return result;
+}
+
+TEST(NameTextTest, PlainListsGoAsAllListsDo)
+{
+    size_t plain = 0;
+    for (const std::string& text : oddTexts()) {
+        SCOPED_TRACE(text);
+        const NameText name(text);
+        std::string result;
+        EXPECT_EQ(withoutArguments(text), name.withoutArguments());
+        if (leavePlainListsOut(text, result)) {
+            ++plain;
+            EXPECT_EQ(result, name.withoutDetails());
+            EXPECT_EQ(name.conversionType(), NameText::None);
+        }
+    }
+    EXPECT_GT(plain, 1000u);
+}
+
+TEST(SplitListTest, PlainListsAreSplitAsNamesSay)
+{
+    for (const std::string& text : oddTexts()) {
+        SCOPED_TRACE(text);
+        const NameText name(text);
+        std::vector<std::string> parts(1);
+        for (size_t i = 0; i < text.size(); ++i) {
+            const size_t end = name.pastBrackets(i);
+            if (text[i] == ',') {
+                parts.emplace_back();
+            } else {
+                parts.back() += text.substr(i, end + 1 - i);
+                i = end;
+            }
+        }
+        std::vector<std::string> expected;
+        for (const std::string& part : parts) {
+            const size_t first = part.find_first_not_of(' ');
+            if (first != std::string::npos) {
+                expected.push_back(part.substr(first, part.find_last_not_of(' ') + 1 - first));
+            }
+        }
+        EXPECT_EQ(splitList(text), expected);
+    }
 }
 
 TEST(SplitListTest, EmptyPacksAreNoPart)

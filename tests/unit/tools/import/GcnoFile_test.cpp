@@ -192,6 +192,80 @@ TEST(GcnoFileTest, EachFileOfAFunctionHasOneNumber)
     EXPECT_EQ(function._files[2], "1.inc");
 }
 
+// What each of two ways finds of the first function of some notes.
+struct Verdicts
+{
+    bool _isChecked = false;    // isInOneFile() met no damage
+    bool _isInOneFile = false;  // what it said
+    bool _isRead = false;       // readGraph() of another reader
+    bool _isReadBehind = false; // readGraph() of the same reader
+    size_t _files = 0;
+};
+
+Verdicts verdictsOf(const std::string& text)
+{
+    const Bytes bytes(text);
+    GcnoFile checked(bytes.data(), bytes.size());
+    GcnoFile read(bytes.data(), bytes.size());
+    GcnoFunction function;
+    Verdicts result;
+    if (checked.open() == GcnoFile::Ok && checked.nextFunction(function)) {
+        result._isInOneFile = checked.isInOneFile(function);
+        result._isChecked = !checked.damaged();
+        result._isReadBehind = checked.readGraph(function);
+    }
+    if (read.open() == GcnoFile::Ok && read.nextFunction(function)) {
+        result._isRead = read.readGraph(function);
+        result._files = function._files.size();
+    }
+    return result;
+}
+
+TEST(GcnoFileTest, FunctionThatIsLeftOutIsCheckedLikeOneThatIsRead)
+{
+    for (const auto& [major, other] : std::vector<std::pair<int, std::string>>{
+             {GcovBuilder::Clang, "a.cc"}, {11, "a.cc"}, {12, "a.cc"}, {12, "b.cc"}}) {
+        GcovBuilder builder(major);
+        builder.notesHead(1, "/build");
+        const size_t head = builder.bytes().size();
+        builder.function(1, 2, 3, "f", 0, "a.cc", 1, 6);
+        builder.blocks(4);
+        builder.arcs(0, {{2, 1}, {3, 0}});
+        builder.lines(2, "a.cc", {1, 2}, "a.cc", {3});
+        builder.lines(3, other, {40, 41});
+        builder.lines(3, "a.cc", {5});
+        const std::string text = builder.bytes();
+        EXPECT_TRUE(verdictsOf(text)._isRead);
+        EXPECT_EQ(verdictsOf(text)._isInOneFile, other == "a.cc");
+        size_t damaged = 0;
+        size_t inOneFile = 0;
+        const auto compare = [&](const std::string& changed) {
+            const Verdicts verdicts = verdictsOf(changed);
+            if (verdicts._isChecked && verdicts._isInOneFile) {
+                EXPECT_TRUE(verdicts._isRead && verdicts._files == 1u);
+                ++inOneFile;
+            } else if (verdicts._isChecked) {
+                EXPECT_TRUE(!verdicts._isRead || verdicts._files > 1u);
+            } else {
+                EXPECT_FALSE(verdicts._isRead);
+                ++damaged;
+            }
+            EXPECT_EQ(verdicts._isReadBehind, verdicts._isRead);
+        };
+        for (size_t at = head; at < text.size(); ++at) {
+            SCOPED_TRACE(std::to_string(major) + ", " + std::to_string(at));
+            compare(text.substr(0, at));
+            for (const int value : {0, 1, 3, 4, 0x41, 0x61, 0x62, 0xff}) {
+                std::string changed = text;
+                changed[at] = static_cast<char>(value);
+                compare(changed);
+            }
+        }
+        EXPECT_GT(damaged, 100u);
+        EXPECT_GT(inOneFile, 0u);
+    }
+}
+
 TEST(GcnoFileTest, ContentIsEverythingButTheIdent)
 {
     const auto keyOf = [](uint32_t ident, uint32_t checksum, uint32_t line) {
