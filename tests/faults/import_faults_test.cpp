@@ -10,6 +10,7 @@
 #include "zem/Data/ZEMLogFile.h"
 #include "zem/Repository/ZEMRepository.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -127,6 +128,13 @@ protected:
         }
     }
 
+    static long countMaps(const Contents& files)
+    {
+        return std::count_if(files.begin(), files.end(), [](const auto& file) {
+            return fs::path(file.first).extension() == ".map";
+        });
+    }
+
     // A unit that could not be read is named; the log has the others.
     void expectNamedUnit(const std::string& message)
     {
@@ -163,6 +171,16 @@ TEST_F(ImportFaultsTest, AllIsPutOnTheDisk)
 {
     EXPECT_EQ(_counts["rename"], 3);
     EXPECT_EQ(_counts["sync"], 5);
+    // The map is on the disk before it has its name, the name, losses and log before the log has
+    // its own, and that at the end: what a kill at each of these leaves.
+    for (long at = 1; at <= 5; ++at) {
+        SCOPED_TRACE(at);
+        _out.fill(_old);
+        EXPECT_EQ(runWithFault(import("new"), {"sync", at, "kill"}).status, 128 + SIGKILL);
+        Contents files = _out.contents();
+        EXPECT_EQ(countMaps(files), at == 1 ? 1 : 2);
+        EXPECT_TRUE(files["x.log"] == (at == 5 ? _new["x.log"] : _old["x.log"]));
+    }
 }
 
 TEST_F(ImportFaultsTest, EveryFileCallFailsOnce)

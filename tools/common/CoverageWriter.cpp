@@ -105,7 +105,11 @@ bool CoverageWriter::nameMap()
     }
     struct stat status = {};
     _isMapThere = lstat(path.c_str(), &status) == 0;
-    return !_isMapThere || isSameMap(path);
+    if (_isMapThere) {
+        return isSameMap(path);
+    }
+    _map.startSync();
+    return true;
 }
 
 // The map of another run of this build stays. Something else under its name was damaged by
@@ -180,21 +184,23 @@ bool CoverageWriter::add(const std::string& run, const CoverageCounts& counts,
     if (!writeLog(files->_log, counts)) {
         return fail(named(run + ".log"));
     }
+    files->_log.startSync();
     if (!writeLosses(files->_losses, losses)) {
         return fail(named(run + ".losses"));
     }
+    files->_losses.startSync();
     _waiting.push_back(std::move(files));
     return _waiting.size() < RunsAtOnce || finish();
 }
 
-// Gives the map its name, which is on the disk before a log's that needs it.
+// Gives the map its name; it is on the disk before.
 bool CoverageWriter::placeMap()
 {
     if (!_isMapThere && (!_map.sync() || !_map.commit(placed(_mapName)))) {
         return fail(named(_mapName));
     }
     _isMapThere = true;
-    return _folder.sync() || fail(named(_mapName));
+    return true;
 }
 
 bool CoverageWriter::sync(Run& run)
@@ -222,10 +228,11 @@ bool CoverageWriter::finish()
         return true;
     }
     bool isGood = placeMap();
-    // One after the other: the first one makes the system write for all.
     for (size_t i = 0; i < runs.size() && isGood; ++i) {
         isGood = sync(*runs[i]);
     }
+    // The map's name is on the disk before a log's that needs it.
+    isGood = isGood && (_folder.sync() || fail(named(_mapName)));
     for (size_t i = 0; i < runs.size() && isGood; ++i) {
         isGood = place(*runs[i]);
     }

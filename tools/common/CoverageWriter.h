@@ -11,6 +11,21 @@
 // Several logs take their names together, so that the disk is waited for once and not for each.
 // Each of them is the old one or the new one.
 //
+// A disk takes long to say that something is on it, so the order of it all is:
+//
+//   1  the map is written; when no file has its name yet, the system begins to put it on the disk.
+//      So it does with losses and logs, each when it is complete, and waits for none
+//   2  the map is on the disk, which records where all the files lie that were begun
+//   3  the map takes its name
+//   4  losses and logs are on the disk, most often already
+//   5  the folder is on the disk, with the map's name: now a log may name it
+//   6  losses and logs take their names
+//   7  the folder is on the disk, and finish() returns
+//
+// A power cut before 6 leaves the old logs, with their maps; a map that no log names does no harm
+// when it is whole, as 2 makes sure. One after 5 leaves whole files, old or new. When the map is
+// there already, 2 and 3 are left out; 5 is not, because another import may have named it just now.
+//
 // Life cycle:  open() > add() for each run > finish()
 #pragma once
 
@@ -85,10 +100,10 @@ private:
     bool isFree(const std::string& name);
     bool writeMap();
     bool nameMap();
+    bool placeMap();
     bool isSameMap(const std::string& path);
     bool writeLog(PendingFile& log, const CoverageCounts& counts);
     bool writeLosses(PendingFile& note, const ImportLosses& losses);
-    bool placeMap();
     bool sync(Run& run);
     bool place(Run& run);
 

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <sys/stat.h>
 
 FolderWalk::FolderWalk(const std::string& folder) : _waiting{folder} {}
@@ -55,7 +56,20 @@ bool FolderWalk::isFolder(const dirent& entry)
     return false;
 }
 
-bool FolderWalk::isFile()
+bool FolderWalk::isLock() const
+{
+    return _path.compare(_path.rfind('/') + 1, 2, ".#") == 0;
+}
+
+// Where the link leads that is the entry; empty when it is none.
+std::string FolderWalk::missingTarget() const
+{
+    std::error_code failure;
+    const std::filesystem::path target = std::filesystem::read_symlink(_path, failure);
+    return failure ? std::string() : target.string();
+}
+
+bool FolderWalk::isFile(Sought sought)
 {
     if (_type == DT_REG) {
         return true;
@@ -64,8 +78,13 @@ bool FolderWalk::isFile()
     if (stat(_path.c_str(), &status) == 0) {
         return S_ISREG(status.st_mode);
     }
-    if (errno != ENOENT) {
-        _problems.push_back({_path, std::strerror(errno), true});
+    const int error = errno;
+    const std::string target = error == ENOENT ? missingTarget() : std::string();
+    if (error != ENOENT || (sought == Sought::ByName && !isLock())) {
+        _problems.push_back({_path,
+                             target.empty() ? std::string(std::strerror(error))
+                                            : "it is a link to " + target + ", which is not there",
+                             true});
     }
     return false;
 }

@@ -19,7 +19,7 @@ public:
     struct Problem
     {
         std::string _folder; // or the entry's path
-        std::string _reason; // the system's
+        std::string _reason; // the system's, or where a link leads
         bool _isEntry = false;
 
         // Such as "cannot read the folder a/b: Permission denied".
@@ -47,11 +47,15 @@ public:
     // Goes to the next entry that is no folder, in no certain order. Returns false at the end.
     bool next();
 
+    // How the caller knows the files that it seeks.
+    enum class Sought { ByName, ByContent };
+
     // The entry: its path, which begins with the folder given, and whether it is a regular file or
-    // a link to one. What a link leads to and cannot be seen is a problem, but for one that leads
-    // nowhere. REQUIRES: next() returned true.
+    // a link to one. What a link leads to and cannot be seen is a problem. Of a link that leads
+    // nowhere that holds for one whose name is sought, because what it stood for is lost, but for
+    // the lock of an editor: ".#" and the name of a file. REQUIRES: next() returned true.
     const std::string& path() const { return _path; }
-    bool isFile();
+    bool isFile(Sought sought = Sought::ByName);
 
     const std::vector<Problem>& problems() const { return _problems; }
     // Links to folders, and the folders that the walk went through.
@@ -62,6 +66,8 @@ private:
     bool openNext();
     void closeCurrent();
     bool isFolder(const dirent& entry);
+    bool isLock() const;
+    std::string missingTarget() const;
 
     std::vector<std::string> _waiting; // folders to come
     std::string _folder;               // the one that is open

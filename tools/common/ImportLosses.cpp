@@ -14,7 +14,7 @@ struct LossKind
 
 const LossKind lossKinds[] = {
     {&ImportLosses::_failedUnits, "units with an error"},
-    {&ImportLosses::_unreadFolders, "folders not read"},
+    {&ImportLosses::_unreadFolders, "folders or files not read"},
     {&ImportLosses::_linkedFolders, "linked folders not looked through"},
     {&ImportLosses::_unitsNotRun, "units that never ran"},
     {&ImportLosses::_unitsAsLines, "units taken as lines from gcov"},

@@ -50,7 +50,7 @@ struct ImportLosses
     uint64_t _unitsAsLines = 0; // taken as lines from gcov
     uint64_t _countersWithoutUnit = 0;
     uint64_t _failedUnits = 0;
-    uint64_t _unreadFolders = 0; // folders of the build or the run
+    uint64_t _unreadFolders = 0; // of the inputs, and links and files in them
     uint64_t _linkedFolders = 0; // links to folders that were not looked through
     uint64_t _mostRuns = 0;      // the greatest number of runs that one unit's counters add up
 

@@ -30,6 +30,10 @@ public:
     // Appends to the file.
     bool write(const std::string& bytes);
 
+    // Lets the system begin to put on the disk what was written, without waiting: sync() waits less
+    // then. The file stays as it is when the system cannot.
+    void startSync();
+
     // Waits until all that was written, also by others, is on the disk.
     bool sync();
 
@@ -40,9 +44,9 @@ public:
     // stays.
     static void removeDead(const std::string& folder);
 
-    // Makes SIGHUP, SIGINT and SIGTERM remove the temporary files before they end the program. A
-    // signal that is ignored stays so. A file that grows past the limit of the process (ulimit -f)
-    // is then a write that fails with EFBIG, not a signal.
+    // Makes SIGHUP, SIGINT, SIGQUIT and SIGTERM remove the temporary files before they end the
+    // program. A signal that is ignored stays so. A file that grows past the limit of the process
+    // (ulimit -f) is then a write that fails with EFBIG, not a signal.
     static void removeOnSignals();
 
 private:

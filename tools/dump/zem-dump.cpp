@@ -4,6 +4,7 @@
 // viewer does not show as expected. What was read before a file turned out to be damaged is printed
 // as well.
 #include "qip/Support/ListIterator.h"
+#include "qip/Support/asksFor.h"
 #include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
 #include "qip/Support/standardStreams.h"
@@ -96,11 +97,11 @@ int main(int argc, char** argv)
 {
     endWithoutMemory(Program, Failed);
     guardStandardStreams();
-    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+    if (asksFor("--version", argc, argv)) {
         std::cout << "zem-dump " << ZEM_VERSION << "\n";
         return finishStandardOutput(Program) ? Success : Failed;
     }
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+    if (asksFor("--help", argc, argv)) {
         usage(std::cout);
         return finishStandardOutput(Program) ? Success : Failed;
     }

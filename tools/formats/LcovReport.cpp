@@ -3,7 +3,6 @@
 
 #include "qip/Support/ListIterator.h"
 #include "qip/Support/orEmpty.h"
-#include "tools/formats/LcovText.h"
 #include "tools/formats/ReportContents.h"
 #include "tools/formats/functionRuns.h"
 #include "tools/formats/writeNumber.h"
@@ -22,7 +21,14 @@ void writeNumbered(std::ostream& out, const char* tag, int64_t number)
 
 } // namespace
 
-LcovReport::LcovReport(Dialect dialect) : _dialect(dialect) {}
+LcovReport::LcovReport(Dialect dialect, bool isOnTerminal)
+    : _dialect(dialect), _form(isOnTerminal ? LcovText::Visible : LcovText::Exact)
+{}
+
+LcovText LcovReport::text(const char* name) const
+{
+    return LcovText(name, _form);
+}
 
 void LcovReport::write(const ReportContents& contents, std::ostream& out)
 {
@@ -33,7 +39,7 @@ void LcovReport::write(const ReportContents& contents, std::ostream& out)
             continue;
         }
         collect(contents, *file, labels);
-        out << "TN:\nSF:" << LcovText(file->_filename) << '\n';
+        out << "TN:\nSF:" << text(file->_filename) << '\n';
         writeFunctions(out);
         writeLines(out);
         out << "end_of_record\n";
@@ -66,14 +72,14 @@ void LcovReport::writeFunctions(std::ostream& out) const
             out.put(',');
             writeNumber(out, record._endLine);
         }
-        out << ',' << LcovText(function.label.c_str()) << '\n';
+        out << ',' << text(function.label.c_str()) << '\n';
     }
     int64_t run = 0;
     for (const Function& function : _functions) {
         const int64_t runs = functionRuns(*function.record);
         run += runs != 0 ? 1 : 0;
         writeNumbered(out, "FNDA", runs);
-        out << ',' << LcovText(function.label.c_str()) << '\n';
+        out << ',' << text(function.label.c_str()) << '\n';
     }
     writeNumbered(out, "FNF", static_cast<int64_t>(_functions.size()));
     writeNumbered(out, "\nFNH", run);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "tools/formats/FunctionLabels.h"
+#include "tools/formats/LcovText.h"
 #include "tools/formats/LineCounts.h"
 #include "tools/formats/ReportWriter.h"
 
@@ -21,7 +22,8 @@ public:
     // so only EndLines has them.
     enum Dialect { AnyVersion, EndLines };
 
-    explicit LcovReport(Dialect dialect);
+    // On a terminal names are visible instead of exact.
+    LcovReport(Dialect dialect, bool isOnTerminal);
 
 protected:
     void write(const ReportContents& contents, std::ostream& out) override;
@@ -36,8 +38,10 @@ private:
     void collect(const ReportContents& contents, const ZEMFileRecord& file, FunctionLabels& labels);
     void writeFunctions(std::ostream& out) const;
     void writeLines(std::ostream& out) const;
+    LcovText text(const char* name) const;
 
     const Dialect _dialect;
+    const LcovText::Form _form;
     std::vector<Function> _functions; // of the file at hand
     LineCounts _lines;                // likewise
 };

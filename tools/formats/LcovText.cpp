@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/formats/LcovText.h"
 
+#include "qip/Support/qipVisibleText.h"
+
 #include <cstring>
 #include <ostream>
 
@@ -35,11 +37,14 @@ bool isSpecial(const char* text)
 
 } // namespace
 
-LcovText::LcovText(const char* text) : _text(text == nullptr ? "" : text) {}
+LcovText::LcovText(const char* text, Form form) : _text(text == nullptr ? "" : text), _form(form) {}
 
 std::ostream& operator<<(std::ostream& out, const LcovText& text)
 {
     constexpr char Digits[] = "0123456789abcdef";
+    if (text._form == LcovText::Visible) {
+        return out << qipVisibleText(text._text);
+    }
     const char* at = text._text;
     while (*at != '\0') {
         const char* from = at;

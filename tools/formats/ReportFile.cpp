@@ -177,6 +177,11 @@ bool ReportFile::openDirectly(const char* path)
     return true;
 }
 
+bool ReportFile::isTerminal() const
+{
+    return _fd >= 0 && isatty(_fd) != 0;
+}
+
 bool ReportFile::close()
 {
     _stream.flush();

@@ -32,6 +32,9 @@ public:
     // REQUIRES: open() returned true.
     std::ostream& stream() { return _stream; }
 
+    // Whether the name is that of a terminal. REQUIRES: open() returned true.
+    bool isTerminal() const;
+
     // Ends the file. Returns false with problem() set when a byte of it could not be written.
     bool close();
 

@@ -8,6 +8,7 @@
 
 struct TextStyle
 {
+    bool _isOnTerminal = false;      // nothing may steer it, in the formats of other tools either
     bool _isPadded = false;          // labels have one length
     bool _hasBars = false;           // a bar behind each row
     bool _hasColours = false;        // by how much of a row ran

@@ -34,12 +34,12 @@ const Format formats[] = {
          return new (std::nothrow) JsonReport;
      }},
     {"lcov",
-     [](const TextStyle&) -> ReportWriter* {
-         return new (std::nothrow) LcovReport(LcovReport::AnyVersion);
+     [](const TextStyle& style) -> ReportWriter* {
+         return new (std::nothrow) LcovReport(LcovReport::AnyVersion, style._isOnTerminal);
      }},
     {"lcov2",
-     [](const TextStyle&) -> ReportWriter* {
-         return new (std::nothrow) LcovReport(LcovReport::EndLines);
+     [](const TextStyle& style) -> ReportWriter* {
+         return new (std::nothrow) LcovReport(LcovReport::EndLines, style._isOnTerminal);
      }},
     {"cobertura",
      [](const TextStyle&) -> ReportWriter* {

@@ -67,7 +67,7 @@ sigset_t signalsThatEnd(const sigset_t& heldBack)
 {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
         struct sigaction action = {};
         if (sigismember(&heldBack, signal) == 0 && sigaction(signal, nullptr, &action) == 0 &&
             action.sa_handler != SIG_IGN) {

@@ -11,9 +11,9 @@
 
 namespace CleanEnd {
 
-// Has SIGHUP, SIGINT and SIGTERM wait for that thread, which cleans up and lets the signal end the
-// program. One that is ignored stays so. To be called once, before there are other threads; where
-// it was not, signals end the program as ever.
+// Has SIGHUP, SIGINT, SIGQUIT and SIGTERM wait for that thread, which cleans up and lets the signal
+// end the program. One that is ignored stays so. To be called once, before there are other threads;
+// where it was not, signals end the program as ever.
 void start();
 
 // Makes a folder of its own for this user and remembers it. `pattern` ends in XXXXXX and becomes

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -45,6 +46,17 @@ std::string lastLine(std::FILE* file)
     return start == std::string::npos ? text : text.substr(start + 1);
 }
 
+// The program with this name in the current folder, as one in `folder` calls it.
+std::string seenFrom(const std::string& folder, const std::string& program)
+{
+    if (folder.empty() || program.find('/') == std::string::npos) {
+        return program;
+    }
+    std::error_code failure;
+    const std::filesystem::path whole = std::filesystem::absolute(program, failure);
+    return failure ? program : whole.string();
+}
+
 } // namespace
 
 ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& receiver,
@@ -69,6 +81,7 @@ ToolRun::Result ToolRun::run(const std::vector<std::string>& words, Receiver& re
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, fileno(complaints), STDERR_FILENO);
     std::vector<std::string> copies = words;
+    copies[0] = seenFrom(folder, copies[0]);
     std::vector<char*> pointers;
     pointers.reserve(copies.size() + 1);
     for (std::string& word : copies) {

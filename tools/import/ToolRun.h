@@ -23,9 +23,9 @@ public:
 
     enum Result { Ok, NotFound, Failed };
 
-    // Runs `words[0]`, found as the shell does, with the others as arguments, in `folder` or, when
-    // that is empty, in the current one, and waits for its end. Failed: it ended with another
-    // status than 0, or the receiver wanted no more.
+    // Runs `words[0]`, found as the shell does from the current folder, with the others as
+    // arguments, in `folder` or, when that is empty, in the current one, and waits for its end.
+    // Failed: it ended with another status than 0, or the receiver wanted no more.
     Result run(const std::vector<std::string>& words, Receiver& receiver,
                const std::string& folder = std::string());
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 //
 // zem-report: the viewer's report as text and in the formats of other tools, without X.
+#include "qip/Support/asksFor.h"
 #include "qip/Support/cmdln.h"
 #include "qip/Support/endWithoutMemory.h"
 #include "qip/Support/qipVisibleText.h"
@@ -60,6 +61,7 @@ TextStyle styleFor(const ReportCommandLine& options, const ReportCommandLine::Ou
 {
     const bool isTerminal = output._file == nullptr && isatty(STDOUT_FILENO) != 0;
     TextStyle style;
+    style._isOnTerminal = isTerminal;
     style._isPadded = isTerminal;
     style._hasBars = isTerminal;
     style._hasColours = output._file == nullptr && options.hasColours(isTerminal);
@@ -79,9 +81,9 @@ bool complainOfFile(const char* path, const ReportFile& file)
 bool writeOutput(const Report& report, const ReportCommandLine& options,
                  const ReportCommandLine::Output& output)
 {
-    const std::unique_ptr<ReportWriter> writer =
-        makeReportWriter(output._format, styleFor(options, output));
+    TextStyle style = styleFor(options, output);
     if (output._file == nullptr) {
+        const std::unique_ptr<ReportWriter> writer = makeReportWriter(output._format, style);
         const bool isPrinted = writer && writer->print(report.contents(), std::cout);
         if (!isPrinted) {
             report.complainOfMemory();
@@ -95,6 +97,8 @@ bool writeOutput(const Report& report, const ReportCommandLine& options,
     if (!file->open(output._file)) {
         return complainOfFile(output._file, *file);
     }
+    style._isOnTerminal = file->isTerminal();
+    const std::unique_ptr<ReportWriter> writer = makeReportWriter(output._format, style);
     if (!writer || !writer->print(report.contents(), file->stream())) {
         report.complainOfMemory();
         file.reset();
@@ -105,11 +109,18 @@ bool writeOutput(const Report& report, const ReportCommandLine& options,
     return isDone;
 }
 
-// An empty document of another tool's format would pass for the report of a program without code. A
-// person sees what a text lacks.
-bool isWorthPrinting(const Report& report, const ReportCommandLine::Output& output)
+// An empty table would pass for the report of a program without code.
+bool isWorthPrinting(const Report& report)
 {
-    return !report.contents()._logs.empty() || std::strcmp(output._format, "text") == 0;
+    return !report.contents()._logs.empty();
+}
+
+// Where a person waits for a text the messages about the logs are enough.
+void tellOfNothing(const ReportCommandLine::Output& output)
+{
+    if (std::strcmp(output._format, "text") != 0) {
+        std::cerr << "zem-report: nothing is printed: no log was merged" << std::endl;
+    }
 }
 
 // Files get only what all logs together say: who reads them does not see what is missing.
@@ -124,8 +135,8 @@ bool writeOutputs(const Report& report, const ReportCommandLine& options, bool h
                           << " is not written: not every log was merged" << std::endl;
                 continue;
             }
-        } else if (!isWorthPrinting(report, output)) {
-            std::cerr << "zem-report: nothing is printed: no log was merged" << std::endl;
+        } else if (!isWorthPrinting(report)) {
+            tellOfNothing(output);
             continue;
         }
         try {
@@ -214,10 +225,10 @@ int main(int argc, char** argv)
 {
     endWithoutMemory(" *** zem-report", Failed);
     guardStandardStreams();
-    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+    if (asksFor("--version", argc, argv)) {
         return printOnly([](std::ostream& out) { out << "zem-report " << ZEM_VERSION << '\n'; });
     }
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+    if (asksFor("--help", argc, argv)) {
         return printOnly(writeUsage);
     }
     // Never destroyed: the end of the process frees millions of records at once.

@@ -89,6 +89,10 @@ std::string RunRequest::read(char** words)
             ++words;
             break;
         }
+        if (std::strcmp(*words, "--help") == 0 || std::strcmp(*words, "--version") == 0) {
+            _wanted = std::strcmp(*words, "--help") == 0 ? Help : Version;
+            return "";
+        }
         const int taken = takeOption(words);
         if (taken == 0) {
             return std::string("unknown option, or its value is missing: ") + *words;

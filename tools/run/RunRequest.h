@@ -12,6 +12,9 @@
 
 struct RunRequest
 {
+    enum Wanted { Run, Help, Version };
+
+    Wanted _wanted = Run;                  // else the rest was not read
     std::string _build;                    // empty: to be found
     std::vector<std::string> _binaries;    // instrumented by Clang; empty: to be found
     std::string _folder = "coverage";      // where logs and maps go

@@ -67,14 +67,15 @@ int runProgram(int argc, char** argv)
     if (first == "--wrap") {
         return wrap(argv + 2);
     }
-    if (first == "--help" || first == "--version") {
-        first == "--help" ? usage(std::cout) : void(std::cout << "zem-run " ZEM_VERSION << '\n');
-        return finishStandardOutput("zem-run") ? 0 : 1; // no command ran
-    }
     RunRequest request;
     const std::string problem = request.read(argv + 1);
     if (!problem.empty()) {
         return misuse(problem);
+    }
+    if (request._wanted != RunRequest::Run) {
+        request._wanted == RunRequest::Help ? usage(std::cout)
+                                            : void(std::cout << "zem-run " ZEM_VERSION << '\n');
+        return finishStandardOutput("zem-run") ? 0 : 1; // no command ran
     }
     RunSession session(request);
     return session.run();

@@ -49,26 +49,26 @@ bool CoberturaImporter::recognises(const char* path) const
 
 bool CoberturaImporter::findDocuments(std::vector<std::string>& paths, ImportLosses& losses) const
 {
+    InputFiles files(ends);
+    bool isRead = true;
     for (const std::string& word : _words) {
-        InputFiles files(ends);
-        const bool isRead = files.add(word);
-        if (!files.problem().empty()) {
-            fail(files.problem());
-        }
-        losses._unreadFolders += files.unreadFolders();
-        size_t found = 0;
-        for (const std::string& path : files.paths()) {
+        const size_t before = paths.size();
+        size_t file = files.paths().size();
+        const bool isThere = files.add(word);
+        for (; file < files.paths().size(); ++file) {
+            const std::string& path = files.paths()[file];
             // Folders hold other XML, too.
             if (path == word || isDocument(path)) {
                 paths.push_back(path);
-                ++found;
             }
         }
-        if (!isRead || found == 0) {
-            return isRead ? fail(word + ": no Cobertura document below it") : false;
+        if (isThere && paths.size() == before) {
+            files.problems().add(word + ": no Cobertura document below it");
         }
+        isRead = isRead && paths.size() != before;
     }
-    return true;
+    files.problems().report(losses);
+    return isRead;
 }
 
 bool CoberturaImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)

@@ -138,10 +138,7 @@ bool GccImporter::findUnits(std::vector<GccUnitFiles>& units, ImportLosses& loss
         losses._failedUnits += _tree.findLostUnits();
     }
     units = _tree.units();
-    losses._unreadFolders = _tree.unreadFolders();
-    losses._linkedFolders = _tree.findLinkedFolders();
-    _tree.writeProblems(std::cerr);
-    _tree.forgetProblems();
+    _tree.problems().report(losses);
     if (!isRead) {
         return false;
     }

@@ -108,8 +108,7 @@ bool GccRuns::addRun(const char* folder, ImportLosses& losses, unsigned int nThr
     const bool isRead = tree.addRun(folder);
     losses._countersWithoutUnit += tree.strayCounters().size();
     losses._failedUnits += tree.findLostUnits();
-    losses._unreadFolders += tree.unreadFolders();
-    tree.writeProblems(std::cerr);
+    tree.problems().report(losses);
     if (!isRead) {
         return false;
     }

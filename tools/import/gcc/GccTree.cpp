@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "tools/import/gcc/GccTree.h"
 
-#include "qip/Support/qipVisibleText.h"
 #include "tools/common/SourcePath.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
-#include <ostream>
 
 namespace {
 
@@ -52,15 +50,7 @@ bool GccTree::findFiles(const std::string& folder, std::vector<std::string>& not
             counters.push_back(walk.path());
         }
     }
-    _folders.insert(walk.folders().begin(), walk.folders().end());
-    _links.insert(_links.end(), walk.links().begin(), walk.links().end());
-    bool isRead = true;
-    for (const FolderWalk::Problem& problem : walk.problems()) {
-        _problems.push_back(problem.text());
-        isRead = isRead && problem._folder != folder;
-    }
-    _unreadFolders += walk.problems().size();
-    return isRead;
+    return _problems.add(walk, folder);
 }
 
 bool GccTree::addBuild(const char* folder)
@@ -80,8 +70,8 @@ bool GccTree::addRun(const char* folder)
     std::vector<std::string> counters;
     bool isRead = findFiles(real, notes, counters);
     if (isRead && counters.empty()) {
-        _problems.push_back("no .gcda file in the run folder " + real +
-                            ": did the program run with GCOV_PREFIX set to it, and did it exit?");
+        _problems.add("no .gcda file in the run folder " + real +
+                      ": did the program run with GCOV_PREFIX set to it, and did it exit?");
         isRead = false;
     }
     _runCounters.insert(_runCounters.end(), counters.begin(), counters.end());
@@ -153,27 +143,10 @@ uint64_t GccTree::findLostUnits()
     uint64_t result = 0;
     for (const std::string& counters : strayCounters()) {
         if (isOfBuild(counters)) {
-            _problems.push_back(counters + ": the .gcno file of these counters is gone: compile " +
-                                "the unit again, or delete them");
+            _problems.add(counters + ": the .gcno file of these counters is gone: compile " +
+                          "the unit again, or delete them");
             ++result;
         }
-    }
-    return result;
-}
-
-uint64_t GccTree::findLinkedFolders()
-{
-    uint64_t result = 0;
-    std::string first;
-    for (const FolderWalk::Link& link : _links) {
-        if (_folders.count(link._target) == 0) {
-            first = result == 0 ? link._path : std::min(first, link._path);
-            ++result;
-        }
-    }
-    if (result > 0) {
-        _problems.push_back(first + " is a link to a folder, which was not looked through: if it " +
-                            "holds units of the build, name it, too");
     }
     return result;
 }
@@ -182,21 +155,4 @@ bool GccTree::isAnyUnitRun() const
 {
     return std::any_of(_notes.begin(), _notes.end(),
                        [this](const std::string& notes) { return !countersOf(notes).empty(); });
-}
-
-void GccTree::forgetProblems()
-{
-    _problems.clear();
-    _unreadFolders = 0;
-}
-
-void GccTree::writeProblems(std::ostream& out) const
-{
-    constexpr size_t MostLines = 20;
-    for (size_t i = 0; i < std::min(_problems.size(), MostLines); ++i) {
-        out << "zem-import: " << qipVisibleText(_problems[i].c_str()) << '\n';
-    }
-    if (_problems.size() > MostLines) {
-        out << "zem-import: and " << _problems.size() - MostLines << " more like these\n";
-    }
 }

@@ -3,11 +3,9 @@
 // Finds the units of a build: each .gcno file and the .gcda file that belongs to it, if it ran.
 #pragma once
 
-#include "tools/common/FolderWalk.h"
+#include "tools/common/WalkProblems.h"
 
 #include <cstdint>
-#include <iosfwd>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -42,21 +40,11 @@ public:
     // problem: what it stands for is missing from the map.
     uint64_t findLostUnits();
 
-    // How many links lead to folders that were not looked through, by that or any other path; the
-    // first is a problem. Call it when all folders are added.
-    uint64_t findLinkedFolders();
-
     // Whether any unit has counters.
     bool isAnyUnitRun() const;
 
-    // How many folders could not be read.
-    uint64_t unreadFolders() const { return _unreadFolders; }
-
-    // Forgets the problems that were written, and the folders that could not be read.
-    void forgetProblems();
-
-    // Writes a line for each problem met so far; of very many only the first ones and how many.
-    void writeProblems(std::ostream& out) const;
+    // What was met since it was reported last; all folders have to be added before.
+    WalkProblems& problems() { return _problems; }
 
 private:
     bool findFiles(const std::string& folder, std::vector<std::string>& notes,
@@ -68,8 +56,5 @@ private:
     std::vector<std::string> _buildFolders; // absolute, with "/" at the end
     std::vector<std::string> _runFolders;   // likewise
     std::vector<std::string> _runCounters;  // absolute
-    std::vector<std::string> _problems;
-    uint64_t _unreadFolders = 0;
-    std::set<FolderWalk::Identity> _folders; // that were looked through
-    std::vector<FolderWalk::Link> _links;    // to folders
+    WalkProblems _problems;
 };

@@ -146,21 +146,16 @@ bool GcovImporter::recognises(const char* path) const
 
 bool GcovImporter::findDocuments(std::vector<Document>& documents, ImportLosses& losses) const
 {
+    InputFiles files(ends);
+    bool isRead = true;
     for (size_t i = 0; i < _words.size(); ++i) {
-        InputFiles files(ends);
-        const bool isRead = files.add(_words[i]);
-        if (!files.problem().empty()) {
-            say(files.problem());
-        }
-        if (!isRead) {
-            return false;
-        }
-        losses._unreadFolders += files.unreadFolders();
-        for (const std::string& path : files.paths()) {
-            documents.push_back({path, _isEach ? i : 0});
+        isRead = files.add(_words[i]) && isRead;
+        for (size_t file = documents.size(); file < files.paths().size(); ++file) {
+            documents.push_back({files.paths()[file], _isEach ? i : 0});
         }
     }
-    return true;
+    files.problems().report(losses);
+    return isRead;
 }
 
 bool GcovImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)

@@ -48,16 +48,14 @@ bool LcovImporter::recognises(const char* path) const
 bool LcovImporter::readBuild(ImportedBuild& build, ImportLosses& losses, unsigned int nThreads)
 {
     InputFiles files(ends);
+    bool isRead = true;
     for (const std::string& word : _words) {
-        const bool isRead = files.add(word);
-        if (!files.problem().empty()) {
-            fail(files.problem());
-        }
-        if (!isRead) {
-            return false;
-        }
+        isRead = files.add(word) && isRead;
     }
-    losses._unreadFolders += files.unreadFolders();
+    files.problems().report(losses);
+    if (!isRead) {
+        return false;
+    }
     for (const std::string& path : files.paths()) {
         const WorkOn work("reading ", path);
         Tracefile file(_table);

@@ -138,6 +138,9 @@ bool Tracefile::read(const std::string& path, const std::string& runName)
     if (_isInSection) {
         return fail("the file ends within a section: it is cut short");
     }
+    if (_isCut) {
+        return fail("the file ends within a line: it is cut short");
+    }
     _line = 0;
     return _hasSections || fail("no section of a source file in it: is it a tracefile of lcov?");
 }
@@ -166,6 +169,21 @@ bool Tracefile::skipLongLine(const std::string& start)
     return true;
 }
 
+// Whether the file, of which these bytes are the last, ends within a line. The mark of a section's
+// end is whole without a newline.
+bool Tracefile::endsWithinLine(const char* start, const char* end) const
+{
+    if (start == end || end[-1] == '\n') {
+        return start == end && _isSkipping;
+    }
+    const void* newline = memrchr(start, '\n', static_cast<size_t>(end - start));
+    if (newline == nullptr && _isSkipping) {
+        return true;
+    }
+    return !startsWith(newline == nullptr ? start : static_cast<const char*>(newline) + 1, end,
+                       "end_of_record");
+}
+
 bool Tracefile::readPieces()
 {
     std::vector<char> buffer(LongestRecord);
@@ -178,6 +196,7 @@ bool Tracefile::readPieces()
         }
         size_t size = kept + got;
         const bool isAtEnd = size < buffer.size();
+        _isCut = isAtEnd && endsWithinLine(buffer.data(), buffer.data() + size);
         if (isAtEnd && size != 0 && buffer[size - 1] != '\n') {
             buffer[size++] = '\n'; // the last line
         }

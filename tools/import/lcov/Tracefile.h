@@ -65,6 +65,7 @@ private:
     bool takePlainLine(const char*& at);
     bool readRecords(const char* at, const char* end);
     uint32_t run();
+    bool endsWithinLine(const char* start, const char* end) const;
     bool skipLongLine(const std::string& start);
     bool readRecord(const char* at, const char* end);
     bool readOther(const char* at, const char* end);
@@ -89,6 +90,7 @@ private:
     bool _isInSection = false;
     bool _hasSections = false;
     bool _isSkipping = false;                    // the rest of a line without use
+    bool _isCut = false;                         // within its last line
     std::unordered_map<uint32_t, Place> _places; // of the section, by index
     std::string _text;                           // for names
     ImportLosses _losses;

@@ -49,18 +49,15 @@ bool InputFiles::add(const std::string& word)
             _paths.push_back(walk.path());
         }
     }
-    _unreadFolders += walk.problems().size();
     std::sort(_paths.begin() + static_cast<std::ptrdiff_t>(before), _paths.end());
-    if (!walk.problems().empty()) {
-        const FolderWalk::Problem& problem = walk.problems().front();
-        _problem = problem.text();
-    }
+    _problems.add(walk, word);
     if (_paths.size() == before && walk.problems().empty()) {
-        _problem = word + ": no file below it has a name that ends in ";
+        std::string problem = word + ": no file below it has a name that ends in ";
         for (const char* const* end = _ends; *end != nullptr; ++end) {
-            _problem += end == _ends ? "" : " or ";
-            _problem += *end;
+            problem += end == _ends ? "" : " or ";
+            problem += *end;
         }
+        _problems.add(problem);
     }
     return _paths.size() != before;
 }

@@ -4,7 +4,8 @@
 // files below it whose names have one of certain ends.
 #pragma once
 
-#include <cstdint>
+#include "tools/common/WalkProblems.h"
+
 #include <string>
 #include <vector>
 
@@ -14,16 +15,15 @@ public:
     // `ends` are such as ".info", with a null pointer behind the last; borrowed.
     explicit InputFiles(const char* const* ends) : _ends(ends) {}
 
-    // Takes a word. Returns false with problem() set when it is a folder that cannot be read or
-    // holds no such file. Folders below it that cannot be read are counted.
+    // Takes a word. Returns false when it is a folder that cannot be read or holds no such file;
+    // that, and what could not be read below it, is a problem.
     bool add(const std::string& word);
 
     // In the order of the words, those of a folder by path; a file that two words stand for comes
     // twice.
     const std::vector<std::string>& paths() const { return _paths; }
-    uint64_t unreadFolders() const { return _unreadFolders; }
-    // What went wrong last, with the name of the folder.
-    const std::string& problem() const { return _problem; }
+    // What was met since it was reported last; all words have to be added before.
+    WalkProblems& problems() { return _problems; }
 
     // Whether a name ends like one of them.
     bool fits(const std::string& path) const;
@@ -35,6 +35,5 @@ public:
 private:
     const char* const* _ends;
     std::vector<std::string> _paths;
-    uint64_t _unreadFolders = 0;
-    std::string _problem;
+    WalkProblems _problems;
 };

@@ -154,7 +154,7 @@ bool LlvmImporter::recognises(const char* path) const
         if (LlvmInputs::hasProfileName(walk.path())) {
             return true;
         }
-        if (walk.isFile() && files.size() < MostFilesLookedInto && !isBuildProbe(walk.path())) {
+        if (files.size() < MostFilesLookedInto && walk.isFile() && !isBuildProbe(walk.path())) {
             files.push_back(walk.path());
         }
     }
@@ -169,7 +169,7 @@ bool LlvmImporter::findInputs(ImportLosses& losses)
     for (const std::string& word : _words) {
         isGood = _inputs.add(word) && isGood;
     }
-    losses._unreadFolders += _inputs.unreadFolders();
+    _inputs.problems().report(losses);
     if (!isGood) {
         return false;
     }
@@ -187,10 +187,11 @@ bool LlvmImporter::findFolderRuns(ImportLosses& losses)
     bool isAny = false;
     for (const char* folder : _folders) {
         LlvmInputs found;
-        if (!found.add(folder)) {
+        const bool isRead = found.add(folder);
+        found.problems().report(losses);
+        if (!isRead) {
             return false;
         }
-        losses._unreadFolders += found.unreadFolders();
         std::error_code failure;
         const std::filesystem::path real = std::filesystem::canonical(folder, failure);
         if (_keepsRunsApart || _runs.empty()) {

@@ -119,26 +119,24 @@ bool LlvmInputs::addFolder(const std::string& folder)
     std::vector<Binary> binaries;
     std::vector<Binary> objects;
     while (walk.next()) {
-        if (!walk.isFile() || isBuildProbe(walk.path())) {
+        const bool isProfile = hasProfileName(walk.path());
+        if (!walk.isFile(isProfile ? FolderWalk::Sought::ByName : FolderWalk::Sought::ByContent) ||
+            isBuildProbe(walk.path())) {
             continue;
         }
-        if (hasProfileName(walk.path())) {
+        if (isProfile) {
             profiles.push_back(walk.path());
             continue;
         }
         std::string problem;
         const Kind kind = kindOf(walk.path(), problem);
         if (kind == Nothing) { // it may have been a program
-            complain(walk.path(), problem);
-            ++_unreadFolders;
+            _problems.addUnread(walk.path() + ": " + problem);
         } else if (kind == Elf || kind == Object) {
             (kind == Elf ? binaries : objects).push_back({walk.path(), false});
         }
     }
-    for (const FolderWalk::Problem& problem : walk.problems()) {
-        complain(problem._folder, problem._reason);
-    }
-    _unreadFolders += walk.problems().size();
+    const bool isRead = _problems.add(walk, folder);
     const auto byPath = [](const Binary& a, const Binary& b) {
         return a._path < b._path;
     };
@@ -160,5 +158,5 @@ bool LlvmInputs::addFolder(const std::string& folder)
             _objects.push_back(object);
         }
     }
-    return walk.problems().empty() || walk.problems().front()._folder != folder;
+    return isRead;
 }

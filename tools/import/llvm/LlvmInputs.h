@@ -5,6 +5,8 @@
 // count only where a folder's programs have no coverage.
 #pragma once
 
+#include "tools/common/WalkProblems.h"
+
 #include <set>
 #include <string>
 #include <vector>
@@ -31,16 +33,16 @@ public:
     // Whether it is that of a profile in words, which llvm-profdata makes.
     static bool hasTextName(const std::string& path);
 
-    // Takes a file or a folder with all below. Returns false when it cannot be read; problems, also
-    // those that do not matter so much, are lines on the standard error stream.
+    // Takes a file or a folder with all below. Returns false when it cannot be read. What is wrong
+    // with a file is a line on the standard error stream; the rest is among the problems.
     bool add(const std::string& word);
 
     // Each once, those of a folder in the order of their paths.
     const std::vector<Binary>& binaries() const { return _binaries; }
     const std::vector<Binary>& objects() const { return _objects; }
     const std::vector<std::string>& profiles() const { return _profiles; }
-    // How many folders could not be read.
-    size_t unreadFolders() const { return _unreadFolders; }
+    // What was met in folders since it was reported last; all words have to be added before.
+    WalkProblems& problems() { return _problems; }
 
 private:
     bool addFolder(const std::string& folder);
@@ -50,5 +52,5 @@ private:
     std::vector<Binary> _objects; // in folders
     std::vector<std::string> _profiles;
     std::set<std::string> _known; // paths without links
-    size_t _unreadFolders = 0;
+    WalkProblems _problems;
 };

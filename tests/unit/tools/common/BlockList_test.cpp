@@ -104,6 +104,15 @@ TEST_F(BlockListTest, WhatIsNotAroundShowsNoLineOfOthers)
     EXPECT_EQ(arrange(), "1-1:3\n2-2:1\n4-4:2 4-4:0 6-6:1\n0-0:2\n0-0:0\n9-9:1");
 }
 
+TEST_F(BlockListTest, PartOfAFunctionElsewhereShowsNoLineOfLambdasInIt)
+{
+    add(1, 9, {{{1}, 3}});
+    _file._functions.back()._isPart = true;
+    add(4, 5, {{{4}, 2}});
+    add(4, 5, {{{4}, 1}});
+    EXPECT_EQ(arrange(), "1-1:3\n4-4:2 4-4:1\n0-0:1");
+}
+
 TEST_F(BlockListTest, WidestFunctionShowsALineOfSeveral)
 {
     add(5, 5, {{{5}, 0}, {{5}, 4}});

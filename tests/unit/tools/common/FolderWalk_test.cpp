@@ -15,12 +15,13 @@ class FolderWalkTest : public ::testing::Test
 {
 protected:
     // Each entry below the folder, with a "*" behind what is no file.
-    std::vector<std::string> walk(const std::string& folder)
+    std::vector<std::string> walk(const std::string& folder,
+                                  FolderWalk::Sought sought = FolderWalk::Sought::ByName)
     {
         FolderWalk walk(folder);
         std::vector<std::string> result;
         while (walk.next()) {
-            result.push_back(walk.path() + (walk.isFile() ? "" : "*"));
+            result.push_back(walk.path() + (walk.isFile(sought) ? "" : "*"));
         }
         _problems = walk.problems();
         _links = walk.links();
@@ -90,14 +91,23 @@ TEST_F(FolderWalkTest, FolderThatVanishesMeanwhileIsAProblem)
     EXPECT_EQ(walk.problems()[0]._reason, "No such file or directory");
 }
 
-// A link that leads nowhere is no file; of one that cannot be followed nobody knows what it is.
+// The file that it stood for is lost, if its name is that of a file that somebody wants.
+TEST_F(FolderWalkTest, LinksThatLeadNowhereAreProblemsWhereTheirNameIsSought)
+{
+    fs::create_symlink("gone/a.gcda", _dir.path("a.gcda"));
+    fs::create_symlink("somebody@here.123", _dir.path(".#a.gcda"));
+    EXPECT_EQ(walk(_dir.path("")).size(), 2u);
+    ASSERT_EQ(_problems.size(), 1u);
+    EXPECT_EQ(_problems[0].text(), "cannot look at " + _dir.path("a.gcda") +
+                                       ": it is a link to gone/a.gcda, which is not there");
+    EXPECT_EQ(walk(_dir.path(""), FolderWalk::Sought::ByContent).size(), 2u);
+    EXPECT_TRUE(_problems.empty());
+}
+
 TEST_F(FolderWalkTest, LinksThatCannotBeFollowedAreProblems)
 {
-    fs::create_symlink("nowhere", _dir.path("dangling"));
-    EXPECT_EQ(walk(_dir.path("")).size(), 1u);
-    EXPECT_TRUE(_problems.empty());
     fs::create_symlink("round", _dir.path("round"));
-    EXPECT_EQ(walk(_dir.path("")).size(), 2u);
+    EXPECT_EQ(walk(_dir.path(""), FolderWalk::Sought::ByContent).size(), 1u);
     ASSERT_EQ(_problems.size(), 1u);
     EXPECT_TRUE(_problems[0]._isEntry);
     EXPECT_EQ(_problems[0]._reason, "Too many levels of symbolic links");

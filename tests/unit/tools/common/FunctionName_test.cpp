@@ -3,6 +3,7 @@
 
 #include "tests/support/Golden.h"
 #include "tests/support/reportedName.h"
+#include "tools/common/FunctionText.h"
 #include "tools/common/RecordPayload.h"
 #include "zem/Demangle/demangle.h"
 
@@ -319,6 +320,16 @@ TEST(FunctionNameBoundTest, SmallerOneIsUnfolded)
     ImportLosses losses;
     EXPECT_EQ(storedFunctionName(doublingSymbol(2), losses).compare(0, 4, "f__F"), 0);
     EXPECT_EQ(losses._namesNotUnfolded, 0u);
+}
+
+TEST(FunctionNameBoundTest, ReadableNameIsReadToABound)
+{
+    const auto isRead = [](size_t size) {
+        const std::string name = "f(" + std::string(size - 3, 'a') + ")";
+        return readFunctionText(name)._name == "f";
+    };
+    EXPECT_TRUE(isRead(262144));
+    EXPECT_FALSE(isRead(262145));
 }
 
 // Without the few kinds, variadic lambdas among them, that older decoders of the compiler's library

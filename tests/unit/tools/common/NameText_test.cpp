@@ -36,6 +36,7 @@ TEST(NameTextTest, ComparisonsAreNoBrackets)
     EXPECT_EQ(text.partner(1), 12u);
     EXPECT_EQ(text.partner(7), NameText::None);
     EXPECT_EQ(NameText("a<(b->c)>").partner(1), 8u);
+    EXPECT_EQ(NameText("a<b->c>").partner(1), 6u);
 }
 
 TEST(NameTextTest, LastPartIsBehindFunctionsAndConversions)

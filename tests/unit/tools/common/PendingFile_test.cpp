@@ -114,7 +114,7 @@ TEST_F(PendingFileTest, FilesOfDeadProgramsAreRemovedAndThoseOfLiveOnesStay)
 
 TEST_F(PendingFileTest, SignalsThatEndTheProgramRemoveItsFiles)
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         const int status = endBySignal(signal);
         EXPECT_TRUE(WIFSIGNALED(status));
         EXPECT_EQ(WTERMSIG(status), signal);

@@ -115,6 +115,16 @@ TEST_F(ShortLabelsTest, FunctionsThatWouldLookAlikeAreNumbered)
     EXPECT_EQ(_labels.of(wide + "c" + wide), shown + "3" + std::string(30, 'w'));
 }
 
+TEST_F(ShortLabelsTest, NumberStandsBehindTheDotsOfPartsAndNotInAWordThatIsCut)
+{
+    const std::string a = wide + "::TableOfA::Iterator::run";
+    const std::string b = wide + "::TableOfB::Iterator::run";
+    finish({a, b});
+    const std::string cut = std::string(13, 'w') + "..." + std::string(13, 'w');
+    EXPECT_EQ(_labels.of(a), cut + "::...::Iterator::run");
+    EXPECT_EQ(_labels.of(b), cut + "::...2::Iterator::run");
+}
+
 TEST_F(ShortLabelsTest, CharactersOfSeveralBytesStayWhole)
 {
     std::string name = "x";

@@ -325,6 +325,12 @@ TEST(SymbolScanTest, LongerWordsAndNumbersCountByTheirLength)
     EXPECT_EQ(more("_Z3fffRA1_i", "_Z1fRA1_i"), 0u); // wherever the number stands
     EXPECT_EQ(more("_Z1fILi1000EEvv", "_Z1fILi1EEvv"), 3u);
     EXPECT_EQ(more("_Z1fv.constprop.0", "_Z1fv"), std::strlen(".constprop.0"));
+    // "(...)..." at most, and ", " before the next of a list.
+    EXPECT_LE(more("_Z1fDpDpi", "_Z1fDpi"), 8u);
+    const size_t string =
+        std::strlen("std::basic_string<char, std::char_traits<char>, std::allocator<char> >");
+    EXPECT_GE(more("_Z1fiSs", "_Z1fi"), string + 2);
+    EXPECT_LE(more("_Z1fiSs", "_Z1fi"), string + 4);
 }
 
 TEST(SymbolScanTest, FindsTheEndOfTheName)
@@ -421,7 +427,7 @@ TEST(SymbolScanTest, SymbolsThatBreakOffOrHaveNoSuchPartAreUnknown)
           "_ZN1A",        "_ZN1AC9Ev",     "_ZN1AzzEv",     "_ZZ1fvE",       "_ZZ1fvE1a__1",
           "_ZZ1fvEd1a",   "_ZN1AUlvEv",    "_ZN1AUqE_Ev",   "_ZTh4N1A1fEv",  "_ZTv0_N1A1fEv",
           "_ZTq1A",       "_ZGX1a",        "_Z1fDTfL",      "_Z1fIXfpxEEvv", "_Z1fIXfLpEEvv",
-          "_Z1fIXxxEEvv", "_Z1fIXnwiEEvv", "_Z1fIXnw_iEEvv"}) {
+          "_Z1fIXxxEEvv", "_Z1fIXnwiEEvv", "_Z1fIXnw_iEEvv", "_Z1fui", "_Z1fUPi"}) {
         EXPECT_FALSE(scanSymbol(symbol)._isKnown) << symbol;
     }
 }
@@ -442,6 +448,15 @@ TEST(SymbolScanTest, NestingIsFollowedToABound)
     };
     EXPECT_TRUE(scanSymbol(locals(255))._isKnown);
     EXPECT_FALSE(scanSymbol(locals(256))._isKnown);
+    const auto signs = [](size_t count) {
+        std::string symbol = "_Z1fIiEDT";
+        for (size_t i = 0; i < count; ++i) {
+            symbol += "ng";
+        }
+        return symbol + "fp_ET_";
+    };
+    EXPECT_TRUE(scanSymbol(signs(509))._isKnown);
+    EXPECT_FALSE(scanSymbol(signs(510))._isKnown);
 }
 
 TEST(SymbolScanTest, NestingWithoutEndIsNotFollowed)

@@ -53,6 +53,7 @@ const TypeCodeRow rows[] = {
     {"FunctionPointerInMiddle", "int, void (*)(int, char), int", "iPFic_vi"},
     {"PointerToFunctionPointer", "void (**)(int)", "PPFi_v"},
     {"FunctionReference", "void (&)()", "RFv_v"},
+    {"PointerBehindAFunction", "void (*)(int)*", "14void (*)(int)*"},
     {"MemberPointer", "int Foo::*", "M3Fooi"},
     {"QualifiedMemberPointer", "int ns::Foo::*", "MQ22ns3Fooi"},
     {"MemberFunctionPointer", "void (Foo::*)(int)", "M3FooFi_v"},

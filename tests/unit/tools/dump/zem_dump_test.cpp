@@ -94,6 +94,10 @@ TEST_F(ZemDumpTest, TellsVersionAndUsage)
     EXPECT_EQ(run({"--version"}).out.find("zem-dump 3.1"), 0u);
     EXPECT_TRUE(matchesGolden("zem-dump/usage.txt", run({"--help"}).out));
     EXPECT_EQ(run({"--help"}).status, 0);
+    // Wherever they stand, but behind the end of the options.
+    EXPECT_EQ(run({_log, "--help"}).out, run({"--help"}).out);
+    EXPECT_EQ(run({"--version", _log}).out, run({"--version"}).out);
+    EXPECT_EQ(run({"--", "--help"}).status, 1);
 }
 
 TEST_F(ZemDumpTest, RefusesWhatItDoesNotKnow)

@@ -34,4 +34,16 @@ TEST(LcovTextTest, ABackslashThatLooksLikeOneOfThemDoesNot)
     EXPECT_EQ(written("a\\x5cx0a"), "a\\x5cx5cx0a");
 }
 
+// The second set of control characters and marks of direction steer a terminal as well.
+TEST(LcovTextTest, OnATerminalNothingSteers)
+{
+    const char name[] = "a\xc2\x9b"
+                        "2J\xe2\x80\xae\xef\x1b\\x41";
+    EXPECT_EQ(written(name), "a\xc2\x9b"
+                             "2J\xe2\x80\xae\xef\\x1b\\x41");
+    std::ostringstream out;
+    out << LcovText(name, LcovText::Visible);
+    EXPECT_EQ(out.str(), "a\\xc2\\x9b2J\\xe2\\x80\\xae\\xef\\x1b\\x5cx41");
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/ImportedText.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tools/import/cobertura/CoberturaDocument.h"
 
 #include <algorithm>
@@ -112,6 +113,14 @@ TEST_F(CoberturaImporterTest, EachDocumentIsARun)
     EXPECT_EQ(import({text, text})._runs, "c1:\n/a.cc 1=1\nc2:\n/a.cc 1=1\n");
 }
 
+TEST_F(CoberturaImporterTest, RunHasTheTimeOfItsDocument)
+{
+    const std::string early = document(classOf("/a.cc", lines(line(1, "1"))));
+    std::string late = early;
+    late.replace(late.find("1700000000"), 10, "1700000999000"); // milliseconds
+    EXPECT_EQ(import({early, late, early})._times, "1700000000\n1700000999\n1700000000\n");
+}
+
 TEST_F(CoberturaImporterTest, FoldersHoldOtherXmlToo)
 {
     _dir.write("in/tests.xml", "<testsuites/>");
@@ -123,6 +132,19 @@ TEST_F(CoberturaImporterTest, FoldersHoldOtherXmlToo)
     _dir.write("none/tests.xml", "<testsuites/>");
     none.input(_dir.path("none").c_str());
     EXPECT_FALSE(ImportedText(none)._isRead);
+}
+
+TEST_F(CoberturaImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    addLinks(_dir, "in/a.xml", "in/b.xml", document(classOf("/a.cc", lines(line(1, "1")))));
+    CoberturaImporter importer;
+    importer.input(_dir.path("in").c_str());
+    const ImportedText read(importer);
+    EXPECT_TRUE(read._isRead);
+    EXPECT_EQ(read._problems, problemsOfLinks(_dir, "in", "in/b.xml"));
+    EXPECT_EQ(read._losses._unreadFolders, 1u);
+    EXPECT_EQ(read._losses._linkedFolders, 1u);
+    EXPECT_TRUE(read._losses.isIncomplete());
 }
 
 TEST_F(CoberturaImporterTest, SourceFoldersAreTriedAndAmbiguityIsSaid)

@@ -105,6 +105,18 @@ TEST_F(GccRunsTest, EachRunHasItsOwnCounts)
     EXPECT_EQ(_result._name, "a");
 }
 
+TEST_F(GccRunsTest, EachUnitThatCannotBeReadIsNamed)
+{
+    _dir.write("build/one.gcno", "damaged");
+    _dir.write("build/two.gcno", "damaged");
+    StdErr err;
+    EXPECT_TRUE(read({}, {}));
+    const std::string text = err.text();
+    EXPECT_NE(text.find("build/one.gcno: "), std::string::npos) << text;
+    EXPECT_NE(text.find("build/two.gcno: "), std::string::npos) << text;
+    EXPECT_EQ(_losses._failedUnits, 2u);
+}
+
 TEST_F(GccRunsTest, RunsAreAddedUpOtherwise)
 {
     _dir.write("build/three.gcno", sampleNotes(12));

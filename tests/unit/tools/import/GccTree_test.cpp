@@ -3,6 +3,7 @@
 
 #include "tests/support/KeptFolder.h"
 #include "tests/support/TempDir.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -16,10 +17,10 @@ namespace {
 class GccTreeTest : public ::testing::Test
 {
 protected:
-    std::string problems() const
+    std::string problems()
     {
         std::ostringstream out;
-        _tree.writeProblems(out);
+        _tree.problems().write(out);
         return out.str();
     }
 
@@ -54,32 +55,14 @@ TEST_F(GccTreeTest, FolderGivenTwiceGivesEachUnitOnce)
     EXPECT_EQ(_tree.units().size(), 1u);
 }
 
-TEST_F(GccTreeTest, LinkedFoldersAreNotLookedThroughAndNamed)
+TEST_F(GccTreeTest, WhatFoldersLackIsCountedAndTold)
 {
-    const TempDir elsewhere;
-    elsewhere.write("two.gcno", "");
-    _dir.write("a/one.gcno", "");
-    std::filesystem::create_symlink(elsewhere.path(), _dir.path("a/out"));
-    std::filesystem::create_symlink(elsewhere.path(), _dir.path("b"));
-    std::filesystem::create_symlink("..", _dir.path("a/up")); // looked through anyway
-    ASSERT_TRUE(_tree.addBuild(_dir.path().c_str()));
+    addLinks(_dir, "a/one.gcno", "a/two.gcda");
+    ASSERT_TRUE(_tree.addBuild(_dir.path("a").c_str()));
     EXPECT_EQ(_tree.units().size(), 1u);
-    EXPECT_EQ(_tree.findLinkedFolders(), 2u);
-    EXPECT_EQ(problems(), "zem-import: " + _dir.path("a/out") +
-                              " is a link to a folder, which was not looked through: if it holds "
-                              "units of the build, name it, too\n");
-}
-
-TEST_F(GccTreeTest, LinkedFolderThatIsNamedTooIsNoProblem)
-{
-    const TempDir elsewhere;
-    elsewhere.write("two.gcno", "");
-    std::filesystem::create_symlink(elsewhere.path(), _dir.path("out"));
-    ASSERT_TRUE(_tree.addBuild(_dir.path().c_str()));
-    ASSERT_TRUE(_tree.addBuild(_dir.path("out").c_str()));
-    EXPECT_EQ(_tree.units().size(), 1u);
-    EXPECT_EQ(_tree.findLinkedFolders(), 0u);
-    EXPECT_EQ(problems(), "");
+    EXPECT_EQ(_tree.problems().unread(), 1u);
+    EXPECT_EQ(_tree.problems().findLinkedFolders(), 1u);
+    EXPECT_EQ(problems(), problemsOfLinks(_dir, "a", "a/two.gcda"));
 }
 
 TEST_F(GccTreeTest, CountersWithoutNotesAreStray)
@@ -135,7 +118,7 @@ TEST_F(GccTreeTest, FolderBelowThatCannotBeReadIsToldAndTheOthersAreRead)
     ASSERT_EQ(mkdir(last.c_str(), 0700), 0);
     ASSERT_TRUE(_tree.addBuild(_dir.path().c_str()));
     EXPECT_EQ(_tree.units().size(), 2u);
-    EXPECT_EQ(_tree.unreadFolders(), 1u);
+    EXPECT_EQ(_tree.problems().unread(), 1u);
     EXPECT_EQ(problems(),
               "zem-import: cannot read the folder " + deep + "/" + last + ": File name too long\n");
     ASSERT_EQ(rmdir(last.c_str()), 0);

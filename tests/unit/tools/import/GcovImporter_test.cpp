@@ -3,6 +3,7 @@
 
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/ImportedText.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tools/import/gcov/JsonDocuments.h"
 
 #include <algorithm>
@@ -180,6 +181,20 @@ TEST_F(GcovImporterTest, AHoleIsRefusedAtItsFirstByte)
         EXPECT_EQ(documents.problem().rfind("it is no JSON: ", 0), 0u) << documents.problem();
         EXPECT_EQ(document, "");
     }
+}
+
+TEST_F(GcovImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    addLinks(_dir, "in/a.gcov.json", "in/b.gcov.json.gz",
+             "{\"format_version\":\"1\",\"current_working_directory\":\"/\",\"files\":[]}");
+    GcovImporter importer;
+    importer.input(_dir.path("in").c_str());
+    const ImportedText read(importer);
+    EXPECT_TRUE(read._isRead);
+    EXPECT_EQ(read._problems, problemsOfLinks(_dir, "in", "in/b.gcov.json.gz"));
+    EXPECT_EQ(read._losses._unreadFolders, 1u);
+    EXPECT_EQ(read._losses._linkedFolders, 1u);
+    EXPECT_TRUE(read._losses.isIncomplete());
 }
 
 TEST_F(GcovImporterTest, FolderWithoutDocumentsIsSaid)

@@ -49,6 +49,7 @@ ImportedText::ImportedText(Importer& importer)
         ImportedRun run;
         _isRead = importer.readRun(i, run, _losses, 2);
         _runs += run._name + ":\n";
+        _times += std::to_string(run._executionTime) + "\n";
         uint32_t file = UINT32_MAX;
         for (const auto& line : linesOf(build, run._counts)) {
             if (line.first.first != file) {

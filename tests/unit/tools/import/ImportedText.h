@@ -20,6 +20,7 @@ struct ImportedText
     // Of each run a line "name:", then "path line=count line=count..." of each file; counts of
     // blocks on one line are added up.
     std::string _runs;
+    std::string _times; // of each run a line with its time
     // Of all runs together: lines that ran, lines.
     std::pair<size_t, size_t> _total;
     ImportLosses _losses;

@@ -36,7 +36,7 @@ protected:
         std::string content;
         std::string piece(step, '\0');
         for (;;) {
-            size_t got = 0;
+            size_t got = 3; // whatever it was before
             if (!input.read(&piece[0], step, got)) {
                 return "(" + input.problem() + ")";
             }

@@ -3,10 +3,12 @@
 
 #include "tests/support/TempDir.h"
 #include "tests/unit/tools/import/ImportedText.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tools/import/lcov/Tracefile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <set>
 #include <zlib.h>
 
 namespace {
@@ -201,12 +203,18 @@ TEST_F(LcovImporterTest, DamageIsNamedWithItsLine)
 
 TEST_F(LcovImporterTest, EveryCutEndsInAMessageOrIsWholeSections)
 {
-    const std::string text = "TN:\nSF:/a.c\nFN:1,f\nFNL:1,2\nFNA:1,2,g\nDA:1,12\nend_of_record\n";
+    const std::string first = "TN:\nSF:/a.c\nFN:1,f\nFNL:1,2\nFNA:1,2,g\nDA:1,12\nend_of_record\n";
+    const std::string text = first + "TN:two\nSF:/a.c\nDA:1,5\nend_of_record\n#more\n";
     for (size_t size = 0; size < text.size(); ++size) {
         const ImportedText read = import({text.substr(0, size)});
-        EXPECT_EQ(read._isRead, size == text.size() - 1) << size;
+        // The ends of both sections, without and with their newline, and the whole line between.
+        const std::set<size_t> whole = {first.size() - 1, first.size(), first.size() + 7,
+                                        text.size() - 7, text.size() - 6};
+        EXPECT_EQ(read._isRead, whole.count(size) != 0) << size;
         EXPECT_EQ(read._problems.empty(), read._isRead);
     }
+    EXPECT_EQ(problemOf(first + "TN:tw"), ":8: the file ends within a line: it is cut short\n");
+    EXPECT_TRUE(import({first.substr(0, first.size() - 1) + "\r"})._isRead);
 }
 
 TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
@@ -215,10 +223,31 @@ TEST_F(LcovImporterTest, LongLinesAreRefusedOrPassedBy)
     const std::string wanted = problemOf("TN:\nSF:/" + large + "\n");
     EXPECT_EQ(wanted, ":2: the line has more than 1048576 bytes\n");
     const ImportedText read =
-        import({"SF:/a.c\nBRDA:1,0," + large + ",1\nDA:1,3\nend_of_record\n#" + large});
+        import({"SF:/a.c\nBRDA:1,0," + large + ",1\nDA:1,3\nend_of_record\n#" + large + "\n"});
     EXPECT_EQ(read._runs, ":\n/a.c 1=3\n") << read._problems;
+    // One of any length may be the last, and cut.
+    for (const size_t size :
+         {Tracefile::LongestRecord - 1, Tracefile::LongestRecord, large.size()}) {
+        EXPECT_NE(problemOf("SF:/a.c\nend_of_record\n#" + large.substr(0, size)).find("cut short"),
+                  std::string::npos);
+    }
     // The line behind it keeps its number.
     EXPECT_EQ(problemOf("#" + large + "\nbad\n"), ":2: this is no record of a tracefile: bad\n");
+}
+
+TEST_F(LcovImporterTest, RecordsOfFilesLargerThanAPieceAreWhole)
+{
+    std::string text = "SF:/a.c\n";
+    uint32_t lines = 0;
+    while (text.size() < 3 * Tracefile::LongestRecord) {
+        text += "DA:" + std::to_string(1 + lines++ % 7) + ",1\n";
+    }
+    const ImportedText read = import({text + "end_of_record\n"});
+    std::string runs = ":\n/a.c";
+    for (uint32_t i = 0; i < 7; ++i) {
+        runs += " " + std::to_string(i + 1) + "=" + std::to_string((lines + 6 - i) / 7);
+    }
+    EXPECT_EQ(read._runs, runs + "\n") << read._problems;
 }
 
 TEST_F(LcovImporterTest, ManyTestsAreRefused)
@@ -251,6 +280,19 @@ TEST_F(LcovImporterTest, GzippedFilesAndFoldersAreRead)
     EXPECT_EQ(ImportedText(importer)._runs, ":\n/a.c 1=3\n");
     EXPECT_TRUE(importer.recognises(path.c_str()));
     EXPECT_TRUE(importer.recognises(_dir.path("in").c_str()));
+}
+
+TEST_F(LcovImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    addLinks(_dir, "in/a.info", "in/b.info.gz", "SF:/a.c\nDA:1,3\nend_of_record\n");
+    LcovImporter importer;
+    importer.input(_dir.path("in").c_str());
+    const ImportedText read(importer);
+    EXPECT_TRUE(read._isRead);
+    EXPECT_EQ(read._problems, problemsOfLinks(_dir, "in", "in/b.info.gz"));
+    EXPECT_EQ(read._losses._unreadFolders, 1u);
+    EXPECT_EQ(read._losses._linkedFolders, 1u);
+    EXPECT_TRUE(read._losses.isIncomplete());
 }
 
 TEST_F(LcovImporterTest, WhatIsNotThereIsSaid)

@@ -79,7 +79,7 @@ TEST_F(ImportSignalsTest, NothingOfAnImportIsLeftBehind)
                                           "--gcov",
                                           _dir.path("tool"),
                                           _dir.path("build")};
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
         const int status = endBySignal(gcc, signal);
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
     }

@@ -208,15 +208,16 @@ TEST_F(ReportFormatsTest, WithoutOneOfTheLogsThereIsNoNewFile)
     EXPECT_EQ(TempDir::read(file), "old");
 }
 
-// An empty document would pass for the report of a program without code.
+// An empty table or document would pass for the report of a program without code.
 TEST_F(ReportFormatsTest, WithoutAnyLogNothingIsPrinted)
 {
-    for (const char* format : {"csv", "json", "lcov", "lcov2", "cobertura"}) {
+    for (const char* format : {"text", "csv", "json", "lcov", "lcov2", "cobertura"}) {
         const ProgramResult result = run({"--format", format, _dir.path("none.log")});
         EXPECT_EQ(result.status, 1) << format;
         EXPECT_EQ(result.out, "") << format;
-        EXPECT_NE(result.err.find("\nzem-report: nothing is printed: no log was merged\n"),
-                  std::string::npos)
+        EXPECT_EQ(result.err.find("\nzem-report: nothing is printed: no log was merged\n") ==
+                      std::string::npos,
+                  std::string(format) == "text")
             << result.err;
     }
 }
@@ -328,6 +329,23 @@ TEST_F(ReportFormatsTest, OnATerminalThereAreBarsAndColoursAndBothSums)
     const std::string limited = onTerminal("xterm", "--fail-under-each=61 " + _log);
     EXPECT_NE(limited.find("\033[31m60%\033[0m"), std::string::npos) << limited;
     EXPECT_NE(limited.find("\033[32m100%\033[0m"), std::string::npos) << limited;
+}
+
+// A file has the names as they are, a terminal what is visible of them.
+TEST_F(ReportFormatsTest, OnATerminalNoFormatHasNamesThatSteerIt)
+{
+    const std::string name = "\xc2\x9b"
+                             "2J\xe2\x80\xae";
+    const std::string log = logOf("src/" + name, name);
+    EXPECT_NE(run({"--format", "lcov", log}).out.find("\nSF:src/" + name + "\n"),
+              std::string::npos);
+    const char* const words[] = {"csv", "json", "lcov", "lcov2", "cobertura", "lcov -o /dev/tty"};
+    for (const char* format : words) {
+        const std::string text = onTerminal("dumb", "--format " + (format + (" -df " + log)));
+        EXPECT_NE(text.find("2J"), std::string::npos) << text;
+        EXPECT_EQ(text.find("\xc2\x9b"), std::string::npos) << text;
+        EXPECT_EQ(text.find("\xe2\x80\xae"), std::string::npos) << text;
+    }
 }
 
 TEST_F(ReportFormatsTest, ColoursThatAreAskedForComeWithoutATerminal)

@@ -137,6 +137,12 @@ TEST_F(ZemReportTest, HelpAndVersion)
     const ProgramResult version = run({"--version"});
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.out.rfind("zem-report 3.1", 0), 0u);
+    // Wherever they stand, but behind the end of the options.
+    const std::string help = run({"--help"}).out;
+    EXPECT_EQ(run({"--help", _log}).out, help);
+    EXPECT_EQ(run({"-df", _log, "--help", "--nonsense"}).out, help);
+    EXPECT_EQ(run({_log, "--version"}).out, version.out);
+    EXPECT_NE(run({_log, "--", "--help"}).out, help);
 }
 
 TEST_F(ZemReportTest, LinksNoXLibrary)

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -66,6 +67,22 @@ TEST_F(CounterFolderTest, WhatAKilledRunLeftGoes)
     EXPECT_TRUE(fs::exists(_dir.path("zem-run-counters.longer1/all")));
     EXPECT_TRUE(fs::exists(_dir.path("zem-run-counters.linked")));
     EXPECT_TRUE(fs::exists(_dir.path("zem-run-counters.afile1")));
+}
+
+TEST_F(CounterFolderTest, GoesWithoutAStandardInputToo)
+{
+    const int input = dup(STDIN_FILENO);
+    close(STDIN_FILENO); // its number is the next that is given
+    {
+        CounterFolder folder;
+        ASSERT_TRUE(folder.create()) << folder.problem();
+        EXPECT_FALSE(isEmpty());
+    }
+    EXPECT_TRUE(isEmpty());
+    if (input >= 0) {
+        dup2(input, STDIN_FILENO);
+        close(input);
+    }
 }
 
 TEST_F(CounterFolderTest, SaysWhyThereIsNone)

@@ -74,6 +74,19 @@ TEST_F(RunRequestTest, PassesOnWhatTheImportTakes)
     EXPECT_EQ(command(), "make;check;");
 }
 
+TEST_F(RunRequestTest, HelpAndVersionMayStandAnywhereAmongTheOptions)
+{
+    EXPECT_EQ(read({"--each", "--help", "--nonsense"}), "");
+    EXPECT_EQ(_request._wanted, RunRequest::Help);
+    EXPECT_EQ(read({"--name", "a", "--version"}), "");
+    EXPECT_EQ(_request._wanted, RunRequest::Version);
+    EXPECT_EQ(read({"--name", "--help", "make", "--version"}), "");
+    EXPECT_EQ(_request._wanted, RunRequest::Run);
+    EXPECT_EQ(_request._name, "--help");
+    EXPECT_EQ(read({"--", "--help"}), "");
+    EXPECT_EQ(_request._wanted, RunRequest::Run);
+}
+
 TEST_F(RunRequestTest, SaysWhatIsWrong)
 {
     EXPECT_EQ(read({}), "the command to run is missing");

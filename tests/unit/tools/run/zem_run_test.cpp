@@ -194,6 +194,12 @@ TEST_F(ZemRunTest, SaysWhyThereIsNoCoverage)
     EXPECT_EQ(shell("zem-run --version >/dev/full"), 1);
     EXPECT_EQ(shell("zem-run --help"), 0);
     EXPECT_TRUE(matchesGolden("zem-run/usage.txt", _out));
+    // Among its options, wherever; behind the command the word is the command's.
+    EXPECT_EQ(shell("zem-run --name a --each --help build/sample"), 0);
+    EXPECT_TRUE(matchesGolden("zem-run/usage.txt", _out));
+    EXPECT_EQ(shell("zem-run --each --version build/sample"), 0);
+    EXPECT_EQ(_out.rfind("zem-run 3.", 0), 0u) << _out;
+    EXPECT_EQ(shell("zem-run --name --help"), 125); // a value
     EXPECT_EQ(shell("DISPLAY= zem-run --name seen --view build/sample"), 125);
     EXPECT_EQ(logs(), (Names{"sample", "seen"}));
 }

@@ -34,4 +34,15 @@ TEST(LineStartsTest, ALineTakesEightBytes)
     EXPECT_LE(starts.bytes(), Lines * 8 + 64 * 1024);
 }
 
+TEST(LineStartsTest, WhatRefersToABlockTakesMemoryToo)
+{
+    LineStarts starts;
+    for (uint32_t i = 0; i < 4096; ++i) {
+        starts.add(i);
+    }
+    EXPECT_GE(starts.bytes(), 4096u * 8 + sizeof(void*));
+    starts.add(0);
+    EXPECT_GE(starts.bytes(), 2 * (4096u * 8 + sizeof(void*)));
+}
+
 } // namespace

@@ -6,8 +6,17 @@
 #include "tests/support/StdErr.h"
 #include "tests/support/XInput.h"
 #include "tests/widget/zem/Window/MainWindowFixture.h"
+#include "zem/Buttons/CloseBtn.h"
 #include "zem/Help/HelpWindow.h"
+#include "zem/Reports/RptViewer.h"
+#include "zem/Window/AboutBtn.h"
 #include "zem/Window/ExitBtn.h"
+#include "zem/Window/HMenuBtn.h"
+#include "zem/Window/HelpBtn.h"
+#include "zem/Window/LoadBtn.h"
+#include "zem/Window/RptTpBtn.h"
+#include "zem/Window/SortBtn.h"
+#include "zem/Window/SrcBtn.h"
 
 #include <X11/IntrinsicP.h>
 #include <X11/keysym.h>
@@ -507,6 +516,23 @@ TEST_F(CommandsTest, HelpMenuShowsItsTopics)
     EXPECT_EQ(labelText("toolbar"), "On toolbar");
     EXPECT_EQ(labelText("reports"), "On reports");
     EXPECT_EQ(labelText("aboutBtn"), "About zem...");
+}
+
+TEST_F(CommandsTest, CommandsAndPartsOfTheWindowKnowTheirClasses)
+{
+    EXPECT_STREQ(AboutBtn().className(), "AboutBtn");
+    EXPECT_STREQ(CloseBtn(_window.get(), nullptr).className(), "CloseBtn");
+    EXPECT_STREQ(ExitBtn().className(), "ExitBtn");
+    EXPECT_STREQ(HMenuBtn("about", "About").className(), "HMenuBtn");
+    EXPECT_STREQ(HelpBtn(_window.get(), nullptr, nullptr).className(), "HelpBtn");
+    EXPECT_STREQ(LoadBtn().className(), "LoadBtn");
+    EXPECT_STREQ(RptTpBtn().className(), "RptTpBtn");
+    EXPECT_STREQ(SortBtn().className(), "SortBtn");
+    EXPECT_STREQ(SrcBtn().className(), "SrcBtn");
+    EXPECT_STREQ(_window->className(), "ZEMWindow");
+    EXPECT_STREQ(theReportContainer->className(), "RptArea");
+    EXPECT_STREQ(theReportContainer->rptViewer().className(), "RptViewer");
+    EXPECT_STREQ(theStatusBar->className(), "ZEMStsBar");
 }
 
 TEST_F(CommandsTest, CloseButtonHidesTheHelpUntilTheNextRequest)

@@ -56,6 +56,29 @@ TEST(ElfFileTest, FindsSectionsByName)
     }
 }
 
+TEST(ElfFileTest, FindsTheNumberOfTheBuildAmongItsNotes)
+{
+    const TempDir dir;
+    const auto note = [](uint32_t type, const std::string& owner, const std::string& content) {
+        LlvmNumbers bytes;
+        bytes.u32(owner.size()).u32(content.size()).u32(type);
+        return bytes.text(owner).align(4).text(content).align(4).bytes();
+    };
+    const std::string gnu("GNU\0", 4);
+    constexpr uint32_t noteType = 7;
+    ElfFile file;
+    ASSERT_TRUE(
+        file.open(dir.write("program", elfFile(LlvmTarget(),
+                                               {{".data", note(3, gnu, "data")},
+                                                {".large", note(3, gnu, "large") +
+                                                               note(9, gnu, std::string(5000, 'x')),
+                                                 noteType},
+                                                {".others", note(3, "GNA", "other"), noteType},
+                                                {".tag", note(1, gnu, "tag"), noteType},
+                                                {".build", note(3, gnu, "build"), noteType}}))));
+    EXPECT_EQ(file.buildId(), "build");
+}
+
 // Of more sections than the head can count, the number stands in the first of them.
 TEST(ElfFileTest, CountsSectionsOfLargeObjects)
 {

@@ -3,6 +3,7 @@
 
 #include "tests/support/StdErr.h"
 #include "tests/support/TempDir.h"
+#include "tests/unit/tools/import/LinksInFolder.h"
 #include "tests/unit/tools/import/llvm/LlvmBuilder.h"
 
 #include <algorithm>
@@ -157,6 +158,20 @@ TEST_F(LlvmImporterTest, KeepsRunsApartAndAddsThemUpWhenAsked)
     // One run has the name of the import.
     ASSERT_TRUE(import({program, _dir.path("p/one.profraw")}));
     EXPECT_EQ(_runs[0]._name, "");
+}
+
+// The objects of a build are read where there is no program: else each function came twice.
+TEST_F(LlvmImporterTest, LeavesObjectsBesideAProgram)
+{
+    write("p/program", llvmProgram(_target, files, {function("f", 1, 5)}));
+    std::string object = llvmProgram(_target, files, {function("g", 11, 6)});
+    object.replace(16, 2, LlvmNumbers().u16(1).bytes());
+    write("p/a.o", object);
+    write("p/one.profraw", rawProfile(_target, {function("f", 1, 5, {4})}));
+    ASSERT_TRUE(import({_dir.path("p")})) << _errors;
+    EXPECT_EQ(text(), "a.cc:f 1-3 {1,2,3}=4");
+    EXPECT_EQ(_losses._failedUnits, 0u);
+    EXPECT_EQ(_errors, "");
 }
 
 // Another link of the program may have them in another order.
@@ -333,6 +348,25 @@ TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasToThem)
     EXPECT_EQ(text(), "a.cc:_Z1fv 1-9 {1,2,3,4,5,8,9}=3; a.cc:_ZZ1fvENKUlvE_clEv 5-7 {5,6,7}=0");
 }
 
+// Instances of a template have the same lines, and none of them lies in another.
+TEST_F(LlvmImporterTest, LeavesTheTextOfLambdasToThemInEachInstance)
+{
+    std::vector<LlvmFunction> all;
+    for (const std::string type : {"i", "l"}) {
+        all.push_back(function("_Z1fI" + type + "EvT_", 1, 5, {all.empty() ? 3u : 4u}));
+        all.back()._mapping = plainMapping({{counterNumber(0), 1, 1, 9, 2}});
+        all.push_back(function("_ZZ1fI" + type + "EvT_ENKUlvE_clEv", 5, 7, {all.size()}));
+        all.back()._mapping = plainMapping({{counterNumber(0), 5, 10, 7, 6}});
+    }
+    const std::string program = write("program", llvmProgram(_target, files, all));
+    const std::string profile = write("x.profraw", rawProfile(_target, all));
+    ASSERT_TRUE(import({program, profile}));
+    EXPECT_EQ(text(),
+              "a.cc:_Z1fIiEvT_ 1-9 {1,2,3,4,5,8,9}=3; a.cc:_Z1fIlEvT_ 1-9 {1,2,3,4,5,8,9}=4; "
+              "a.cc:_ZZ1fIiEvT_ENKUlvE_clEv 5-7 {5,6,7}=1; "
+              "a.cc:_ZZ1fIlEvT_ENKUlvE_clEv 5-7 {5,6,7}=3");
+}
+
 // The use of a macro is a block; its text is not. What is included inside is the function's text.
 TEST_F(LlvmImporterTest, TellsMacrosFromIncludedText)
 {
@@ -475,6 +509,23 @@ TEST_F(LlvmImporterTest, SaysWhatIsMissingAndWhatToDo)
     ASSERT_TRUE(import({program, empty, profile}));
     EXPECT_EQ(_failedRuns, 1u);
     EXPECT_EQ(text(1), "a.cc:f 1-3 {1,2,3}=4");
+}
+
+// A program has any name, so that of a link which leads nowhere nobody knows what it stood for.
+TEST_F(LlvmImporterTest, WhatAFolderLacksIsCountedAndTold)
+{
+    const std::vector<LlvmFunction> all = {function("f", 1, 5, {4})};
+    addLinks(_dir, "in/a.profraw", "in/b.profraw", rawProfile(_target, all));
+    std::filesystem::create_symlink("gone", _dir.path("in/program"));
+    const std::string program = write("other", llvmProgram(_target, files, all));
+    const std::string problems = problemsOfLinks(_dir, "in", "in/b.profraw");
+    for (const bool isRun : {false, true}) {
+        const std::vector<std::string> run = {program, "--run", _dir.path("in")};
+        EXPECT_TRUE(import(isRun ? run : std::vector<std::string>{program, _dir.path("in")}));
+        EXPECT_EQ(_errors, problems);
+        EXPECT_EQ(_losses._unreadFolders, 1u);
+        EXPECT_EQ(_losses._linkedFolders, 1u);
+    }
 }
 
 TEST_F(LlvmImporterTest, KnowsItsOwnFiles)

@@ -153,6 +153,22 @@ TEST(RawProfileTest, SurvivesEveryCutAndEveryByte)
     }
 }
 
+TEST(RawProfileTest, RefusesNumbersOfBuildsThatEndInTheirSize)
+{
+    LlvmTarget target;
+    target._rawVersion = 7;
+    target._buildId = "0123456789abcde";
+    const std::string whole = rawProfile(target, functions);
+    const size_t ids = whole.find(target._buildId) - 8;
+    for (size_t left = 1; left < 8; ++left) {
+        std::string bytes = whole;
+        bytes.replace(16, 8, LlvmNumbers().u64(8 + 15 + left).bytes());
+        bytes.insert(ids + 8 + 15, std::string(left, '\0'));
+        RawProfile profile;
+        EXPECT_EQ(profile.read(bytes, {}), RawProfile::Damaged) << left;
+    }
+}
+
 // Records that claim the same counters again and again would take time beyond all proportion.
 TEST(RawProfileTest, RefusesRecordsThatOverlap)
 {
