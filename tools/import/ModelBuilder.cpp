@@ -241,6 +241,9 @@ void endBodies(const std::vector<FunctionCopy*>& order)
             copy._endLine =
                 line._file == copy._file ? std::max(copy._endLine, line._line) : copy._endLine;
         }
+        for (const CovLine& line : copy._ownLines) {
+            copy._endLine = std::max(copy._endLine, line._line);
+        }
     }
 }
 
