@@ -35,6 +35,9 @@ FaultEnvironment::FaultEnvironment(const Fault& fault, const std::string& counts
     if (fault.ownOnly) {
         _variables["ZEM_FAULT_OWN"] = "1";
     }
+    if (!fault.file.empty()) {
+        _variables["ZEM_FAULT_FILE"] = fault.file;
+    }
     nFaults += fault.at > 0 ? 1 : 0;
     for (const auto& variable : _variables) {
         setenv(variable.first.c_str(), variable.second.c_str(), 1);

@@ -14,9 +14,10 @@ struct Fault
 {
     std::string call;         // open, read, write, seek, close, sync, rename, readdir, malloc
     long at = 0;              // from 1; 0 lets all pass
-    std::string how = "fail"; // or last, short, kill
+    std::string how = "fail"; // or last, short, kill, touch
     int reason = EIO;
     bool ownOnly = false; // allocations of the program's own code and the C++ library only
+    std::string file{};   // when set, only what opens or reads it
 
     // For messages.
     std::string text() const;

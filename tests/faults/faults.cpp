@@ -7,8 +7,11 @@
 //                     for all functions of its kind
 //   ZEM_FAULT_AT      which call, from 1; 0 lets all pass
 //   ZEM_FAULT_HOW     fail (the default), last (this call and all behind it fail), short (half the
-//                     bytes are read or written), kill (the program is killed before the call)
+//                     bytes are read or written), kill (the program is killed before the call),
+//                     touch (the file that is read is written to before this
+//                     call and all behind it)
 //   ZEM_FAULT_ERRNO   the reason that a call that fails gives; EIO by default
+//   ZEM_FAULT_FILE    when set, only calls that open or read this file are counted and fail
 //   ZEM_FAULT_OWN     when set, only allocations of the program's own code and of the C++ library
 //                     are counted and fail, not those of other libraries
 //   ZEM_FAULT_COUNTS  a file that gets a line "CALL NUMBER" for each kind when the program ends
@@ -26,6 +29,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -46,12 +50,12 @@ enum Call { Open, Read, Write, Seek, Close, Sync, Rename, Readdir, Malloc, NCall
 const char* const callNames[NCalls] = {"open", "read",   "write",   "seek",  "close",
                                        "sync", "rename", "readdir", "malloc"};
 
-enum How { Fail, Last, Short, Kill };
-const char* const howNames[] = {"fail", "last", "short", "kill"};
+enum How { Fail, Last, Short, Kill, Touch, NHows };
+const char* const howNames[NHows] = {"fail", "last", "short", "kill", "touch"};
 
-const char* const names[] = {"LD_PRELOAD",      "ZEM_FAULT_CALL",  "ZEM_FAULT_AT",
-                             "ZEM_FAULT_HOW",   "ZEM_FAULT_ERRNO", "ZEM_FAULT_OWN",
-                             "ZEM_FAULT_COUNTS"};
+const char* const names[] = {"LD_PRELOAD",       "ZEM_FAULT_CALL",  "ZEM_FAULT_AT",
+                             "ZEM_FAULT_HOW",    "ZEM_FAULT_ERRNO", "ZEM_FAULT_OWN",
+                             "ZEM_FAULT_COUNTS", "ZEM_FAULT_FILE"};
 
 enum Verdict { Pass, Break, Halve };
 
@@ -63,6 +67,7 @@ How chosenHow = Fail;
 int chosenReason = EIO;
 bool takesOwnOnly = false;
 char countsFile[4096];
+char chosenFile[4096]; // empty for any
 
 // Code of the program and of the C++ library.
 struct Range
@@ -81,7 +86,7 @@ Verdict ask(Call call)
     }
     const long number = ++counts[call];
     if (call != chosenCall || chosenAt == 0 || number < chosenAt ||
-        (number > chosenAt && chosenHow != Last)) {
+        (number > chosenAt && chosenHow != Last && chosenHow != Touch)) {
         return Pass;
     }
     if (chosenHow == Kill) {
@@ -92,6 +97,31 @@ Verdict ask(Call call)
     }
     errno = chosenReason;
     return Break;
+}
+
+// The same for a file that is to be opened.
+Verdict askFor(const char* path)
+{
+    return chosenFile[0] == '\0' || std::strcmp(path, chosenFile) == 0 ? ask(Open) : Pass;
+}
+
+// The same for one that is to be read.
+Verdict askToRead(int fd)
+{
+    if (chosenFile[0] != '\0') {
+        char name[64];
+        char path[sizeof chosenFile] = "";
+        std::snprintf(name, sizeof name, "/proc/self/fd/%d", fd);
+        if (readlink(name, path, sizeof path - 1) < 0 || std::strcmp(path, chosenFile) != 0) {
+            return Pass;
+        }
+    }
+    const Verdict verdict = ask(Read);
+    if (verdict == Break && chosenHow == Touch) {
+        futimens(fd, nullptr);
+        return Pass;
+    }
+    return verdict;
 }
 
 // The same for an allocation that was asked for from `caller`.
@@ -142,7 +172,7 @@ __attribute__((constructor)) void start()
     chosenCall = indexOf(getenv("ZEM_FAULT_CALL"), callNames, NCalls);
     const char* at = getenv("ZEM_FAULT_AT");
     chosenAt = at != nullptr ? std::atol(at) : 0;
-    const int how = indexOf(getenv("ZEM_FAULT_HOW"), howNames, 4);
+    const int how = indexOf(getenv("ZEM_FAULT_HOW"), howNames, NHows);
     chosenHow = how < 0 ? Fail : static_cast<How>(how);
     const char* reason = getenv("ZEM_FAULT_ERRNO");
     chosenReason = reason != nullptr ? std::atoi(reason) : EIO;
@@ -150,6 +180,8 @@ __attribute__((constructor)) void start()
     if (file != nullptr) {
         std::snprintf(countsFile, sizeof countsFile, "%s", file);
     }
+    file = getenv("ZEM_FAULT_FILE");
+    std::snprintf(chosenFile, sizeof chosenFile, "%s", file != nullptr ? file : "");
     takesOwnOnly = getenv("ZEM_FAULT_OWN") != nullptr;
     dl_iterate_phdr(noteOwnCode, nullptr);
     for (const char* name : names) {
@@ -190,8 +222,9 @@ int open(const char* path, int flags, ...)
     va_start(more, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : 0;
     va_end(more);
-    return ask(Open) == Break ? -1
-                              : reinterpret_cast<decltype(&open)>(next("open"))(path, flags, mode);
+    return askFor(path) == Break
+               ? -1
+               : reinterpret_cast<decltype(&open)>(next("open"))(path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...)
@@ -200,27 +233,28 @@ int open64(const char* path, int flags, ...)
     va_start(more, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : 0;
     va_end(more);
-    return ask(Open) == Break
+    return askFor(path) == Break
                ? -1
                : reinterpret_cast<decltype(&open64)>(next("open64"))(path, flags, mode);
 }
 
 FILE* fopen(const char* path, const char* mode)
 {
-    return ask(Open) == Break ? nullptr
-                              : reinterpret_cast<decltype(&fopen)>(next("fopen"))(path, mode);
+    return askFor(path) == Break ? nullptr
+                                 : reinterpret_cast<decltype(&fopen)>(next("fopen"))(path, mode);
 }
 
 FILE* fopen64(const char* path, const char* mode)
 {
-    return ask(Open) == Break ? nullptr
-                              : reinterpret_cast<decltype(&fopen64)>(next("fopen64"))(path, mode);
+    return askFor(path) == Break
+               ? nullptr
+               : reinterpret_cast<decltype(&fopen64)>(next("fopen64"))(path, mode);
 }
 
 DIR* opendir(const char* path)
 {
-    return ask(Open) == Break ? nullptr
-                              : reinterpret_cast<decltype(&opendir)>(next("opendir"))(path);
+    return askFor(path) == Break ? nullptr
+                                 : reinterpret_cast<decltype(&opendir)>(next("opendir"))(path);
 }
 
 struct dirent* readdir(DIR* folder)
@@ -238,7 +272,7 @@ struct dirent64* readdir64(DIR* folder)
 
 ssize_t read(int fd, void* bytes, size_t size)
 {
-    const Verdict verdict = ask(Read);
+    const Verdict verdict = askToRead(fd);
     return verdict == Break
                ? -1
                : reinterpret_cast<decltype(&read)>(next("read"))(fd, bytes, part(verdict, size));
@@ -246,7 +280,7 @@ ssize_t read(int fd, void* bytes, size_t size)
 
 ssize_t pread(int fd, void* bytes, size_t size, off_t at)
 {
-    const Verdict verdict = ask(Read);
+    const Verdict verdict = askToRead(fd);
     return verdict == Break ? -1
                             : reinterpret_cast<decltype(&pread)>(next("pread"))(
                                   fd, bytes, part(verdict, size), at);
@@ -254,7 +288,7 @@ ssize_t pread(int fd, void* bytes, size_t size, off_t at)
 
 ssize_t pread64(int fd, void* bytes, size_t size, off64_t at)
 {
-    const Verdict verdict = ask(Read);
+    const Verdict verdict = askToRead(fd);
     return verdict == Break ? -1
                             : reinterpret_cast<decltype(&pread64)>(next("pread64"))(
                                   fd, bytes, part(verdict, size), at);

@@ -19,10 +19,10 @@ bool fail(const std::string& problem)
     return false;
 }
 
-bool isDocument(const std::string& path)
+bool isDocument(const std::string& path, std::string& problem)
 {
     constexpr size_t HeadSize = 4096;
-    return headOf(path, HeadSize).find("<coverage") != std::string::npos;
+    return headOf(path, HeadSize, problem).find("<coverage") != std::string::npos;
 }
 
 } // namespace
@@ -44,7 +44,8 @@ void CoberturaImporter::usage(std::ostream& out) const
 
 bool CoberturaImporter::recognises(const char* path) const
 {
-    return isDocument(path);
+    std::string ignored;
+    return isDocument(path, ignored);
 }
 
 bool CoberturaImporter::findDocuments(std::vector<std::string>& paths, ImportLosses& losses) const
@@ -58,8 +59,11 @@ bool CoberturaImporter::findDocuments(std::vector<std::string>& paths, ImportLos
         for (; file < files.paths().size(); ++file) {
             const std::string& path = files.paths()[file];
             // Folders hold other XML, too.
-            if (path == word || isDocument(path)) {
+            std::string problem;
+            if (path == word || isDocument(path, problem)) {
                 paths.push_back(path);
+            } else if (!problem.empty()) { // it may have been one
+                files.problems().addUnread(path + ": " + problem);
             }
         }
         if (isThere && paths.size() == before) {

@@ -5,10 +5,17 @@
 
 std::string headOf(const std::string& path, size_t size)
 {
+    std::string ignored;
+    return headOf(path, size, ignored);
+}
+
+std::string headOf(const std::string& path, size_t size, std::string& problem)
+{
     std::string head(size, '\0');
     InputStream input;
     size_t got = 0;
     if (!input.open(path) || !input.read(&head[0], size, got)) {
+        problem = input.problem();
         return std::string();
     }
     head.resize(got);

@@ -353,7 +353,7 @@ TEST_F(ZemRunTest, EachTestOfCtestHasALogNamedAfterIt)
 TEST_F(ZemRunTest, WhatCtestPrintsOfItsFolderIsTheBuildsOnATerminalToo)
 {
     _dir.write("bin/ctest", "#!/bin/sh\n"
-                            "case \"$*\" in *-N*) echo Test project /the/build; exit;; esac\n"
+                            "case \" $* \" in *' -N '*) echo Test project /the/build; exit;; esac\n"
                             "cd \"$2\" && echo in $(pwd -P)/log\n"
                             "echo also in $(pwd -P) >&2\n"
                             "test -t 1 && test -t 2 && echo shown; true\n");

@@ -298,12 +298,14 @@ TEST_F(ZEMRepositoryTest, RecordsOfUnknownTagsDoNotFit)
 TEST_F(ZEMRepositoryTest, AMapThatTellsAnythingElseOfAFunctionDoesNotFit)
 {
     const MapFunc first = func("f", 2);
-    std::vector<MapFunc> others(5, first);
+    std::vector<MapFunc> others(7, first);
     others[0].name = "g";
     others[1].startLine = 2;
     others[2].endLine = 91;
     others[3].blocks[1] = {2, 3};
     others[4].blocks[1] = {1, 2};
+    others[5].blocks.push_back({3, 3});
+    others[6].blocks.pop_back();
     ASSERT_EQ(_repository.processMapFile(map("a.map", {{"src/a.c", {first}}}).c_str()), 0);
     for (size_t i = 0; i < others.size(); ++i) {
         const std::string path = map(std::to_string(i) + ".map", {{"src/a.c", {others[i]}}});
