@@ -77,8 +77,7 @@ private:
     void giveToCarrier(LineUse& use, const Widths& around) const;
     void numberLines();
     void addBlocks(uint32_t function);
-    size_t addBlock(uint32_t function, size_t first);
-    void addOwnLine(uint32_t line, uint32_t value);
+    const CovLine* addBlock(uint32_t function, const CovLine* line, const CovLine* end);
     void addOthers();
 
     CovFile& _file;
@@ -88,8 +87,6 @@ private:
     bool _isAnyShared = false;
     std::vector<CovBlock> _blocks; // of the function at hand
     std::vector<OtherUse> _others;
-    bool _isGrowing = false;  // the last of _blocks may get more lines
-    uint32_t _nextPlace = 0;  // of the line that it would get
     uint32_t _firstValue = 0; // of the function at hand
     uint64_t _pastLastLine = 0;
 };
@@ -200,56 +197,49 @@ void FileArranger::numberLines()
     }
 }
 
-// Adds a line that the function shows to its last block, or a block for it.
-void FileArranger::addOwnLine(uint32_t line, uint32_t value)
+// Adds what shows the basic block whose lines begin at `line`. Returns where those of the next one
+// begin.
+const CovLine* FileArranger::addBlock(uint32_t function, const CovLine* line, const CovLine* end)
 {
-    const LineUse& use = _uses[line];
-    const auto shown = static_cast<uint16_t>(line);
-    if (_isGrowing && !use._hasSeveral && use._place == _nextPlace) {
-        _blocks.back()._stopLine = shown;
-    } else {
-        _blocks.push_back({shown, shown, value});
-        _isGrowing = !use._hasSeveral;
-    }
-    _nextPlace = use._place + 1;
-}
-
-// Returns where the lines of the next block begin.
-size_t FileArranger::addBlock(uint32_t function, size_t first)
-{
-    const std::vector<CovLine>& lines = _functions[function]._lines;
-    const uint32_t block = lines[first]._block;
+    const uint32_t block = line->_block;
     const uint32_t value = _firstValue + block;
     bool isOutside = false; // it has lines that it cannot show
-    _isGrowing = false;
-    size_t next = first;
-    for (; next < lines.size() && lines[next]._block == block; ++next) {
-        const uint32_t line = lines[next]._line;
-        if (line > GreatestBlockLine) {
+    bool isGrowing = false; // the last of _blocks is a stretch
+    uint32_t nextPlace = 0; // of the line that it may get, too
+    for (; line != end && line->_block == block; ++line) {
+        if (line->_line > GreatestBlockLine) {
             isOutside = true;
             continue;
         }
-        const LineUse& use = _uses[line];
+        const LineUse& use = _uses[line->_line];
         if (use._isShared && use._function != function) {
-            _others.push_back({line, use._isCarried ? function : 0, value, function});
+            _others.push_back({line->_line, use._isCarried ? function : 0, value, function});
             isOutside = true;
             continue;
         }
-        addOwnLine(line, value);
+        const auto shown = static_cast<uint16_t>(line->_line);
+        if (isGrowing && !use._hasSeveral && use._place == nextPlace) {
+            _blocks.back()._stopLine = shown;
+        } else {
+            _blocks.push_back({shown, shown, value});
+            isGrowing = !use._hasSeveral;
+        }
+        nextPlace = use._place + 1;
     }
     if (isOutside) {
         _blocks.push_back({0, 0, value});
-        _pastLastLine += lines[next - 1]._line > GreatestBlockLine ? 1 : 0;
+        _pastLastLine += line[-1]._line > GreatestBlockLine ? 1 : 0;
     }
-    return next;
+    return line;
 }
 
 void FileArranger::addBlocks(uint32_t function)
 {
     CovFunction& entry = _functions[function];
     _blocks.clear();
-    for (size_t line = 0; line < entry._lines.size();) {
-        line = addBlock(function, line);
+    const CovLine* const end = entry._lines.data() + entry._lines.size();
+    for (const CovLine* line = entry._lines.data(); line != end;) {
+        line = addBlock(function, line, end);
     }
     entry._blocks.assign(_blocks.begin(), _blocks.end());
     _firstValue += entry._nBasicBlocks;

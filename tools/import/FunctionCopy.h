@@ -4,6 +4,8 @@
 // counts them. Importers make copies; ModelBuilder unites those of one place in the source.
 #pragma once
 
+#include "tools/common/CoverageModel.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -44,4 +46,19 @@ struct FunctionCopy
     // share counts.
     uint32_t _firstCount = 0;
     std::vector<CopyLine> _lines; // sorted, each once
+    // Instead of _lines, when all are in `_file`: they take less memory, and nearly always become
+    // the lines of a function of the model as they are.
+    std::vector<CovLine> _ownLines;
+
+    bool hasLines() const { return !_lines.empty() || !_ownLines.empty(); }
+
+    // Makes _lines of _ownLines.
+    void spreadLines()
+    {
+        _lines.reserve(_lines.size() + _ownLines.size());
+        for (const CovLine& line : _ownLines) {
+            _lines.push_back({line._block, _file, line._line});
+        }
+        std::vector<CovLine>().swap(_ownLines);
+    }
 };

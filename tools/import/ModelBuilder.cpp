@@ -184,6 +184,7 @@ public:
     {}
 
     void makePlaces(unsigned int nThreads);
+    void findPlain();
     void findOwners();
     void findTwoBuilds(ImportLosses& losses) const;
     // May be called for different places at once.
@@ -203,7 +204,7 @@ private:
     Destination destinationOf(const Place& place, const CopyLine& line) const;
     bool isPlain(const Place& place) const;
     void splitCopy(Place& place, FunctionCopy& copy) const;
-    void fillPlainSums(const FunctionCopy& copy, CovFunction& function) const;
+    void numberBlocks(const FunctionCopy& copy, CovFunction& function) const;
     void fillPlain(Place& place, CovFunction& function) const;
     void unite(Place& place, CovFunction& function) const;
     uint32_t countOf(const FunctionCopy& copy, uint32_t block) const;
@@ -240,6 +241,9 @@ void endBodies(const std::vector<FunctionCopy*>& order)
         for (const CopyLine& line : copy._lines) {
             copy._endLine =
                 line._file == copy._file ? std::max(copy._endLine, line._line) : copy._endLine;
+        }
+        for (const CovLine& line : copy._ownLines) {
+            copy._endLine = std::max(copy._endLine, line._line);
         }
     }
 }
@@ -393,13 +397,22 @@ void ModelBuilder::makePlaces(unsigned int nThreads)
     }
 }
 
-// Finds the places that are plain, and who has the lines of the files that the others have lines
-// in.
+// Finds the places that are plain. The copies of the others have all lines in one form afterwards.
+void ModelBuilder::findPlain()
+{
+    for (Place& place : _places) {
+        place._isPlain = isPlain(place);
+        for (size_t i = 0; i < place._nCopies && !place._isPlain; ++i) {
+            place._copies[i]->spreadLines();
+        }
+    }
+}
+
+// Finds who has the lines of the files that places which are not plain have lines in.
 void ModelBuilder::findOwners()
 {
     std::vector<bool> isAsked(_paths.size());
     for (Place& place : _places) {
-        place._isPlain = isPlain(place);
         for (size_t i = 0; i < place._nCopies && !place._isPlain; ++i) {
             for (const CopyLine& line : place._copies[i]->_lines) {
                 isAsked[line._file] = true;
@@ -454,10 +467,12 @@ bool ModelBuilder::isPlain(const Place& place) const
     if (place._nCopies != 1 || place._copies[0]->_isHidden) {
         return false;
     }
-    const std::vector<CopyLine>& lines = place._copies[0]->_lines;
-    return std::all_of(lines.begin(), lines.end(), [&place](const CopyLine& line) {
-        return line._file == place._file && place.holds(line._line);
-    });
+    const FunctionCopy& copy = *place._copies[0];
+    return std::all_of(copy._ownLines.begin(), copy._ownLines.end(),
+                       [&place](const CovLine& line) { return place.holds(line._line); }) &&
+           std::all_of(copy._lines.begin(), copy._lines.end(), [&place](const CopyLine& line) {
+               return line._file == place._file && place.holds(line._line);
+           });
 }
 
 // Sorts the lines of a copy out. Blocks are numbered again in each piece.
@@ -589,43 +604,61 @@ void ModelBuilder::distribute()
     }
 }
 
-// Gives a plain function its counts. REQUIRES: it has lines.
-void ModelBuilder::fillPlainSums(const FunctionCopy& copy, CovFunction& function) const
+// Whether the blocks of lines are all from that of the first to that of the last one.
+bool isWithoutHoles(const std::vector<CovLine>& lines)
 {
-    const uint32_t first = copy._lines.front()._block;
-    const uint32_t last = copy._lines.back()._block;
-    function._firstCount = countOf(copy, first);
-    (void)countOf(copy, last);
-    if (last - first + 1 == function._nBasicBlocks) {
-        return;
-    }
-    function._sums.reserve(function._nBasicBlocks);
-    for (size_t i = 0; i < copy._lines.size(); ++i) {
-        if (function._sums.size() == function._lines[i]._block) {
-            function._sums.push_back(CovTerm::alone(countOf(copy, copy._lines[i]._block)));
+    for (size_t i = 1; i < lines.size(); ++i) {
+        if (lines[i]._block - lines[i - 1]._block > 1) {
+            return false;
         }
     }
+    return true;
 }
 
-// Makes the function of a plain place: its copy. Blocks are numbered again, those without lines
-// left out.
+// Gives a plain function its counts and numbers its blocks again, those without lines left out.
+// REQUIRES: it has lines, with the blocks of the copy.
+void ModelBuilder::numberBlocks(const FunctionCopy& copy, CovFunction& function) const
+{
+    std::vector<CovLine>& lines = function._lines;
+    const uint32_t first = lines.front()._block;
+    const uint32_t last = lines.back()._block;
+    function._firstCount = countOf(copy, first);
+    (void)countOf(copy, last);
+    if (isWithoutHoles(lines)) {
+        function._nBasicBlocks = last - first + 1;
+        for (size_t i = 0; i < lines.size() && first != 0; ++i) {
+            lines[i]._block -= first;
+        }
+        return;
+    }
+    uint32_t before = 0;
+    for (CovLine& line : lines) {
+        if (function._nBasicBlocks == 0 || line._block != before) {
+            before = line._block;
+            function._sums.push_back(CovTerm::alone(countOf(copy, before)));
+            ++function._nBasicBlocks;
+        }
+        line._block = function._nBasicBlocks - 1;
+    }
+    function._sums.shrink_to_fit();
+}
+
+// Makes the function of a plain place: its copy, whose lines it takes.
 void ModelBuilder::fillPlain(Place& place, CovFunction& function) const
 {
     FunctionCopy& copy = *place._copies[0];
     function._symbols.push_back(std::move(copy._symbol));
-    function._lines.reserve(copy._lines.size());
-    uint32_t before = 0;
-    for (const CopyLine& line : copy._lines) {
-        if (function._nBasicBlocks == 0 || line._block != before) {
-            before = line._block;
-            ++function._nBasicBlocks;
-        }
-        function._lines.push_back({function._nBasicBlocks - 1, line._line});
-    }
+    function._lines.swap(copy._ownLines);
     if (!copy._lines.empty()) {
-        fillPlainSums(copy, function);
+        function._lines.reserve(copy._lines.size());
+        for (const CopyLine& line : copy._lines) {
+            function._lines.push_back({line._block, line._line});
+        }
+        std::vector<CopyLine>().swap(copy._lines);
     }
-    std::vector<CopyLine>().swap(copy._lines);
+    if (!function._lines.empty()) {
+        numberBlocks(copy, function);
+    }
 }
 
 void ModelBuilder::unite(Place& place, CovFunction& function) const
@@ -642,6 +675,7 @@ void ModelBuilder::unite(Place& place, CovFunction& function) const
     std::vector<Piece> pieces;
     if (place._isPlain) { // others have pieces for it
         pieces.swap(place._pieces);
+        place._copies[0]->spreadLines();
         splitCopy(place, *place._copies[0]);
         std::move(pieces.begin(), pieces.end(), std::back_inserter(place._pieces));
     }
@@ -724,6 +758,7 @@ void buildModel(ImportedBuild& build, bool keepsInstances, unsigned int nThreads
     model._isBoolean = build._isBoolean;
     ModelBuilder builder(build, keepsInstances);
     builder.makePlaces(nThreads);
+    builder.findPlain();
     builder.findTwoBuilds(losses);
     builder.findOwners();
     SplitJob splitting(builder);

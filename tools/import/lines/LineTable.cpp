@@ -250,18 +250,18 @@ void LineTable::FileBuild::makeCopies()
     for (size_t i = 0; i < sizes.size(); ++i) {
         _copies[i]._file = _file._number;
         _copies[i]._firstCount = place;
-        _copies[i]._lines.reserve(sizes[i]);
+        _copies[i]._ownLines.reserve(sizes[i]);
         place += sizes[i];
     }
     const bool isInOrder = std::is_sorted(_owners.begin(), _owners.end());
     _file._place.resize(isInOrder ? 0 : _owners.size());
     for (size_t i = 0; i < _owners.size(); ++i) {
         FunctionCopy& copy = _copies[_owners[i]];
-        const auto block = static_cast<uint32_t>(copy._lines.size());
+        const auto block = static_cast<uint32_t>(copy._ownLines.size());
         if (!isInOrder) {
             _file._place[i] = copy._firstCount + block;
         }
-        copy._lines.push_back({block, _file._number, _file._lines[i]});
+        copy._ownLines.push_back({block, _file._lines[i]});
     }
 }
 
@@ -291,7 +291,7 @@ void LineTable::FileBuild::nameCopies()
         copy._symbol.assign(function._name, function._size);
         copy._startLine = function._first;
         copy._endLine = function._last;
-        if (!copy._lines.empty()) {
+        if (copy.hasLines()) {
             owner = &function;
             ownerName.clear();
         } else if (owner == nullptr || !isInstance(*owner, ownerName, function)) {
@@ -299,14 +299,14 @@ void LineTable::FileBuild::nameCopies()
         }
     }
     FunctionCopy& rest = _copies.back();
-    if (rest._lines.empty()) {
+    if (!rest.hasLines()) {
         _copies.pop_back();
         return;
     }
-    _losses._linesOutsideFunctions += rest._lines.size();
+    _losses._linesOutsideFunctions += rest._ownLines.size();
     rest._symbol = _file._path.substr(_file._path.rfind('/') + 1);
-    rest._startLine = rest._lines.front()._line;
-    rest._endLine = rest._lines.back()._line;
+    rest._startLine = rest._ownLines.front()._line;
+    rest._endLine = rest._ownLines.back()._line;
 }
 
 void LineTable::FileBuild::run()

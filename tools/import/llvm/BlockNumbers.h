@@ -20,10 +20,7 @@ public:
     // The counter of each block. REQUIRES: number() has run.
     const std::vector<uint32_t>& counters() const { return _counters; }
     // The block of a counter. REQUIRES: it was added, and number() has run.
-    uint32_t of(uint32_t counter) const
-    {
-        return _isDense ? _numbers[counter] : search(counter);
-    }
+    uint32_t of(uint32_t counter) const { return _isDense ? _numbers[counter] : search(counter); }
 
 private:
     uint32_t search(uint32_t counter) const;

@@ -121,6 +121,22 @@ void sortLines(const std::vector<CopyLine>& lines, size_t nBlocks, std::vector<s
     result.erase(std::unique(result.begin(), result.end()), result.end());
 }
 
+// Gives a copy its lines, with no more memory than they take.
+void setLines(const std::vector<CopyLine>& lines, FunctionCopy& copy)
+{
+    const bool isOwn = std::all_of(lines.begin(), lines.end(), [&copy](const CopyLine& line) {
+        return line._file == copy._file;
+    });
+    if (!isOwn) {
+        copy._lines.assign(lines.begin(), lines.end());
+        return;
+    }
+    copy._ownLines.reserve(lines.size());
+    for (const CopyLine& line : lines) {
+        copy._ownLines.push_back({line._block, line._line});
+    }
+}
+
 std::string absoluteName(const std::string& name)
 {
     return absolutePath(std::string(), name);
@@ -414,7 +430,8 @@ void CoverageBuild::make(const Entry& entry, ImportedBuild& build, Scratch& scra
     copy._endLine = lineOf(entry._range.second);
     copy._endColumn = columnOf(entry._range.second);
     findLines(entry, build, scratch, made);
-    sortLines(scratch._lines, blocks.counters().size(), scratch._ends, copy._lines);
+    sortLines(scratch._lines, blocks.counters().size(), scratch._ends, scratch._sorted);
+    setLines(scratch._sorted, copy);
 }
 
 // Adds the lines of all files of the function itself.

@@ -87,7 +87,8 @@ private:
         BlockNumbers _blocks;
         CountPlan::Function _plan;
         RegionLines _regions;
-        std::vector<CopyLine> _lines;
+        std::vector<CopyLine> _lines;       // file by file
+        std::vector<CopyLine> _sorted;      // the same by block
         std::vector<size_t> _ends;          // of the lines of each block
         const std::string* _file = nullptr; // that was looked up last
         SourceNumber _source;

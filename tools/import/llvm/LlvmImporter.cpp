@@ -39,25 +39,26 @@ bool complain(const std::string& path, const std::string& problem)
     return false;
 }
 
+// What `bytes` held goes. Their memory is used again as it is: for profiles of one program, one
+// after the other, none of it is filled with zeros first.
 // Returns false with a line on the standard error stream.
 bool readAll(const std::string& path, std::string& bytes)
 {
     InputFile file;
-    bytes.clear();
-    if (!file.openToWatch(path)) {
+    std::string head;
+    if (!file.openToWatch(path) || !file.append(head, RawProfile::HeadSize)) {
         return complain(path, file.problem());
     }
-    if (!file.append(bytes, RawProfile::HeadSize)) {
-        return complain(path, file.problem());
-    }
-    if (!bytes.empty() && !RawProfile::isRaw(bytes.data(), bytes.size())) {
+    if (!head.empty() && !RawProfile::isRaw(head.data(), head.size())) {
+        bytes.swap(head);
         return true; // whatever it is, its end is not wanted
     }
     if (file.size() > LargestProfile) {
         return complain(path, "is larger than " + std::to_string(LargestProfile >> 30) +
                                   " GiB: no raw profile of one run is");
     }
-    return (file.append(bytes, static_cast<size_t>(file.size())) && file.isUnchanged()) ||
+    bytes.resize(static_cast<size_t>(file.size()));
+    return (file.fill(0, bytes.size(), &bytes[0]) && file.isUnchanged()) ||
            complain(path, file.problem());
 }
 

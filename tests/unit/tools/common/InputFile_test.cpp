@@ -31,6 +31,23 @@ TEST_F(InputFileTest, GivesItsBytesInPieces)
     EXPECT_EQ(_file.problem(), "");
 }
 
+TEST_F(InputFileTest, GivesItsBytesToAPlaceThatHasRoom)
+{
+    ASSERT_TRUE(_file.open(_dir.write("a", "one two")));
+    char bytes[8] = "-------";
+    size_t got = 0;
+    ASSERT_TRUE(_file.next(bytes, 3, got));
+    EXPECT_EQ(got, 3u);
+    EXPECT_STREQ(bytes, "one----");
+    ASSERT_TRUE(_file.append(_bytes, 1)); // both go on in one place
+    ASSERT_TRUE(_file.next(bytes, 7, got));
+    EXPECT_EQ(got, 3u);
+    EXPECT_STREQ(bytes, "two----");
+    EXPECT_EQ(_file.position(), 7u);
+    ASSERT_TRUE(_file.next(bytes, 7, got));
+    EXPECT_EQ(got, 0u);
+}
+
 TEST_F(InputFileTest, FileThatIsNotThereHasTheSystemsReason)
 {
     EXPECT_FALSE(_file.open(_dir.path("none")));

@@ -41,6 +41,9 @@ ImportedText::ImportedText(Importer& importer)
     filter.keepSystem();
     ImportedBuild build(filter);
     _isRead = importer.readBuild(build, _losses, 2);
+    for (FunctionCopy& copy : build._copies) {
+        copy.spreadLines();
+    }
     Lines all;
     for (size_t i = 0; _isRead && i < importer.runs(); ++i) {
         ImportedRun run;

@@ -43,10 +43,35 @@ protected:
     }
 
     // Each function as "path symbols start-end: lines=hits ..." with a comma between the lines of
-    // a block, sorted.
+    // a block, sorted. The form that copies have their lines in makes no difference.
     std::string build(bool keepsInstances = false)
     {
-        CoverageModel model = buildFrom(_copies, keepsInstances, 2);
+        const std::string all = rowsOf(buildFrom(_copies, keepsInstances, 2));
+        const ImportLosses losses = _losses;
+        EXPECT_EQ(rowsOf(buildFrom(withOwnLines(_copies), keepsInstances, 2)), all);
+        _losses = losses;
+        return all;
+    }
+
+    // The same copies, with their lines where they take less memory, as far as they can.
+    static std::vector<FunctionCopy> withOwnLines(std::vector<FunctionCopy> copies)
+    {
+        for (FunctionCopy& copy : copies) {
+            const bool isOwn =
+                std::all_of(copy._lines.begin(), copy._lines.end(),
+                            [&copy](const CopyLine& line) { return line._file == copy._file; });
+            for (const CopyLine& line : copy._lines) {
+                if (isOwn) {
+                    copy._ownLines.push_back({line._block, line._line});
+                }
+            }
+            copy._lines.resize(isOwn ? 0 : copy._lines.size());
+        }
+        return copies;
+    }
+
+    std::string rowsOf(const CoverageModel& model) const
+    {
         std::vector<std::string> rows;
         for (const CovFile& file : model._files) {
             for (const CovFunction& function : file._functions) {
@@ -125,6 +150,16 @@ protected:
     std::vector<int64_t> _counts; // of a run
     ImportLosses _losses;
 };
+
+TEST_F(ModelBuilderTest, BlocksWithoutLinesAreLeftOut)
+{
+    add(A, "f", 1, 9, {{{}, 5}, {{1, 2}, 3}, {{4}, 7}, {{}, 6}});
+    add(A, "g", 11, 19, {{{11}, 5}, {{}, 3}, {{14, 15}, 7}});
+    EXPECT_EQ(build(), "/a.cc f 1-9: 1,2=3 4=7\n/a.cc g 11-19: 11=5 14,15=7\n");
+    for (const CovFunction& function : buildFrom(_copies, false, 1)._files[0]._functions) {
+        EXPECT_EQ(function._nBasicBlocks, 2u);
+    }
+}
 
 TEST_F(ModelBuilderTest, EqualCopiesAreAddedUpBlockForBlock)
 {

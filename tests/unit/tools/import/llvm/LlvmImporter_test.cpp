@@ -60,6 +60,9 @@ protected:
         _failedRuns = 0;
         const StdErr errors;
         const bool isRead = _importer->readBuild(*_build, _losses, 2);
+        for (FunctionCopy& copy : _build->_copies) {
+            copy.spreadLines();
+        }
         for (size_t run = 0; isRead && run < _importer->runs(); ++run) {
             _runs.emplace_back();
             _failedRuns += _importer->readRun(run, _runs.back(), _losses, 2) ? 0 : 1;
