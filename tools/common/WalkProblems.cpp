@@ -25,6 +25,11 @@ void WalkProblems::addUnread(const std::string& problem)
     ++_unread;
 }
 
+void WalkProblems::addUnread(const std::string& path, const std::string& reason)
+{
+    addUnread(path + ": " + reason);
+}
+
 uint64_t WalkProblems::findLinkedFolders()
 {
     uint64_t result = 0;

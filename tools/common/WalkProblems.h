@@ -27,6 +27,7 @@ public:
 
     // The same of something that could not be read, which is counted.
     void addUnread(const std::string& problem);
+    void addUnread(const std::string& path, const std::string& reason);
 
     // How many folders, links and files could not be read.
     uint64_t unread() const { return _unread; }

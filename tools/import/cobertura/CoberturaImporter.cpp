@@ -63,7 +63,7 @@ bool CoberturaImporter::findDocuments(std::vector<std::string>& paths, ImportLos
             if (path == word || isDocument(path, problem)) {
                 paths.push_back(path);
             } else if (!problem.empty()) { // it may have been one
-                files.problems().addUnread(path + ": " + problem);
+                files.problems().addUnread(path, problem);
             }
         }
         if (isThere && paths.size() == before) {

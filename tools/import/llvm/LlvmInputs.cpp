@@ -131,7 +131,7 @@ bool LlvmInputs::addFolder(const std::string& folder)
         std::string problem;
         const Kind kind = kindOf(walk.path(), problem);
         if (kind == Nothing) { // it may have been a program
-            _problems.addUnread(walk.path() + ": " + problem);
+            _problems.addUnread(walk.path(), problem);
         } else if (kind == Elf || kind == Object) {
             (kind == Elf ? binaries : objects).push_back({walk.path(), false});
         }
