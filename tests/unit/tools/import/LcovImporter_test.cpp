@@ -240,7 +240,7 @@ TEST_F(LcovImporterTest, RecordsOfFilesLargerThanAPieceAreWhole)
 {
     std::string text = "SF:/a.c\n";
     uint32_t lines = 0;
-    while (text.size() < 3 * Tracefile::LongestRecord) {
+    while (text.size() < Tracefile::LongestRecord + 10000) {
         text += "DA:" + std::to_string(1 + lines++ % 7) + ",1\n";
     }
     const ImportedText read = import({text + "end_of_record\n"});
