@@ -85,3 +85,15 @@ Widget findWidget(Widget root, const std::string& name)
     });
     return found;
 }
+
+std::string labelText(Widget label)
+{
+    XmString string = nullptr;
+    XtVaGetValues(label, XmNlabelString, &string, nullptr);
+    char* text = static_cast<char*>(
+        XmStringUnparse(string, nullptr, XmCHARSET_TEXT, XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL));
+    const std::string result = text == nullptr ? "" : text;
+    XtFree(text);
+    XmStringFree(string);
+    return result;
+}

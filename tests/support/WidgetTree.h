@@ -15,3 +15,6 @@ std::string widgetTree(Widget root);
 
 // The widget called `name` below `root`; null when there is none.
 Widget findWidget(Widget root, const std::string& name);
+
+// What a label or button shows.
+std::string labelText(Widget label);

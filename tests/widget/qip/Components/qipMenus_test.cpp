@@ -194,6 +194,14 @@ TEST_F(qipMenusTest, APanesLabelIsACopyAndMayBeItsOwnText)
     EXPECT_EQ(pane.label(), nullptr);
 }
 
+TEST_F(qipMenusTest, APaneShowsItsLabelNotItsName)
+{
+    qipMenuPane pane("pane", 'l', "A label");
+    pane.install(&_window->bar);
+    EXPECT_EQ(labelText(pane.cascadeButton()), "A label");
+    EXPECT_STREQ(XtName(pane.cascadeButton()), "pane");
+}
+
 TEST_F(qipMenusTest, ClassNames)
 {
     EXPECT_STREQ(_window->bar.className(), "qipMenuBar");

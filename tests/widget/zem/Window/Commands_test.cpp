@@ -522,6 +522,8 @@ TEST_F(CommandsTest, HelpMenuShowsItsTopics)
     settle();
     choose(XK_h, XK_a);
     EXPECT_TRUE(waitFor([&] { return helpShows("about"); }));
+    EXPECT_EQ(labelText("File"), "File");
+    EXPECT_EQ(labelText("Help"), "Help");
     EXPECT_EQ(labelText("overview"), "Overview");
     EXPECT_EQ(labelText("toolbar"), "On toolbar");
     EXPECT_EQ(labelText("reports"), "On reports");

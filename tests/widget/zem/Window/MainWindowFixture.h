@@ -83,14 +83,7 @@ protected:
 
     std::string labelText(const std::string& name) const
     {
-        XmString string = nullptr;
-        XtVaGetValues(widget(name), XmNlabelString, &string, nullptr);
-        char* text = static_cast<char*>(XmStringUnparse(string, nullptr, XmCHARSET_TEXT,
-                                                        XmCHARSET_TEXT, nullptr, 0, XmOUTPUT_ALL));
-        const std::string result = text == nullptr ? "" : text;
-        XtFree(text);
-        XmStringFree(string);
-        return result;
+        return ::labelText(widget(name));
     }
 
     void resize(int width, int height)
