@@ -81,10 +81,7 @@ protected:
         return {x, y, width, height};
     }
 
-    std::string labelText(const std::string& name) const
-    {
-        return ::labelText(widget(name));
-    }
+    std::string labelText(const std::string& name) const { return ::labelText(widget(name)); }
 
     void resize(int width, int height)
     {
