@@ -34,6 +34,8 @@ struct Slot
 // For the files that CoverageWriter has pending at a time.
 constexpr int Slots = 40;
 Slot slots[Slots];
+// The program is about to end by a signal, which a core file may put off; other threads work on.
+std::atomic<bool> isEnding{false};
 
 int takeSlot(const std::string& name)
 {
@@ -49,6 +51,7 @@ int takeSlot(const std::string& name)
 
 extern "C" void removeAndEnd(int signal)
 {
+    isEnding = true;
     for (const Slot& slot : slots) {
         if (slot._isFilled) {
             unlink(slot._name);
@@ -130,6 +133,9 @@ bool PendingFile::makeName(const std::string& folder)
     _temporary = folder + "/" + temporaryStart + randomDigits() + temporaryEnd;
     _slot = takeSlot(_temporary);
     _fd = open(_temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (_fd >= 0 && isEnding) {
+        unlink(_temporary.c_str()); // the handler may have looked for it before it was there
+    }
     if (_fd < 0) {
         forget();
     }

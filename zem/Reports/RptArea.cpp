@@ -134,7 +134,7 @@ void RptArea::tellMisfits()
     }
     _toldMisfits = _theRepository.misfits();
     if (theStatusBar != nullptr) {
-        theStatusBar->displayMessage("Wrong or missing counts: a log does not fit its maps!");
+        theStatusBar->displayMessage("A log does not fit its maps: counts are wrong or missing!");
     }
 }
 

@@ -290,14 +290,18 @@ bool GccUnit::readFunctions(GcnoFile& notes, GcdaFile* counters)
     while (notes.findFunction(function)) {
         Function entry = {function, folder, nullptr, nullptr};
         notes.addContent(entry._bytes);
+        isFit = (counters == nullptr || counters->meet(function)) && isFit;
         if (!readFunction(notes, function, entry)) {
+            if (_isKeptForRuns) {
+                _leftOut.push_back(function);
+            }
             continue;
         }
         const GccGraph& graph = entry._known != nullptr ? *entry._known : *entry._read;
         isFit = isFit && (counters == nullptr || counters->fits(function, graph._nCounters));
         _functions.push_back(std::move(entry));
     }
-    return isFit;
+    return isFit && (counters == nullptr || counters->areAllMet());
 }
 
 // Puts what was read into the store, with its counters when there are some that can be used.
@@ -414,11 +418,15 @@ void GccUnit::addRun(std::string_view counterBytes)
         return;
     }
     // Counts of a unit that does not fit are no counts, also those of functions that did.
-    const bool isFit =
-        std::all_of(_counted.begin(), _counted.end(), [&counters](const Counted& function) {
-            return counters.fits(function._identity, function._graph->_nCounters);
-        });
-    if (!isFit) {
+    const auto isMet = [&counters](const GcnoIdentity& function) {
+        return counters.meet(function);
+    };
+    const auto isFit = [&counters, isMet](const Counted& function) {
+        return isMet(function._identity) &&
+               counters.fits(function._identity, function._graph->_nCounters);
+    };
+    if (!std::all_of(_counted.begin(), _counted.end(), isFit) ||
+        !std::all_of(_leftOut.begin(), _leftOut.end(), isMet) || !counters.areAllMet()) {
         _losses._mostRuns = 0;
         failCounters(mismatch);
         return;
@@ -489,8 +497,36 @@ bool GccUnit::keepLines(GcovDocument& document)
     return true;
 }
 
+// Whether notes and counters have the same functions, as far as they are of a version that is known
+// here: gcov counts none for those that it does not find, and says so for a person to read.
+bool GccUnit::haveSameFunctions(const GccUnitFiles& files)
+{
+    LentInput input;
+    if (files._counters.empty() || !input.notes().read(files._notes) ||
+        !input.counters().read(files._counters)) {
+        return true; // gcov says what is wrong
+    }
+    const std::string_view notesBytes = input.notes().bytes();
+    const std::string_view counterBytes = input.counters().bytes();
+    GcnoFile notes(bytesOf(notesBytes), notesBytes.size());
+    GcdaFile counters(bytesOf(counterBytes), counterBytes.size());
+    if (notes.open() != GcnoFile::Ok || counters.open(notes.stamp()) != GcdaFile::Ok) {
+        return true;
+    }
+    GcnoFunction function;
+    bool isFit = true;
+    while (notes.findFunction(function)) {
+        isFit = counters.meet(function) && isFit;
+    }
+    return notes.damaged() || (isFit && counters.areAllMet());
+}
+
 void GccUnit::readLines(const GccUnitFiles& files, const char* gcov)
 {
+    if (!haveSameFunctions(files)) {
+        _countersPath = files._counters;
+        return failCounters(mismatch);
+    }
     std::string json;
     std::string problem;
     bool isRead = runGcov(gcov, files, json, problem);

@@ -84,6 +84,7 @@ private:
     void findFiles(const GcnoFunction& function);
     bool holdsOthers(const GcnoFunction& function) const;
     void addLines(const GcnoFunction& function, GccGraph& graph) const;
+    static bool haveSameFunctions(const GccUnitFiles& files);
     bool keepLines(GcovDocument& document);
     void keep(GcdaFile* counters);
     void fail(const std::string& reason);
@@ -100,6 +101,7 @@ private:
     Form _form = Unread;
     uint32_t _stamp = 0;
     std::vector<Counted> _counted;
+    std::vector<GcnoIdentity> _leftOut; // functions that runs have counters for, too
     ImportLosses _losses;
     std::string _failure;
     std::string _notesFolder;     // empty when they came from memory

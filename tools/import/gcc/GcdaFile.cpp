@@ -77,18 +77,28 @@ void GcdaFile::sortFunctions()
     _functions.erase(_functions.begin(), first.base());
 }
 
+size_t GcdaFile::placeOf(uint32_t ident) const
+{
+    if (_next < _functions.size() && _functions[_next]._ident == ident) {
+        return _next++;
+    }
+    if (_next > 0 && _functions[_next - 1]._ident == ident) {
+        return _next - 1; // asked for once more
+    }
+    const auto found =
+        std::lower_bound(_functions.begin(), _functions.end(), ident,
+                         [](const Entry& entry, uint32_t wanted) { return entry._ident < wanted; });
+    if (found == _functions.end() || found->_ident != ident) {
+        return _functions.size();
+    }
+    _next = static_cast<size_t>(found - _functions.begin()) + 1;
+    return _next - 1;
+}
+
 const GcdaFile::Entry* GcdaFile::find(uint32_t ident) const
 {
-    if (_next >= _functions.size() || _functions[_next]._ident != ident) {
-        const auto found = std::lower_bound(
-            _functions.begin(), _functions.end(), ident,
-            [](const Entry& entry, uint32_t wanted) { return entry._ident < wanted; });
-        if (found == _functions.end() || found->_ident != ident) {
-            return nullptr;
-        }
-        _next = static_cast<size_t>(found - _functions.begin());
-    }
-    return &_functions[_next++];
+    const size_t place = placeOf(ident);
+    return place < _functions.size() ? &_functions[place] : nullptr;
 }
 
 const char* GcdaFile::text(Result result)
@@ -111,6 +121,19 @@ bool GcdaFile::fits(const GcnoIdentity& function, size_t nCounters) const
     return entry == nullptr || (entry->_lineChecksum == function._lineChecksum &&
                                 entry->_graphChecksum == function._graphChecksum &&
                                 (entry->_isZeroed || nCounters == entry->_size / CounterSize));
+}
+
+bool GcdaFile::meet(const GcnoIdentity& function)
+{
+    const size_t place = placeOf(function._ident);
+    if (place == _functions.size()) {
+        return true;
+    }
+    Entry& entry = _functions[place];
+    _nMet += entry._isMet ? 0 : 1;
+    entry._isMet = true;
+    return entry._lineChecksum == function._lineChecksum &&
+           entry._graphChecksum == function._graphChecksum;
 }
 
 void GcdaFile::addCounters(uint32_t ident, std::vector<GcnoArc>& arcs)

@@ -40,6 +40,13 @@ public:
     // or the same checksums and `nCounters` counters.
     bool fits(const GcnoIdentity& function, size_t nCounters) const;
 
+    // Notes that lost functions, or counters that lost the ident of one, show in what is left over
+    // when all functions of the notes have been met. Says whether the file knows no such ident, or
+    // the same checksums.
+    bool meet(const GcnoIdentity& function);
+    // Whether all functions of the file were met.
+    bool areAllMet() const { return _nMet == _functions.size(); }
+
     // Adds to the arcs off the tree what the file has for the function `ident`. REQUIRES: fits().
     void addCounters(uint32_t ident, std::vector<GcnoArc>& arcs);
 
@@ -58,16 +65,20 @@ private:
         size_t _start = 0; // of the counters
         size_t _size = 0;  // in bytes
         bool _isZeroed = true;
+        bool _isMet = false;
     };
 
     Result readRecords();
     void sortFunctions();
+    // The place among `_functions`, or their number.
+    size_t placeOf(uint32_t ident) const;
     const Entry* find(uint32_t ident) const;
 
     GcovWords _words;
     const size_t _size;
     uint32_t _runs = 0;
     std::vector<Entry> _functions; // by ident, each once
+    size_t _nMet = 0;              // of these
     // Notes and counters have functions in one order: behind the one that was asked for last.
     mutable size_t _next = 0;
 };

@@ -105,6 +105,25 @@ TEST_F(GccRunsTest, EachRunHasItsOwnCounts)
     EXPECT_EQ(_result._name, "a");
 }
 
+// One of the functions that the run counted is not in the notes.
+TEST_F(GccRunsTest, RunsOfOtherFunctionsAreAnErrorOfTheirUnit)
+{
+    addCounters("a", "one");
+    GcovBuilder other(12);
+    other.countersHead(SampleStamp);
+    other.ran(7, 8, 9);
+    other.counters({10, 4});
+    other.ran(6, 8, 9);
+    other.counters({10, 4});
+    other.word(0);
+    _dir.write("b" + _dir.path() + "/build/one.gcda", other.bytes());
+    ASSERT_TRUE(read({"a", "b"}, {"--each-run"}));
+    EXPECT_EQ(run(0), once);
+    EXPECT_EQ(_runLosses._failedUnits, 0u);
+    EXPECT_EQ(run(1), "1=0 2=0 3=0 4=0 5=0 6=0");
+    EXPECT_EQ(_runLosses._failedUnits, 1u);
+}
+
 TEST_F(GccRunsTest, EachUnitThatCannotBeReadIsNamed)
 {
     _dir.write("build/one.gcno", "damaged");

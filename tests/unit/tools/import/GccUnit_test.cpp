@@ -184,6 +184,52 @@ TEST_F(GccUnitTest, DamagedNotesGiveNoFunction)
     EXPECT_EQ(_unit.losses()._failedUnits, 1u);
 }
 
+// Notes that are cut between two functions, or counters whose ident is damaged.
+TEST_F(GccUnitTest, FunctionsThatOnlyTheCountersKnowTakeTheUnitsCounts)
+{
+    GcovBuilder notes(12);
+    notes.notesHead(SampleStamp, "/build");
+    for (uint32_t ident : {1u, 2u}) {
+        notes.function(ident, 8, 9, ident == 1 ? "f" : "g", 0, ident == 1 ? "a.cc" : "/usr/x.h", 1,
+                       6);
+        notes.blocks(3);
+        notes.arcs(0, {{2, 0}});
+        notes.arcs(2, {{1, 1}});
+        notes.lines(2, ident == 1 ? "a.cc" : "/usr/x.h", {3});
+    }
+    struct Case
+    {
+        std::vector<uint32_t> idents;
+        uint32_t lastChecksum;
+        bool isFit;
+        int64_t count;
+    };
+    const Case cases[] = {{{1, 2}, 9, true, 5},     {{1}, 9, true, 5},    {{2}, 9, true, 0},
+                          {{1, 2, 3}, 9, false, 0}, {{3}, 9, false, 0},   {{0, 1}, 9, false, 0},
+                          {{1, 2}, 7, false, 0},    {{1, 1}, 9, true, 5}, {{}, 9, true, 0}};
+    for (const Case& one : cases) {
+        GcovBuilder counters(12);
+        counters.countersHead(SampleStamp);
+        for (size_t i = 0; i < one.idents.size(); ++i) {
+            counters.ran(one.idents[i], 8, i + 1 == one.idents.size() ? one.lastChecksum : 9);
+            counters.counters({5});
+        }
+        counters.word(0);
+        const std::string text = testing::PrintToString(one.idents);
+        GraphStore store;
+        ImportedBuild build(_filter);
+        GccUnit unit(build._sources, store);
+        ASSERT_TRUE(unit.readBlocks(notes.bytes(), &counters.bytes()));
+        ASSERT_TRUE(store.solve(1, build, _counts, _solved));
+        EXPECT_EQ(unit.losses()._failedUnits, one.isFit ? 0u : 1u) << text;
+        EXPECT_EQ(unit.failure().find("does not fit") == std::string::npos, one.isFit) << text;
+        ASSERT_EQ(build._copies.size(), 1u);
+        const FunctionCopy& copy = build._copies[0];
+        ASSERT_EQ(copy._lines.size(), 1u);
+        EXPECT_EQ(_counts[copy._firstCount + copy._lines[0]._block], one.count) << text;
+    }
+}
+
 TEST_F(GccUnitTest, WhatIsLeftOutIsCounted)
 {
     GcovBuilder notes(12);

@@ -156,7 +156,8 @@ TEST_F(ModelBuilderTest, BlocksWithoutLinesAreLeftOut)
     add(A, "f", 1, 9, {{{}, 5}, {{1, 2}, 3}, {{4}, 7}, {{}, 6}});
     add(A, "g", 11, 19, {{{11}, 5}, {{}, 3}, {{14, 15}, 7}});
     EXPECT_EQ(build(), "/a.cc f 1-9: 1,2=3 4=7\n/a.cc g 11-19: 11=5 14,15=7\n");
-    for (const CovFunction& function : buildFrom(_copies, false, 1)._files[0]._functions) {
+    const CoverageModel model = buildFrom(_copies, false, 1);
+    for (const CovFunction& function : model._files[0]._functions) {
         EXPECT_EQ(function._nBasicBlocks, 2u);
     }
 }

@@ -18,9 +18,9 @@ TEST(IsBuildProbeTest, NotesOfWhatBuildSystemsTryAreProbes)
 
 TEST(IsBuildProbeTest, NotesOfTheProgramAreNot)
 {
-    for (const char* path :
-         {"/b/CMakeFiles/app.dir/a.gcno", "/b/CompilerId/a.gcno", "/b/CMakeTmp/a.gcno",
-          "/b/meson/a.gcno", "/b/myconftest.gcno", "/b/conftests/a.gcno", "/b/conf_check_1/a.gcno"}) {
+    for (const char* path : {"/b/CMakeFiles/app.dir/a.gcno", "/b/CompilerId/a.gcno",
+                             "/b/CMakeTmp/a.gcno", "/b/meson/a.gcno", "/b/myconftest.gcno",
+                             "/b/conftests/a.gcno", "/b/conf_check_1/a.gcno"}) {
         EXPECT_FALSE(isBuildProbe(path)) << path;
     }
 }

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
@@ -401,6 +402,45 @@ TEST_F(ZemImportTest, EveryCutOfTheCountersIsAnErrorOfTheirUnit)
         ASSERT_EQ(import("gcc build"), 1) << size;
         EXPECT_NE(output().find("main.gcno: the .gcda file "), std::string::npos) << output();
         EXPECT_NE(output().find(": run the tests again, or delete " + path), std::string::npos);
+    }
+}
+
+// Where the last function of notes begins: its record is followed by that of its blocks.
+size_t lastFunction(const std::string& notes)
+{
+    constexpr uint32_t FunctionTag = 0x01000000;
+    constexpr uint32_t BlocksTag = 0x01410000;
+    const auto wordAt = [&notes](size_t at) {
+        uint32_t word = 0;
+        if (at < notes.size() && notes.size() - at >= sizeof word) {
+            std::memcpy(&word, notes.data() + at, sizeof word);
+        }
+        return word;
+    };
+    size_t last = 0;
+    for (size_t at = 4; at < notes.size(); at += 4) {
+        const size_t length = wordAt(at + 4); // in bytes, in words before version 12
+        if (wordAt(at) == FunctionTag &&
+            (wordAt(at + 8 + length) == BlocksTag || wordAt(at + 8 + 4 * length) == BlocksTag)) {
+            last = at;
+        }
+    }
+    return last;
+}
+
+// Each record of the notes is whole, so that they alone cannot tell.
+TEST_F(ZemImportTest, NotesThatLostTheirLastFunctionAreAnErrorOfTheirUnit)
+{
+    ASSERT_EQ(run("build/work"), 0);
+    const std::string whole = TempDir::read(_dir.path("build/main.gcno"));
+    ASSERT_NE(lastFunction(whole), 0u);
+    _dir.write("build/main.gcno", whole.substr(0, lastFunction(whole)));
+    for (const char* words : {"gcc", "gcc --system", "gcc --lines"}) {
+        EXPECT_EQ(import(std::string(words) + " build"), 1) << words;
+        EXPECT_NE(output().find("main.gcno: the .gcda file does not fit the unit's functions"),
+                  std::string::npos)
+            << words << '\n'
+            << output();
     }
 }
 

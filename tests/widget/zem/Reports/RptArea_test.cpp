@@ -438,7 +438,7 @@ TEST_F(RptAreaTest, ALogThatDoesNotFitIsToldOnce)
         logFile({{"other.cpp", _dir.path("p.map"), {1}}}).write(_dir.path("other.log"));
     ASSERT_EQ(_area->processFile(log.c_str()), 0);
     _area->report();
-    EXPECT_EQ(bar.shown(), "Wrong or missing counts: a log does not fit its maps!");
+    EXPECT_EQ(bar.shown(), "A log does not fit its maps: counts are wrong or missing!");
     EXPECT_EQ(_area->processFile(_log.c_str()), 0);
     _area->report();
     EXPECT_EQ(bar.shown(), "Report: by file, Sort keys: ");
