@@ -155,15 +155,13 @@ int ZEMRepository::loadLog(const char* path)
         return failed(result, log.failure());
     }
     qipMessages messages;
-    long known = -1; // the map of the record before
+    ++_nLogs;
     ListIterator<ZEMLogFileRecord*> records(log.toc());
     while (const ZEMLogFileRecord* record = records.next()) {
         const long number = _mapIndex.find(record->_mapfile);
-        if (number >= 0 && number != known) {
+        if (number >= 0) {
             lookAgain(number);
-        }
-        known = number;
-        if (number < 0) {
+        } else {
             messages.flush(); // before those of the map
             result = loadMap(record->_mapfile);
             if (result < 0) {
@@ -218,13 +216,17 @@ int ZEMRepository::loadMap(const char* path)
 }
 
 // A map is loaded once. When it was written again since, with other code, this log's counts are of
-// that.
+// that. Looks once for each log, whatever the order of its records.
 void ZEMRepository::lookAgain(long number)
 {
+    MapState& known = _mapStates[static_cast<size_t>(number)];
+    if (known._log == _nLogs) {
+        return;
+    }
+    known._log = _nLogs;
     const char* const path = _mapIndex.path(number);
-    struct stat& known = _mapStates[static_cast<size_t>(number)];
     struct stat now = {};
-    if (stat(path, &now) != 0 || isSameState(known, now)) {
+    if (stat(path, &now) != 0 || isSameState(known._file, now)) {
         return; // one that is gone cannot be asked
     }
     ZEMMapFile map;
@@ -236,7 +238,7 @@ void ZEMRepository::lookAgain(long number)
         isSame = source >= 0 && isSameCode(_sources.file(source), *file);
     }
     if (isSame) {
-        known = now;
+        known._file = now;
     } else {
         ++_nMisfits;
     }
@@ -255,7 +257,7 @@ int ZEMRepository::enterMap(const char* path, const struct stat& state)
     if (!copy || !node || _mapIndex.add(path) == PathIndex::NoMemory) {
         return withoutMemory();
     }
-    _mapStates[static_cast<size_t>(_mapIndex.find(path))] = state;
+    _mapStates[static_cast<size_t>(_mapIndex.find(path))] = {state, _nLogs};
     std::strcpy(copy.release(), path);
     _mapfiles.append(node.release());
     return qipVLRecFile::NoError;

@@ -99,6 +99,11 @@ public:
 
 private:
     class Rows;
+    struct MapState
+    {
+        struct stat _file; // before it was read
+        long _log;         // the last one that it was compared for
+    };
 
     int loadLog(const char* path);
     int loadMap(const char* path);
@@ -115,17 +120,18 @@ private:
     long _totUncov;
     long _totBlocks;
     long _nMisfits = 0;
-    List<char*> _fileNames;              // the names are the caller's
-    List<char*> _classNames;             //
-    List<char*> _functionNames;          //
-    List<char*> _directoryNames;         //
-    List<char*> _mapfiles;               // owned, in the order loaded
-    List<ZEMFileRecord*> _srcfiles;      // owned, in the order first seen
-    PathIndex _mapIndex;                 // finds in `_mapfiles`
-    std::vector<struct stat> _mapStates; // of these files, before they were read
-    mutable SourceIndex _sources;        // finds in `_srcfiles`; hits wait in it to be counted
-    bool _hasAllFilters;                 // none was lost for want of memory
-    std::unique_ptr<char[]> _logMemory;  // for the records of a log, kept for the next
+    long _nLogs = 0;                    // whose records were looked at
+    List<char*> _fileNames;             // the names are the caller's
+    List<char*> _classNames;            //
+    List<char*> _functionNames;         //
+    List<char*> _directoryNames;        //
+    List<char*> _mapfiles;              // owned, in the order loaded
+    List<ZEMFileRecord*> _srcfiles;     // owned, in the order first seen
+    PathIndex _mapIndex;                // finds in `_mapfiles`
+    std::vector<MapState> _mapStates;   // of these files
+    mutable SourceIndex _sources;       // finds in `_srcfiles`; hits wait in it to be counted
+    bool _hasAllFilters;                // none was lost for want of memory
+    std::unique_ptr<char[]> _logMemory; // for the records of a log, kept for the next
     size_t _logMemorySize;
     qipVLFailure _failure;
     char _failedMap[4096];

@@ -327,6 +327,22 @@ TEST_F(ZEMRepositoryTest, AMapThatHasOtherCodeThanWhenItWasLoadedDoesNotFit)
     EXPECT_EQ(rows(_repository.viewByFile()), "src/a.c 2/2 32\n");
 }
 
+// A log may go from map to map a million times.
+TEST_F(ZEMRepositoryTest, AMapIsLookedAtOnceForALog)
+{
+    const std::string changed = map("a.map", {{"src/a.c", {func("f", 2)}}});
+    const std::string other = map("b.map", {{"src/b.c", {func("g", 2)}}});
+    std::vector<LogSource> log;
+    for (int i = 0; i < 5; ++i) {
+        log.push_back({"src/a.c", changed, {1, 1}});
+        log.push_back({"src/b.c", other, {1, 1}});
+    }
+    ASSERT_EQ(load(log), 0);
+    map("a.map", {{"src/a.c", {func("h", 2)}}});
+    ASSERT_EQ(load(log), 0);
+    EXPECT_EQ(_repository.misfits(), 1);
+}
+
 TEST_F(ZEMRepositoryTest, AMapThatTellsAnythingElseOfAFunctionDoesNotFit)
 {
     const MapFunc first = func("f", 2);
